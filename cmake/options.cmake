@@ -1,0 +1,15 @@
+# Everything our own targets are compiled with. Contraction is off because a fused multiply-add rounds once where the
+# textbook loop rounds twice: the same input must give the same bits on every machine.
+add_library(qmx_options INTERFACE)
+target_compile_features(qmx_options INTERFACE cxx_std_20)
+target_compile_options(qmx_options INTERFACE
+  -ffp-contract=off
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(QMX_ASSERTIONS)
+  target_compile_options(qmx_options INTERFACE -UNDEBUG)
+endif()
+if(QMX_SANITIZE)
+  target_compile_options(qmx_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  target_link_options(qmx_options INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,78 @@
+#include "base/matrix.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstdlib>
+#include <utility>
+
+#include "base/fault.h"
+#include "base/memory.h"
+
+namespace qmx {
+
+void Matrix::Release::operator()(double* block) const { std::free(block); }
+
+Matrix::Matrix(int rows, int cols) : rows_(rows), cols_(cols) {
+  assert(rows >= 0 && cols >= 0);
+  if (Size() == 0) return;
+  // calloc hands out pages that the system zeroes on first touch: a large matrix of zeros costs nothing until it is used.
+  data_.reset(static_cast<double*>(std::calloc(Size(), sizeof(double))));
+  if (!data_) throw RuntimeFault(Fault::kOutOfMemory);
+}
+
+Matrix::Matrix(const Matrix& other) : Matrix(other.rows_, other.cols_) {
+  std::copy_n(other.Data(), other.Size(), Data());
+}
+
+Matrix::Matrix(Matrix&& other) noexcept { Swap(other); }
+
+Matrix& Matrix::operator=(const Matrix& other) {
+  if (this == &other) return *this;
+  if (rows_ == other.rows_ && cols_ == other.cols_) {
+    std::copy_n(other.Data(), other.Size(), Data());
+  } else {
+    Matrix copy(other);
+    Swap(copy);
+  }
+  return *this;
+}
+
+Matrix& Matrix::operator=(Matrix&& other) noexcept {
+  Matrix taken(std::move(other));
+  Swap(taken);
+  return *this;
+}
+
+double& Matrix::At(int row, int col) {
+  if (!Contains(row, col)) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  return (*this)(row, col);
+}
+
+double Matrix::At(int row, int col) const {
+  if (!Contains(row, col)) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  return (*this)(row, col);
+}
+
+void Matrix::SwapRows(int rowOne, int rowTwo, int firstCol) {
+  if (rowOne == rowTwo || firstCol > cols_) return;
+  std::swap_ranges(Row(rowOne) + (firstCol - 1), Row(rowOne) + cols_, Row(rowTwo) + (firstCol - 1));
+}
+
+void Matrix::Swap(Matrix& other) noexcept {
+  std::swap(rows_, other.rows_);
+  std::swap(cols_, other.cols_);
+  std::swap(data_, other.data_);
+}
+
+bool operator==(const Matrix& one, const Matrix& two) {
+  return one.rows_ == two.rows_ && one.cols_ == two.cols_ && std::equal(one.Data(), one.Data() + one.Size(), two.Data());
+}
+
+bool CanAllocate(int rows, int cols) {
+  // One copy in the Workspace, one in the grid that shows it.
+  constexpr std::size_t kCopies = 2;
+  const std::size_t spare = AvailableMemory() / (kCopies * sizeof(double));
+  return cols == 0 || static_cast<std::size_t>(rows) <= spare / static_cast<std::size_t>(cols);
+}
+
+}  // namespace qmx

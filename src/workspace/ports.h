@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qmx {
+
+/// A printer that takes lines of text. Any call may fault with 482 (printer error).
+class Printer {
+ public:
+  Printer() = default;
+  Printer(const Printer&) = delete;
+  Printer& operator=(const Printer&) = delete;
+  virtual ~Printer() = default;
+  virtual void PrintLine(const std::string& line) = 0;
+  virtual std::string FontName() const = 0;
+  virtual void SetFontName(const std::string& name) = 0;
+  /// Ends the document and sends its pages.
+  virtual void EndDocument() = 0;
+};
+
+/// What came of a file operation. An empty problem means that it succeeded; otherwise it says what failed, in words for
+/// the user that do not repeat the file's name.
+struct FileOutcome {
+  std::string problem;
+  bool Ok() const { return problem.empty(); }
+};
+
+/// Whole files. Names are in the system's own bytes.
+class FileStore {
+ public:
+  FileStore() = default;
+  FileStore(const FileStore&) = delete;
+  FileStore& operator=(const FileStore&) = delete;
+  virtual ~FileStore() = default;
+  /// Reads all bytes of a regular file into `bytes`.
+  virtual FileOutcome Read(const std::string& name, std::string& bytes) = 0;
+  /// Replaces (or creates) a file with exactly these bytes, or fails and leaves what was there.
+  virtual FileOutcome Replace(const std::string& name, std::string_view bytes) = 0;
+};
+
+/// A source of uniform single-precision numbers in [0, 1).
+class Random {
+ public:
+  Random() = default;
+  Random(const Random&) = delete;
+  Random& operator=(const Random&) = delete;
+  virtual ~Random() = default;
+  virtual void Seed(std::uint64_t seed) = 0;
+  virtual float Next() = 0;
+};
+
+/// The clock that the random source is re-seeded from.
+class Clock {
+ public:
+  Clock() = default;
+  Clock(const Clock&) = delete;
+  Clock& operator=(const Clock&) = delete;
+  virtual ~Clock() = default;
+  virtual std::uint64_t Ticks() = 0;
+};
+
+}  // namespace qmx
