@@ -16,7 +16,8 @@ enum class Definiteness {
   kNegativeSemidefinite,
 };
 
-/// What the definiteness test finds. Element k - 1 of the vectors belongs to the leading k x k block.
+/// What the definiteness test finds. Element k - 1 of the vectors belongs to the leading k x k
+/// block.
 struct DefinitenessReport {
   Definiteness verdict = Definiteness::kIndefinite;
   double overallSmallestPivot = 0;
@@ -24,10 +25,11 @@ struct DefinitenessReport {
   std::vector<double> leadingMinor;   ///< Determinant of the block.
 };
 
-/// Classifies a symmetric n x n matrix, n >= 1, by the signs of its leading principal minors (Sylvester's criterion). The
-/// minors come from a growing elimination: row k joins the reduced block k - 1, and only it and the diagonal row compete
-/// for a pivot. An exactly zero pivot ends the reduction of the new row for that k. Semidefiniteness is judged from the
-/// same minors. `A` is used up as the work matrix.
+/// Classifies a symmetric n x n matrix, n >= 1, by the signs of its leading principal minors
+/// (Sylvester's criterion). The minors come from a growing elimination: row k joins the reduced
+/// block k - 1, and only it and the diagonal row compete for a pivot. An exactly zero pivot ends
+/// the reduction of the new row for that k. Semidefiniteness is judged from the same minors. `A` is
+/// used up as the work matrix.
 DefinitenessReport TestDefiniteness(Matrix A, Progress& progress);
 
 /// The class by the signs of the leading minors alone.

@@ -5,7 +5,8 @@
 
 namespace qmx {
 
-// Element-wise and structural operations. None of them checks for arithmetic faults; the caller does.
+// Element-wise and structural operations. None of them checks for arithmetic faults; the caller
+// does.
 
 /// A + B, element by element. A and B have the same shape.
 Matrix Sum(const Matrix& A, const Matrix& B);
@@ -13,7 +14,8 @@ Matrix Sum(const Matrix& A, const Matrix& B);
 /// A - B, element by element. A and B have the same shape.
 Matrix Difference(const Matrix& A, const Matrix& B);
 
-/// A·B for A m x p and B p x n: element (i, j) is the sum over k = 1..p of A(i,k)·B(k,j), added up from 0 in increasing k.
+/// A·B for A m x p and B p x n: element (i, j) is the sum over k = 1..p of A(i,k)·B(k,j), added up
+/// from 0 in increasing k.
 Matrix Product(const Matrix& A, const Matrix& B, Progress& progress);
 
 /// The sum of the diagonal elements of a square A, from 0 in increasing order.

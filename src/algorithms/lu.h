@@ -7,17 +7,20 @@ namespace qmx {
 
 /// What an LU factorization leaves.
 struct LuFactors {
-  bool factored = false;  ///< False: a zero diagonal element with a non-zero one below it, and no pivoting allowed.
+  bool factored = false;  ///< False: a zero diagonal element with a non-zero one below it, and no
+                          ///< pivoting allowed.
   Matrix L;               ///< m x m, unit lower triangular; empty where not factored.
-  Matrix U;               ///< m x n; where not factored, the partly reduced matrix with the multipliers found so far.
-  Matrix exchanges;       ///< m x 1: element k is the row of A that became row k of U.
+  Matrix U;  ///< m x n; where not factored, the partly reduced matrix with the multipliers found so
+             ///< far.
+  Matrix exchanges;  ///< m x 1: element k is the row of A that became row k of U.
   int exchangeCount = 0;
 };
 
-/// P·A = L·U of an m x n matrix of any shape, by Doolittle elimination in place (Golub & Van Loan, Matrix Computations,
-/// 3.4.1). With pivoting a row is exchanged only for one with a strictly larger magnitude in the column, the upper one of
-/// equals. A column that is exactly zero at and below its diagonal is skipped. U is upper trapezoidal; L holds the
-/// multipliers in columns 1..min(m, n).
+/// P·A = L·U of an m x n matrix of any shape, by Doolittle elimination in place (Golub & Van Loan,
+/// Matrix Computations, 3.4.1). With pivoting a row is exchanged only for one with a strictly
+/// larger magnitude in the column, the upper one of equals. A column that is exactly zero at and
+/// below its diagonal is skipped. U is upper trapezoidal; L holds the multipliers in
+/// columns 1..min(m, n).
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress);
 
 }  // namespace qmx

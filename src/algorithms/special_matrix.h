@@ -17,13 +17,13 @@ struct RandomKind {
 /// Sets every element of a matrix to 1.
 void FillOnes(Matrix& created);
 
-/// Sets the diagonal of a matrix of zeros to 1, row by row. False where it has more rows than columns: the diagonal then
-/// leaves the matrix, and the entries inside are set.
+/// Sets the diagonal of a matrix of zeros to 1, row by row. False where it has more rows than
+/// columns: the diagonal then leaves the matrix, and the entries inside are set.
 bool FillIdentity(Matrix& created);
 
-/// Fills a matrix with random entries, row by row; `draw` gives single-precision numbers in [0, 1). False where a
-/// symmetric matrix has more columns than rows: the first mirror element outside ends the fill, and the entries before it
-/// are set.
+/// Fills a matrix with random entries, row by row; `draw` gives single-precision numbers in [0, 1).
+/// False where a symmetric matrix has more columns than rows: the first mirror element outside ends
+/// the fill, and the entries before it are set.
 bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<float()>& draw);
 
 }  // namespace qmx

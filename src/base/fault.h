@@ -5,7 +5,8 @@
 
 namespace qmx {
 
-/// Run-time faults by their classic numbers. A fault ends the program, after an offer to save the project.
+/// Run-time faults by their classic numbers. A fault ends the program, after an offer to save the
+/// project.
 enum class Fault {
   kInvalidProcedureCall = 5,
   kOverflow = 6,
@@ -26,7 +27,8 @@ const char* FaultText(Fault fault);
 /// The one line that the error box shows: "Run-time error '9': Subscript out of range".
 std::string FaultMessage(Fault fault);
 
-/// Thrown where a fault occurs; caught by the one handler at the top of the program and nowhere between.
+/// Thrown where a fault occurs; caught by the one handler at the top of the program and nowhere
+/// between.
 class RuntimeFault : public std::exception {
  public:
   explicit RuntimeFault(Fault fault) : fault_(fault) {}

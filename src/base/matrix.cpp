@@ -15,7 +15,8 @@ void Matrix::Release::operator()(double* block) const { std::free(block); }
 Matrix::Matrix(int rows, int cols) : rows_(rows), cols_(cols) {
   assert(rows >= 0 && cols >= 0);
   if (Size() == 0) return;
-  // calloc hands out pages that the system zeroes on first touch: a large matrix of zeros costs nothing until it is used.
+  // calloc hands out pages that the system zeroes on first touch: a large matrix of zeros costs
+  // nothing until it is used.
   data_.reset(static_cast<double*>(std::calloc(Size(), sizeof(double))));
   if (!data_) throw RuntimeFault(Fault::kOutOfMemory);
 }
@@ -65,7 +66,8 @@ void Matrix::Swap(Matrix& other) noexcept {
 }
 
 bool operator==(const Matrix& one, const Matrix& two) {
-  return one.rows_ == two.rows_ && one.cols_ == two.cols_ && std::equal(one.Data(), one.Data() + one.Size(), two.Data());
+  return one.rows_ == two.rows_ && one.cols_ == two.cols_ &&
+         std::equal(one.Data(), one.Data() + one.Size(), two.Data());
 }
 
 bool CanAllocate(int rows, int cols) {

@@ -5,8 +5,9 @@
 
 namespace qmx {
 
-/// A dense real matrix of doubles, stored row by row and addressed from 1: element (i, j) with 1 <= i <= Rows() and
-/// 1 <= j <= Cols(). A vector is a matrix of one column. A matrix may have no rows or no columns; it then holds nothing.
+/// A dense real matrix of doubles, stored row by row and addressed from 1: element (i, j) with 1 <=
+/// i <= Rows() and 1 <= j <= Cols(). A vector is a matrix of one column. A matrix may have no rows
+/// or no columns; it then holds nothing.
 class Matrix {
  public:
   Matrix() = default;
@@ -24,9 +25,13 @@ class Matrix {
   int Rows() const { return rows_; }
   int Cols() const { return cols_; }
   bool IsSquare() const { return rows_ == cols_; }
-  bool Contains(int row, int col) const { return row >= 1 && row <= rows_ && col >= 1 && col <= cols_; }
+  bool Contains(int row, int col) const {
+    return row >= 1 && row <= rows_ && col >= 1 && col <= cols_;
+  }
   /// Number of elements.
-  std::size_t Size() const { return static_cast<std::size_t>(rows_) * static_cast<std::size_t>(cols_); }
+  std::size_t Size() const {
+    return static_cast<std::size_t>(rows_) * static_cast<std::size_t>(cols_);
+  }
 
   /// Element (row, col), not checked in optimised builds.
   double& operator()(int row, int col) { return data_[Offset(row, col)]; }
@@ -57,7 +62,8 @@ class Matrix {
   };
 
   std::size_t Offset(int row, int col) const {
-    return static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(cols_) + static_cast<std::size_t>(col - 1);
+    return static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(cols_) +
+           static_cast<std::size_t>(col - 1);
   }
 
   int rows_ = 0;
@@ -65,8 +71,8 @@ class Matrix {
   std::unique_ptr<double[], Release> data_;
 };
 
-/// True if a rows x cols matrix, together with the copies that showing it and computing with it take, fits into the
-/// memory that the machine has to spare now. Both counts must be at least 0.
+/// True if a rows x cols matrix, together with the copies that showing it and computing with it
+/// take, fits into the memory that the machine has to spare now. Both counts must be at least 0.
 bool CanAllocate(int rows, int cols);
 
 }  // namespace qmx

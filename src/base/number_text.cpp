@@ -13,7 +13,8 @@ namespace {
 constexpr int kDoubleDigits = 15;
 constexpr int kSingleDigits = 7;
 
-/// A finite number as digits: 0.d1 d2 d3 ... is never used; the value is d1.d2d3... times 10 to the exponent.
+/// A finite number as digits: 0.d1 d2 d3 ... is never used; the value is d1.d2d3... times 10 to the
+/// exponent.
 struct Digits {
   std::array<char, 24> text{};
   int count = 0;
@@ -42,16 +43,17 @@ Digits TakeApart(const char* first, const char* last) {
 
 Digits RoundedDigits(double value, int significant) {
   std::array<char, 40> buffer;
-  const auto end =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, significant - 1)
-          .ptr;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::scientific, significant - 1)
+                       .ptr;
   return TakeApart(buffer.data(), end);
 }
 
 Digits ShortestDigits(double value) {
   std::array<char, 40> buffer;
-  const auto end =
-      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific).ptr;
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::scientific)
+                       .ptr;
   return TakeApart(buffer.data(), end);
 }
 
@@ -86,11 +88,13 @@ char* WriteExponentForm(const Digits& digits, char* out) {
   return std::to_chars(out, out + 4, magnitude).ptr;
 }
 
-/// Lays out the digits without a sign. `places` is the most that a plain number may need on either side of the point.
+/// Lays out the digits without a sign. `places` is the most that a plain number may need on either
+/// side of the point.
 char* WriteDigits(const Digits& digits, int places, bool zeroBeforePoint, char* out) {
   const int before = digits.exponent + 1;
   const int after = digits.count - before;
-  return before <= places && after <= places ? WritePlain(digits, zeroBeforePoint, out) : WriteExponentForm(digits, out);
+  return before <= places && after <= places ? WritePlain(digits, zeroBeforePoint, out)
+                                             : WriteExponentForm(digits, out);
 }
 
 enum class Shape { kCStr, kStr };
@@ -120,7 +124,8 @@ std::string_view SkipBlanks(std::string_view text) {
   return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-/// Length of the longest leading part of `text` (no blanks, sign already gone) that has the form of a number.
+/// Length of the longest leading part of `text` (no blanks, sign already gone) that has the form of
+/// a number.
 std::size_t NumberLength(std::string_view text) {
   std::size_t pos = 0;
   std::size_t digits = 0;
@@ -140,14 +145,16 @@ std::size_t NumberLength(std::string_view text) {
   return pos;
 }
 
-/// The decimal exponent of the first non-zero digit of a well-formed number; very large or small ones are held.
+/// The decimal exponent of the first non-zero digit of a well-formed number; very large or small
+/// ones are held.
 long DecimalMagnitude(std::string_view number) {
   const std::size_t exponentAt = number.find_first_of("eE");
   const std::string_view mantissa = number.substr(0, exponentAt);
   const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
   const std::size_t lead = mantissa.find_first_not_of("0.");
   if (lead == std::string_view::npos) return std::numeric_limits<long>::min();
-  const long shift = lead < point ? static_cast<long>(point - lead) - 1 : -static_cast<long>(lead - point);
+  const long shift =
+      lead < point ? static_cast<long>(point - lead) - 1 : -static_cast<long>(lead - point);
   if (exponentAt == std::string_view::npos) return shift;
   std::string_view exponent = number.substr(exponentAt + 1);
   const bool negative = exponent.front() == '-';
@@ -159,7 +166,8 @@ long DecimalMagnitude(std::string_view number) {
   return shift + (negative ? -value : value);
 }
 
-/// The value of a text that has exactly the form of an unsigned number; nothing where it is beyond the doubles.
+/// The value of a text that has exactly the form of an unsigned number; nothing where it is beyond
+/// the doubles.
 std::optional<double> ConvertNumber(std::string_view number) {
   double value = 0;
   const auto parsed = std::from_chars(number.data(), number.data() + number.size(), value);
@@ -175,7 +183,8 @@ struct Signed {
 };
 
 Signed SplitSign(std::string_view text) {
-  if (!text.empty() && (text.front() == '-' || text.front() == '+')) return {text.front() == '-', text.substr(1)};
+  if (!text.empty() && (text.front() == '-' || text.front() == '+'))
+    return {text.front() == '-', text.substr(1)};
   return {false, text};
 }
 
@@ -187,7 +196,8 @@ std::string CStr(int value) { return std::to_string(value); }
 
 std::string CStrSingle(double value) {
   const bool fits = std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
-  return Convert(fits ? static_cast<double>(static_cast<float>(value)) : value, kSingleDigits, Shape::kCStr);
+  return Convert(fits ? static_cast<double>(static_cast<float>(value)) : value, kSingleDigits,
+                 Shape::kCStr);
 }
 
 std::string Str(double value) { return Convert(value, kDoubleDigits, Shape::kStr); }
@@ -197,8 +207,8 @@ std::string PrintItem(double value) { return Str(value) + ' '; }
 std::string PrintItem(int value) { return (value < 0 ? "" : " ") + std::to_string(value) + ' '; }
 
 char* WriteFileNumber(char* out, double value) {
-  // The shortest text that reads back is the 15-digit one whenever that reads back, except among the subnormal numbers,
-  // which have fewer digits than 15 to tell them apart.
+  // The shortest text that reads back is the 15-digit one whenever that reads back, except among
+  // the subnormal numbers, which have fewer digits than 15 to tell them apart.
   const bool subnormal = value != 0 && std::abs(value) < std::numeric_limits<double>::min();
   const Digits digits = subnormal ? RoundedDigits(value, kDoubleDigits) : ShortestDigits(value);
   if (digits.negative) *out++ = '-';
@@ -212,8 +222,10 @@ std::string FileNumber(double value) {
 
 double Val(std::string_view text) {
   const auto [negative, rest] = SplitSign(SkipBlanks(text));
-  for (std::size_t length = NumberLength(rest); length > 0; length = NumberLength(rest.substr(0, length - 1))) {
-    if (const auto value = ConvertNumber(rest.substr(0, length))) return negative ? -*value : *value;
+  for (std::size_t length = NumberLength(rest); length > 0;
+       length = NumberLength(rest.substr(0, length - 1))) {
+    if (const auto value = ConvertNumber(rest.substr(0, length)))
+      return negative ? -*value : *value;
   }
   return 0;
 }
@@ -243,7 +255,8 @@ std::optional<int> ParseDimension(std::string_view text, int least) {
   if (text.front() == '+') text.remove_prefix(1);
   int value = 0;
   const auto parsed = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size() || value < least) return std::nullopt;
+  if (parsed.ec != std::errc() || parsed.ptr != text.data() + text.size() || value < least)
+    return std::nullopt;
   return value;
 }
 

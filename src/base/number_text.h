@@ -7,26 +7,30 @@
 
 namespace qmx {
 
-// The only place where doubles become text or text becomes doubles. No locale takes part: the decimal point is ".".
+// The only place where doubles become text or text becomes doubles. No locale takes part: the
+// decimal point is ".".
 //
-// One conversion lies below all of them. A number is rounded to its significant digits, zeros at the end go, and the
-// rest is written plainly while it needs no more places before the point, and no more after it, than the conversion has
-// digits; else in exponent form with a sign and at least two digits of exponent. Zero has no sign.
+// One conversion lies below all of them. A number is rounded to its significant digits, zeros at
+// the end go, and the rest is written plainly while it needs no more places before the point, and
+// no more after it, than the conversion has digits; else in exponent form with a sign and at least
+// two digits of exponent. Zero has no sign.
 
 /// The standard conversion with up to 15 significant digits.
-///   0.5 -> "0.5"   1/3 -> "0.333333333333333"   1/30 -> "3.33333333333333E-02"   0.0001 -> "0.0001"   1e15 -> "1E+15"
-///   -2.0 -> "-2"   123456789012345.0 -> "123456789012345"   -0.0 -> "0"
+///   0.5 -> "0.5"   1/3 -> "0.333333333333333"   1/30 -> "3.33333333333333E-02"   0.0001 ->
+///   "0.0001"   1e15 -> "1E+15" -2.0 -> "-2"   123456789012345.0 -> "123456789012345"   -0.0 -> "0"
 std::string CStr(double value);
 
 /// The decimal text of an integer: 3 -> "3", -1 -> "-1".
 std::string CStr(int value);
 
-/// The value rounded to single precision, with up to 7 significant digits. A value beyond single precision keeps its
-/// magnitude and shows with 7 digits.
-///   1/3 -> "0.3333333"   1/30 -> "3.333334E-02"   1e7 -> "1E+07"   1e300 -> "1E+300"   1e-50 -> "0"
+/// The value rounded to single precision, with up to 7 significant digits. A value beyond single
+/// precision keeps its magnitude and shows with 7 digits.
+///   1/3 -> "0.3333333"   1/30 -> "3.333334E-02"   1e7 -> "1E+07"   1e300 -> "1E+300"   1e-50 ->
+///   "0"
 std::string CStrSingle(double value);
 
-/// As CStr, but with a leading blank for the sign of a number that is not negative, and no 0 before the point.
+/// As CStr, but with a leading blank for the sign of a number that is not negative, and no 0 before
+/// the point.
 ///   0.5 -> " .5"   -0.5 -> "-.5"   0 -> " 0"   1e20 -> " 1E+20"
 std::string Str(double value);
 
@@ -34,37 +38,41 @@ std::string Str(double value);
 std::string PrintItem(double value);
 std::string PrintItem(int value);
 
-/// How a file holds a number so that nothing is lost: with 15 digits where these read back to the same double, else with
-/// the fewest digits (16 or 17) that do. No 0 before the point, no leading blank.
+/// How a file holds a number so that nothing is lost: with 15 digits where these read back to the
+/// same double, else with the fewest digits (16 or 17) that do. No 0 before the point, no leading
+/// blank.
 ///   0.5 -> ".5"   1/3 -> ".3333333333333333"   0.1 -> ".1"   0.1+0.2 -> ".30000000000000004"
-/// Writes to `out`, which must have room for kFileNumberRoom characters; returns the end of what was written.
+/// Writes to `out`, which must have room for kFileNumberRoom characters; returns the end of what
+/// was written.
 char* WriteFileNumber(char* out, double value);
 inline constexpr int kFileNumberRoom = 48;
 std::string FileNumber(double value);
 
-/// The value of the longest leading part of a text that reads as a finite decimal number; blanks in front are skipped.
-/// A text without such a part gives 0. Never faults.
-///   "12abc" -> 12   "1.5e" -> 1.5   "1e3" -> 1000   " .5" -> 0.5   "+7" -> 7   "" -> 0   "1e999" -> 1e99   "-" -> 0
+/// The value of the longest leading part of a text that reads as a finite decimal number; blanks in
+/// front are skipped. A text without such a part gives 0. Never faults.
+///   "12abc" -> 12   "1.5e" -> 1.5   "1e3" -> 1000   " .5" -> 0.5   "+7" -> 7   "" -> 0   "1e999"
+///   -> 1e99   "-" -> 0
 double Val(std::string_view text);
 
-/// The double that a whole text is, with an optional sign in front and no blanks; nothing where the text is not exactly
-/// one finite number.
+/// The double that a whole text is, with an optional sign in front and no blanks; nothing where the
+/// text is not exactly one finite number.
 std::optional<double> ParseNumber(std::string_view text);
 
-/// A value rounded to a whole number, halves to even, held within the range of a 32-bit integer. A NaN gives 0.
+/// A value rounded to a whole number, halves to even, held within the range of a 32-bit integer. A
+/// NaN gives 0.
 ///   2.5 -> 2   3.5 -> 4   1e99 -> 2147483647
 std::int32_t RoundToInteger(double value);
 
 /// RoundToInteger of Val: what an integer field holds that is not a dimension.
 std::int32_t IntegerValue(std::string_view text);
 
-/// A count of rows or columns: a whole number from `least` on, blanks around it are fine. Nothing for any other text,
-/// or for a number beyond 32 bits.
+/// A count of rows or columns: a whole number from `least` on, blanks around it are fine. Nothing
+/// for any other text, or for a number beyond 32 bits.
 ///   " 3 " -> 3   "2.0", "abc", "", "-1" -> nothing   "0" -> nothing where least is 1
 std::optional<int> ParseDimension(std::string_view text, int least = 1);
 
-/// A decimal number with at most 15 significant digits rounded to `places` decimal places, halves to even, as decimal
-/// arithmetic does it: the digits of the value's text are what is rounded.
+/// A decimal number with at most 15 significant digits rounded to `places` decimal places, halves
+/// to even, as decimal arithmetic does it: the digits of the value's text are what is rounded.
 ///   1.00000000005 to 10 places -> 1   1.00000000015 -> 1.0000000002   9.99999999999 -> 10
 double RoundDecimal(double value, int places);
 

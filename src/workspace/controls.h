@@ -5,8 +5,8 @@
 
 namespace qmx {
 
-/// Names one control of the main window. An element of a control array has an index beside the array's name; its own
-/// name then is array, underscore, index: cmdTask_5.
+/// Names one control of the main window. An element of a control array has an index beside the
+/// array's name; its own name then is array, underscore, index: cmdTask_5.
 struct Control {
   std::string_view name;
   int index = -1;

@@ -20,8 +20,8 @@ class Printer {
   virtual void EndDocument() = 0;
 };
 
-/// What came of a file operation. An empty problem means that it succeeded; otherwise it says what failed, in words for
-/// the user that do not repeat the file's name.
+/// What came of a file operation. An empty problem means that it succeeded; otherwise it says what
+/// failed, in words for the user that do not repeat the file's name.
 struct FileOutcome {
   std::string problem;
   bool Ok() const { return problem.empty(); }

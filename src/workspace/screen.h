@@ -24,8 +24,9 @@ struct Message {
   std::string title = std::string(kProgramTitle);
 };
 
-/// What commands may ask of the windows. Controls are those of the main window; grids and windows are named by slot.
-/// A window that does not exist yet is created, hidden, by whatever refers to it.
+/// What commands may ask of the windows. Controls are those of the main window; grids and windows
+/// are named by slot. A window that does not exist yet is created, hidden, by whatever refers to
+/// it.
 class Screen {
  public:
   Screen() = default;
@@ -43,14 +44,15 @@ class Screen {
   virtual void Select(const Control& option) = 0;
   virtual void SetFrameVisible(int slot, bool visible) = 0;
 
-  /// Shapes a slot's grid for rows x cols data cells: header numbers (where it has headers) and column widths are
-  /// written; cells that were there keep their text, new ones are empty.
+  /// Shapes a slot's grid for rows x cols data cells: header numbers (where it has headers) and
+  /// column widths are written; cells that were there keep their text, new ones are empty.
   virtual void SetUpGrid(int slot, int rows, int cols, bool wide) = 0;
-  /// Writes the text of every element into its cell: full double precision when wide, else single precision. Cells
-  /// outside the grid are left out.
+  /// Writes the text of every element into its cell: full double precision when wide, else single
+  /// precision. Cells outside the grid are left out.
   virtual void PopulateGrid(int slot, const Matrix& values, bool wide) = 0;
   /// The same for the columns j with columns[j - 1]; the other cells keep their text.
-  virtual void PopulateGridColumns(int slot, const Matrix& values, bool wide, const std::vector<bool>& columns) = 0;
+  virtual void PopulateGridColumns(int slot, const Matrix& values, bool wide,
+                                   const std::vector<bool>& columns) = 0;
   /// Writes one cell. Row and column count from 0 and include headers.
   virtual void SetCellText(int slot, int row, int col, const std::string& text) = 0;
   virtual void SetCellColour(int slot, int row, int col, Colour colour) = 0;

@@ -10,14 +10,17 @@
 
 namespace qmx {
 
-/// One matrix of the Workspace. The counts are kept beside the array: a refused task may leave them overwritten while
-/// the array of the last result stays. Whatever reads the matrix goes by the array's own extent.
+/// One matrix of the Workspace. The counts are kept beside the array: a refused task may leave them
+/// overwritten while the array of the last result stays. Whatever reads the matrix goes by the
+/// array's own extent.
 struct SlotData {
   Matrix array;
   int rows = 0;
   int cols = 0;
-  bool present = false;      ///< Set while the matrix is available on the main window; not used by A and B.
-  bool WideDisplay = false;  ///< Full double precision and double column width in its grid; outlives the window.
+  bool present =
+      false;  ///< Set while the matrix is available on the main window; not used by A and B.
+  bool WideDisplay =
+      false;  ///< Full double precision and double column width in its grid; outlives the window.
 };
 
 /// The factors that systems are solved with: P·A = L·U. Independent of the L and U results.
@@ -29,23 +32,25 @@ struct StoredFactors {
   int lCols = 0;
   int uRows = 0;
   int uCols = 0;
-  /// The counts of Exchanges when the factors were stored: 0 rows after a factorization without exchanges, which means
-  /// the identity.
+  /// The counts of Exchanges when the factors were stored: 0 rows after a factorization without
+  /// exchanges, which means the identity.
   int exchangeRows = 0;
   int exchangeCols = 0;
 };
 
 /// What the eigen task keeps between runs, beside the matrices Eigenvalues and Eigenvectors.
 struct EigenState {
-  std::vector<double> EigenOrigin;   ///< Per eigenvalue: the diagonal position in A (from 1) where it was found.
+  std::vector<double>
+      EigenOrigin;  ///< Per eigenvalue: the diagonal position in A (from 1) where it was found.
   std::vector<double> VectorStatus;  ///< Per eigenvalue: 0 converged, 1 not converged, -1 singular.
   int EigenCount = 0;                ///< Number of eigenvalues found.
   int ConvergedCount = 0;            ///< Number of eigenvectors found.
-  std::int32_t ShiftIndex = 0;       ///< Active index of the smallest diagonal change; carried from run to run.
+  std::int32_t ShiftIndex =
+      0;  ///< Active index of the smallest diagonal change; carried from run to run.
 };
 
-/// The single store that every command and algorithm reads and writes: operands, results, scalars and flags. All
-/// matrices start absent.
+/// The single store that every command and algorithm reads and writes: operands, results, scalars
+/// and flags. All matrices start absent.
 struct Workspace {
   std::array<SlotData, kSlotCount> slots;
 
@@ -82,9 +87,11 @@ struct Workspace {
   StoredFactors storedFactors;
   EigenState eigen;
 
-  std::int16_t SystemMethod = 0;  ///< Index of the selected way of solving: 0 one-shot, 1 by factors, 2 overdetermined.
-  std::int32_t TaskIndex = 0;     ///< Index of the task button pressed last.
-  std::string currentFileName;    ///< The name that a file dialog, the command line or a drop gave last.
+  std::int16_t SystemMethod =
+      0;  ///< Index of the selected way of solving: 0 one-shot, 1 by factors, 2 overdetermined.
+  std::int32_t TaskIndex = 0;  ///< Index of the task button pressed last.
+  std::string
+      currentFileName;  ///< The name that a file dialog, the command line or a drop gave last.
 
   Workspace() { At(kSlotExchanges).cols = 1; }
 

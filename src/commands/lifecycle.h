@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+
+#include "workspace/context.h"
+
+namespace qmx {
+
+// The commands that bring the operands into being and take them away. `operand` is kSlotA or
+// kSlotB.
+
+/// Creates A or B as zeros from its dimension fields; its grid stays empty until something is
+/// written.
+void CreateOperand(Context& context, int operand);
+/// Sets all elements of A, B or the System to zero. No result is touched.
+void ClearOperand(Context& context, int slot);
+/// Erases A or B and all results associated with it, if the user confirms.
+void ResetOperand(Context& context, int operand);
+/// Copies matrix `from` into A or B. No result is touched.
+void CopyInto(Context& context, int operand, int from);
+/// Exchanges A and B.
+void ExchangeAandB(Context& context);
+
+/// Creates the System as zeros from its fields and the selected way of solving.
+void CreateSystem(Context& context);
+/// Erases the System and its Solution, without a question, and goes back to the one-shot solution.
+void ResetSystemCommand(Context& context);
+
+/// Reads a dimension field. Nothing, after a message that names the field and what it holds, where
+/// that is not a count.
+std::optional<int> ReadDimension(Context& context, const Control& field, int least = 1);
+
+}  // namespace qmx

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "workspace/context.h"
+
+namespace qmx {
+
+/// Prints the matrix of a slot.
+void PrintSlot(Context& context, int slot);
+/// Prints everything that exists.
+void PrintReport(Context& context);
+
+}  // namespace qmx

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "workspace/controls.h"
+
+namespace qmx {
+
+/// What a field's text stands for when a command reads it.
+enum class FieldKind { kDimension, kNumber };
+
+/// All that is fixed about one text field of the main window.
+struct FieldInfo {
+  Control control;
+  std::string_view start;    ///< Its text when the program starts.
+  std::string_view caption;  ///< What stands beside it.
+  std::string_view toolTip;
+  std::string_view meaning;  ///< What it holds, for messages and for people who hear the window
+                             ///< instead of seeing it.
+  FieldKind kind;
+};
+
+inline constexpr std::string_view kDimensionReset =
+    "2";  ///< What a reset writes into dimension fields.
+
+inline constexpr std::array<FieldInfo, 16> kFields{{
+    {txtRowsA, "2", "Rows:", "", "Rows of A", FieldKind::kDimension},
+    {txtColsA, "2", "Cols:", "", "Columns of A", FieldKind::kDimension},
+    {txtRowsB, "2", "Rows:", "", "Rows of B", FieldKind::kDimension},
+    {txtColsB, "2", "Cols:", "", "Columns of B", FieldKind::kDimension},
+    {txtScalar, "2", "Scalar:", "For scalar multiplication", "Scalar that multiplies A",
+     FieldKind::kNumber},
+    {txtShift, "1", "Scalar:", "For scalar shift", "Scalar that shifts the diagonal of A",
+     FieldKind::kNumber},
+    {txtRowsCreated, "2", "Rows:", "", "Rows of the special matrix", FieldKind::kDimension},
+    {txtColsCreated, "2", "Cols:", "", "Columns of the special matrix", FieldKind::kDimension},
+    {txtRandLow, "-10", "", "Controls magnitude of elements of random matrix",
+     "Lower bound of random elements", FieldKind::kNumber},
+    {txtRandHigh, "10", "", "Controls magnitude of elements of random matrix",
+     "Upper bound of random elements", FieldKind::kNumber},
+    {txtEquations, "2", "# of equations:", "", "Number of equations", FieldKind::kDimension},
+    {txtUnknowns, "2", "# of unknowns:", "", "Number of unknowns", FieldKind::kDimension},
+    {txtError, ".001", "Approximate error bound:", "Error MUST be >0", "Approximate error bound",
+     FieldKind::kNumber},
+    {txtMaxcy, "100", "Maximum # of iterations:", "Limits number of main loop iterations",
+     "Maximum number of iterations", FieldKind::kNumber},
+    {txtErs, ".1", "Error reference for shift:", "Error MUST be >0", "Error reference for shift",
+     FieldKind::kNumber},
+    {txtPert, ".001", "Additional shift (if singularity):", "MUST be >0",
+     "Additional shift (if singularity)", FieldKind::kNumber},
+}};
+
+/// The facts of a field; the control must be one of them.
+constexpr const FieldInfo& InfoOf(const Control& field) {
+  for (const FieldInfo& info : kFields) {
+    if (info.control == field) return info;
+  }
+  return kFields.front();
+}
+
+/// One choice of an option group, or a check box.
+struct OptionInfo {
+  Control control;
+  std::string_view caption;
+  std::string_view toolTip;
+  bool selectedAtStart;
+};
+
+inline constexpr std::array<OptionInfo, 11> kOptions{{
+    {OptPivot(0), "Yes", "", true},
+    {OptPivot(1), "No", "", false},
+    {OptCreate(0), "Of zeroes", "Create matrix of zeroes", true},
+    {OptCreate(1), "Of ones", "Create matrix of ones", false},
+    {OptCreate(2), "Identity", "Create identity matrix", false},
+    {OptCreate(3), "Random", "Create matrix of random elements", false},
+    {chkSymmetric, "Symmetric", "Create symmetric matrix", false},
+    {chkIntegers, "Integers", "All elements will be integers", false},
+    {OptSystem(0), "One-shot solution", "", true},
+    {OptSystem(1), "Solve by LU factors", "", false},
+    {OptSystem(2), "Overdetermined/inconsistent", "", false},
+}};
+
+}  // namespace qmx
