@@ -208,9 +208,10 @@ std::string PrintItem(int value) { return (value < 0 ? "" : " ") + std::to_strin
 
 char* WriteFileNumber(char* out, double value) {
   // The shortest text that reads back is the 15-digit one whenever that reads back, except among
-  // the subnormal numbers, which have fewer digits than 15 to tell them apart.
+  // the subnormal numbers, many of which are told apart by fewer digits than that.
+  Digits digits = ShortestDigits(value);
   const bool subnormal = value != 0 && std::abs(value) < std::numeric_limits<double>::min();
-  const Digits digits = subnormal ? RoundedDigits(value, kDoubleDigits) : ShortestDigits(value);
+  if (subnormal && digits.count < kDoubleDigits) digits = RoundedDigits(value, kDoubleDigits);
   if (digits.negative) *out++ = '-';
   return WriteDigits(digits, std::max(digits.count, kDoubleDigits), false, out);
 }
