@@ -8,10 +8,10 @@ namespace qmx {
 /// What solving a system of linear equations gives.
 struct SystemSolution {
   bool solved = false;
-  Matrix x;  ///< n x 1. Where not solved: the unknowns solved so far, the others as the method left
-             ///< them.
-  bool inconsistent =
-      false;  ///< Where not solved: no solution at all, rather than infinitely many.
+  /// n x 1. Where not solved: the unknowns solved so far, the others as the method left them.
+  Matrix x;
+  /// Where not solved: no solution at all, rather than infinitely many.
+  bool inconsistent = false;
 };
 
 /// Solves an augmented system (n equations, right-hand side in the last column) by Gaussian
@@ -32,7 +32,8 @@ SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& ex
 
 /// The least-squares solution of an augmented system of m equations in k = cols - 1 unknowns
 /// through its normal equations AᵀA·x = Aᵀb (Golub & Van Loan, Matrix Computations, 5.3.2), solved
-/// as in SolveOneShot. x is k x 1.
+/// as in SolveOneShot. x is k x 1. Faults: 9 where there are more unknowns than equations, or no
+/// columns at all.
 SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress);
 
 }  // namespace qmx

@@ -1,0 +1,173 @@
+#include "algorithms/eigenvalues.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "algorithms/hessenberg.h"
+#include "base/arithmetic.h"
+#include "base/fault.h"
+
+namespace qmx {
+namespace {
+
+/// The iteration on one matrix. Vectors are numbered from 1; element 0 is not used.
+class EigenvalueIteration {
+ public:
+  EigenvalueIteration(const Matrix& A, const EigenParameters& parameters, std::int32_t& shiftIndex);
+  EigenvalueRun Run(Progress& progress);
+
+ private:
+  void Cycle();
+  void Deflate();
+  void DeflateBottom();
+  void DeflateMiddle();
+  void DeflateTop();
+  void TakeLast();
+  void Shift();
+
+  bool HasSettled(int i) const { return change_[i] <= parameters_.tolerance; }
+  bool IsCutOffAbove(int i) const;
+  void TakeEigenvalue(int i);
+  void RemoveActive(int i);
+
+  const EigenParameters& parameters_;
+  std::int32_t& shiftIndex_;
+  const int order_;
+  int active_;  ///< Order of the leading block of M_ that still holds unknown eigenvalues.
+  Matrix M_;    ///< Keeps its full size: a carried shift index may point behind the active block.
+  HessenbergQr work_;
+  std::vector<int> position_;   ///< For each active row its row in the given matrix.
+  std::vector<double> change_;  ///< What the last cycle changed each active diagonal entry by.
+  std::vector<double> value_;   ///< Eigenvalues found; the shifts so far in the other places.
+  std::vector<double> origin_;
+};
+
+EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters& parameters,
+                                         std::int32_t& shiftIndex)
+    : parameters_(parameters),
+      shiftIndex_(shiftIndex),
+      order_(A.Rows()),
+      active_(order_),
+      M_(A),
+      work_(order_),
+      position_(order_ + 1),
+      change_(order_ + 1),
+      value_(order_ + 1),
+      origin_(order_ + 1) {
+  for (int i = 1; i <= order_; ++i) position_[i] = i;
+}
+
+EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
+  ReduceToHessenberg(M_);
+  for (std::int32_t cycle = 1;; ++cycle) {
+    Cycle();
+    // Before the tests: a NaN would fail them all and go round until the limit.
+    CheckArithmetic();
+    Deflate();
+    if (active_ == 1) TakeLast();
+    if (active_ <= 1 || cycle > parameters_.maxCycles) break;
+    Shift();
+    if (cycle >= parameters_.maxCycles) break;
+    const double found = static_cast<double>(order_ - active_) / order_;
+    progress.Report(std::max(found, static_cast<double>(cycle) / parameters_.maxCycles));
+  }
+  CheckArithmetic();
+  return {
+      order_ - active_, {value_.begin() + 1, value_.end()}, {origin_.begin() + 1, origin_.end()}};
+}
+
+void EigenvalueIteration::Cycle() {
+  for (int i = 1; i <= active_; ++i) change_[i] = M_(i, i);
+  StepHessenbergQr(M_, active_, work_);
+  for (int i = 1; i <= active_; ++i) change_[i] = std::abs(M_(i, i) - change_[i]);
+}
+
+void EigenvalueIteration::Deflate() {
+  DeflateBottom();
+  if (active_ == 1) return;
+  DeflateMiddle();
+  DeflateTop();
+}
+
+/// True if the entry left of diagonal entry i is negligible. Above the first row there is a row 0
+/// of zeros; beyond that there is nothing, which a matrix of order 1 runs into once its value is
+/// taken.
+bool EigenvalueIteration::IsCutOffAbove(int i) const {
+  if (i < 1) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  return (i == 1 ? 0.0 : std::abs(M_(i, i - 1))) <= parameters_.tolerance;
+}
+
+void EigenvalueIteration::DeflateBottom() {
+  while (HasSettled(active_) && IsCutOffAbove(active_)) {
+    TakeEigenvalue(active_);
+    --active_;
+    if (active_ == 1) return;
+  }
+}
+
+void EigenvalueIteration::DeflateMiddle() {
+  for (int i = active_ - 1; i >= 2; --i) {
+    if (!HasSettled(i) || !IsCutOffAbove(i + 1) || !IsCutOffAbove(i)) continue;
+    TakeEigenvalue(i);
+    RemoveActive(i);
+  }
+}
+
+void EigenvalueIteration::DeflateTop() {
+  if (active_ == 1 || !HasSettled(1) || !IsCutOffAbove(2)) return;
+  TakeEigenvalue(1);
+  RemoveActive(1);
+}
+
+void EigenvalueIteration::TakeLast() {
+  if (!HasSettled(1)) return;
+  TakeEigenvalue(1);
+  active_ = 0;
+}
+
+/// Moves by the diagonal entry that changed least, the lowest of equals, all places not yet filled
+/// remembering the move. Where the first entry changed strictly least the index stays as it was.
+void EigenvalueIteration::Shift() {
+  double least = change_[1];
+  for (int i = 2; i <= active_; ++i) {
+    if (change_[i] <= least) {
+      least = change_[i];
+      shiftIndex_ = i;
+    }
+  }
+  if (least > parameters_.shiftReference) return;
+  const double shift = shiftIndex_ == 0 ? 0.0 : M_.At(shiftIndex_, shiftIndex_);
+  for (int i = 1; i <= active_; ++i) {
+    value_[order_ - i + 1] += shift;
+    M_(i, i) -= shift;
+  }
+}
+
+void EigenvalueIteration::TakeEigenvalue(int i) {
+  const int slot = order_ - active_ + 1;
+  value_[slot] = M_(i, i) + value_[slot];
+  origin_[slot] = position_[i];
+}
+
+/// Closes the gap that row and column i leave in the active block.
+void EigenvalueIteration::RemoveActive(int i) {
+  for (int r = i; r < active_; ++r) {
+    std::copy(M_.Row(r + 1), M_.Row(r + 1) + active_, M_.Row(r));
+    position_[r] = position_[r + 1];
+    change_[r] = change_[r + 1];
+  }
+  for (int r = 1; r < active_; ++r) {
+    std::copy(M_.Row(r) + i, M_.Row(r) + active_, M_.Row(r) + (i - 1));
+  }
+  --active_;
+}
+
+}  // namespace
+
+EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
+                              std::int32_t& shiftIndex, Progress& progress) {
+  if (A.Rows() < 1) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  return EigenvalueIteration(A, parameters, shiftIndex).Run(progress);
+}
+
+}  // namespace qmx

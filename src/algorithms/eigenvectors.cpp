@@ -1,0 +1,90 @@
+#include "algorithms/eigenvectors.h"
+
+#include <cmath>
+#include <utility>
+
+#include "algorithms/elimination.h"
+#include "base/arithmetic.h"
+
+namespace qmx {
+namespace {
+
+/// A - mu·I, with mu a little off lambda on the side away from the diagonal entry of its origin.
+Matrix ShiftedMatrix(const Matrix& A, double lambda, int origin, double additionalShift) {
+  const bool below = A.At(origin, origin) - lambda >= 0;
+  const double mu = below ? lambda - additionalShift : additionalShift + lambda;
+  Matrix M = A;
+  for (int i = 1; i <= M.Rows(); ++i) M(i, i) -= mu;
+  return M;
+}
+
+/// LU factors of M in its place, `order` following the row exchanges. False for a singular M.
+bool FactorInPlace(Matrix& M, std::vector<int>& order) {
+  const int n = M.Rows();
+  for (int c = 1; c <= n; ++c) {
+    const Pivot pivot = FindPivot(M, c);
+    if (pivot.magnitude == 0) return false;
+    if (pivot.row != c) {
+      M.SwapRows(c, pivot.row);
+      std::swap(order[c - 1], order[pivot.row - 1]);
+    }
+    EliminateBelow(M, c);
+  }
+  return true;
+}
+
+/// x := U⁻¹·L⁻¹·x with both factors in M.
+void SolveInPlace(const Matrix& M, std::vector<double>& x) {
+  const int n = M.Rows();
+  for (int i = 1; i <= n; ++i) {
+    double sum = 0.0;
+    for (int j = 1; j < i; ++j) sum += M(i, j) * x[j - 1];
+    x[i - 1] -= sum;
+  }
+  for (int i = n; i >= 1; --i) {
+    double sum = 0.0;
+    for (int j = i + 1; j <= n; ++j) sum += M(i, j) * x[j - 1];
+    x[i - 1] = (x[i - 1] - sum) / M(i, i);
+  }
+}
+
+void Normalise(std::vector<double>& x) {
+  double sum = 0.0;
+  for (const double component : x) sum += component * component;
+  const double norm = std::sqrt(sum);
+  for (double& component : x) component /= norm;
+}
+
+bool AgreeInMagnitude(const std::vector<double>& x, const std::vector<double>& y,
+                      double tolerance) {
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    if (std::abs(std::abs(x[i]) - std::abs(y[i])) > tolerance) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
+                              const EigenParameters& parameters, std::vector<double>& x) {
+  const int n = A.Rows();
+  Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
+  std::vector<int> order(n);
+  for (int i = 0; i < n; ++i) order[i] = i;
+  const bool regular = FactorInPlace(M, order);
+  CheckArithmetic();
+  if (!regular) return VectorOutcome::kSingular;
+
+  std::vector<double> previous(n);
+  for (std::int32_t cycle = 1;; ++cycle) {
+    previous = x;
+    for (int i = 0; i < n; ++i) x[i] = previous[order[i]];
+    SolveInPlace(M, x);
+    Normalise(x);
+    CheckArithmetic();
+    if (AgreeInMagnitude(x, previous, parameters.tolerance)) return VectorOutcome::kConverged;
+    if (cycle >= parameters.maxCycles) return VectorOutcome::kNotConverged;
+  }
+}
+
+}  // namespace qmx

@@ -1,0 +1,63 @@
+#include "algorithms/elementary.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+
+namespace qmx {
+
+Matrix Sum(const Matrix& A, const Matrix& B) {
+  Matrix C(A.Rows(), A.Cols());
+  std::transform(A.Data(), A.Data() + A.Size(), B.Data(), C.Data(), std::plus<>());
+  return C;
+}
+
+Matrix Difference(const Matrix& A, const Matrix& B) {
+  Matrix C(A.Rows(), A.Cols());
+  std::transform(A.Data(), A.Data() + A.Size(), B.Data(), C.Data(), std::minus<>());
+  return C;
+}
+
+Matrix Product(const Matrix& A, const Matrix& B, Progress& progress) {
+  Matrix C(A.Rows(), B.Cols());
+  for (int i = 1; i <= A.Rows(); ++i) {
+    for (int k = 1; k <= A.Cols(); ++k) {
+      for (int j = 1; j <= B.Cols(); ++j) C(i, j) += A(i, k) * B(k, j);
+    }
+    progress.Report(static_cast<double>(i) / A.Rows());
+  }
+  return C;
+}
+
+double Trace(const Matrix& A) {
+  double trace = 0.0;
+  for (int k = 1; k <= A.Rows(); ++k) trace += A(k, k);
+  return trace;
+}
+
+Matrix Transpose(const Matrix& A) {
+  Matrix T(A.Cols(), A.Rows());
+  for (int i = 1; i <= A.Rows(); ++i) {
+    for (int j = 1; j <= A.Cols(); ++j) T(j, i) = A(i, j);
+  }
+  return T;
+}
+
+void ScaleInPlace(Matrix& A, double c) {
+  std::transform(A.Data(), A.Data() + A.Size(), A.Data(), [c](double a) { return c * a; });
+}
+
+void ShiftInPlace(Matrix& A, double s) {
+  for (int i = 1; A.Contains(i, i); ++i) A(i, i) += s;
+}
+
+bool IsSymmetric(const Matrix& A) {
+  for (int i = 1; i <= A.Rows(); ++i) {
+    for (int j = i + 1; j <= A.Rows(); ++j) {
+      if (A(i, j) != A(j, i)) return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace qmx

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/matrix.h"
+
+namespace qmx {
+
+/// Reduces a square M to upper Hessenberg form by Householder reflections, M := H·M·H for each
+/// column that is not yet zero below its subdiagonal (Golub & Van Loan, Matrix Computations, 7.4.2,
+/// with explicit reflectors). The square root in a reflector always has the plus sign, so
+/// cancellation may happen where the subdiagonal element is negative. Faults: arithmetic faults of
+/// any reflection.
+void ReduceToHessenberg(Matrix& M);
+
+/// What one QR step works with; the contents mean nothing between steps.
+struct HessenbergQr {
+  explicit HessenbergQr(int order) : V(order, order), Q(order, order), R(order, order) {}
+  Matrix V;  ///< Orthogonal columns before scaling.
+  Matrix Q;  ///< Orthonormal columns.
+  Matrix R;  ///< Upper triangular.
+};
+
+/// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical
+/// Gram-Schmidt and overwrites it by R·Q. A column that vanishes gives a zero column of Q and does
+/// not fail. Entries left of the subdiagonal are not touched.
+void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work);
+
+}  // namespace qmx

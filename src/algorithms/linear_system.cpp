@@ -1,0 +1,115 @@
+#include "algorithms/linear_system.h"
+
+#include "algorithms/elimination.h"
+#include "base/fault.h"
+#include "base/number_text.h"
+
+namespace qmx {
+namespace {
+
+void Require(bool present) {
+  if (!present) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+}
+
+/// Elimination with partial pivoting of the augmented matrix M; a zero column is skipped.
+void Eliminate(Matrix& M, Progress& progress) {
+  const int n = M.Rows();
+  for (int k = 1; k < n; ++k) {
+    const Pivot pivot = FindPivot(M, k);
+    if (pivot.magnitude == 0) continue;
+    M.SwapRows(k, pivot.row, k);
+    EliminateBelow(M, k);
+    progress.Report(EliminatedPart(k, n));
+  }
+}
+
+/// The sum over j = first..last of T(i,j)·x(j), from 0.
+double RowTimesVector(const Matrix& T, int i, int first, int last, const Matrix& x) {
+  double sum = 0.0;
+  for (int j = first; j <= last; ++j) sum += T(i, j) * x(j, 1);
+  return sum;
+}
+
+/// Back substitution in the eliminated augmented matrix M, whose last column is the right-hand
+/// side.
+SystemSolution SubstituteBack(const Matrix& M) {
+  const int n = M.Rows();
+  SystemSolution solution;
+  Matrix& x = solution.x = Matrix(n, 1);
+  Require(n == 0 || M.Cols() >= n);
+  for (int i = n; i >= 1; --i) {
+    const double solved = RowTimesVector(M, i, i + 1, n, x);
+    if (M(i, i) == 0) {
+      solution.inconsistent = RowTimesVector(M, i, i, n, x) != M.At(i, n + 1);
+      return solution;
+    }
+    x(i, 1) = (M(i, M.Cols()) - solved) / M(i, i);
+  }
+  solution.solved = true;
+  return solution;
+}
+
+/// [AᵀA | Aᵀb] of a system [A | b].
+Matrix NormalEquations(const Matrix& system, Progress& progress) {
+  const int unknowns = system.Cols() - 1;
+  Matrix M(unknowns, unknowns + 1);
+  for (int r = 1; r <= system.Rows(); ++r) {
+    for (int i = 1; i <= unknowns; ++i) {
+      for (int j = 1; j <= i; ++j) M(i, j) += system(r, i) * system(r, j);
+      M(i, unknowns + 1) += system(r, i) * system(r, unknowns + 1);
+    }
+    progress.Report(static_cast<double>(r) / system.Rows());
+  }
+  for (int i = 1; i <= unknowns; ++i) {
+    for (int j = 1; j < i; ++j) M(j, i) = M(i, j);
+  }
+  return M;
+}
+
+/// Column 1 of `system` in the row order of the factors.
+Matrix PermutedRightHandSide(const Matrix& system, const Matrix& exchanges) {
+  const int n = system.Rows();
+  const bool identity = exchanges.Size() == 0;
+  Matrix x(n, 1);
+  for (int i = 1; i <= n; ++i) {
+    x(i, 1) = system.At(identity ? i : RoundToInteger(exchanges.At(i, 1)), 1);
+  }
+  return x;
+}
+
+}  // namespace
+
+SystemSolution SolveOneShot(Matrix M, Progress& progress) {
+  Eliminate(M, progress);
+  return SubstituteBack(M);
+}
+
+SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& exchanges,
+                              const Matrix& system) {
+  const int n = system.Rows();
+  SystemSolution solution;
+  Matrix& x = solution.x = PermutedRightHandSide(system, exchanges);
+  // The diagonal of L is not read.
+  Require(n < 2 || L.Contains(n, n - 1));
+  Require(n < 1 || U.Contains(n, n));
+  for (int i = 1; i <= n; ++i) x(i, 1) -= RowTimesVector(L, i, 1, i - 1, x);
+  for (int i = n; i >= 1; --i) {
+    const double solved = RowTimesVector(U, i, i + 1, n, x);
+    if (U(i, i) == 0) {
+      solution.inconsistent = RowTimesVector(U, i, i, n, x) != x(i, 1);
+      return solution;
+    }
+    x(i, 1) = (x(i, 1) - solved) / U(i, i);
+  }
+  solution.solved = true;
+  return solution;
+}
+
+SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
+  const int unknowns = system.Cols() - 1;
+  // There is room for one unknown per equation.
+  Require(unknowns >= 0 && unknowns <= system.Rows());
+  return SolveOneShot(NormalEquations(system, progress), progress);
+}
+
+}  // namespace qmx
