@@ -8,6 +8,10 @@ namespace qmx {
 
 void ClearArithmeticFaults() { std::feclearexcept(FE_ALL_EXCEPT); }
 
+KeepArithmeticFaults::KeepArithmeticFaults() { std::fegetexceptflag(&kept_, FE_ALL_EXCEPT); }
+
+KeepArithmeticFaults::~KeepArithmeticFaults() { std::fesetexceptflag(&kept_, FE_ALL_EXCEPT); }
+
 void CheckArithmetic() {
   const int raised = std::fetestexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);
   if (raised == 0) return;

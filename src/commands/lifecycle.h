@@ -26,8 +26,17 @@ void CreateSystem(Context& context);
 /// Erases the System and its Solution, without a question, and goes back to the one-shot solution.
 void ResetSystemCommand(Context& context);
 
+/// A count of rows and one of columns, as fields hold them.
+struct Dimensions {
+  int rows;
+  int cols;
+};
+
 /// Reads a dimension field. Nothing, after a message that names the field and what it holds, where
 /// that is not a count.
 std::optional<int> ReadDimension(Context& context, const Control& field, int least = 1);
+/// Reads two of them; nothing, after a message, also where the machine cannot hold such a matrix.
+std::optional<Dimensions> ReadDimensions(Context& context, const Control& rowsField,
+                                         const Control& colsField);
 
 }  // namespace qmx

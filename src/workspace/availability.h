@@ -29,6 +29,13 @@ void MarkBCreated(Context& context);
 /// The System is there: sets up its grid and switches its controls from creating to solving.
 void MarkSystemAvailable(Context& context);
 
+/// Switches A's (B's) controls between creating and using.
+void SwitchOperandControls(Context& context, int operand, bool created);
+/// Switches the System's controls between creating and solving.
+void SwitchSystemControls(Context& context, bool present);
+/// Takes a result off the main window: hides its frame and disables its buttons.
+void HideResult(Context& context, int slot);
+
 /// Writes a slot's counts into its fields or labels.
 void ShowDimensions(Context& context, int slot);
 

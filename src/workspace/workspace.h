@@ -17,10 +17,13 @@ struct SlotData {
   Matrix array;
   int rows = 0;
   int cols = 0;
-  bool present =
-      false;  ///< Set while the matrix is available on the main window; not used by A and B.
-  bool WideDisplay =
-      false;  ///< Full double precision and double column width in its grid; outlives the window.
+  /// What its grid was set up for last.
+  int gridRows = 0;
+  int gridCols = 0;
+  /// Set while the matrix is available on the main window; not used by A and B.
+  bool present = false;
+  /// Full double precision and double column width in its grid; outlives the window.
+  bool WideDisplay = false;
 };
 
 /// The factors that systems are solved with: P·A = L·U. Independent of the L and U results.
