@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "base/matrix.h"
+#include "support/core_ports.h"
+#include "support/core_screen.h"
+#include "workspace/context.h"
+
+namespace qmx::test {
+
+/// A matrix from its rows: Rows({{1, 2}, {3, 4}}).
+Matrix Rows(std::initializer_list<std::initializer_list<double>> rows);
+
+/// A whole program without windows, as it stands right after its start.
+class Workbench : public ::testing::Test {
+ public:
+  Workbench();
+
+  Workspace workspace;
+  RecordingScreen screen;
+  MemoryFiles files;
+  RecordingPrinter printer;
+  FixedRandom random;
+  FixedClock clock;
+  Context context{workspace, screen, files, printer, random, clock};
+
+  /// Creates A (B) from the fields and types every element into its editor.
+  void EnterA(const Matrix& values) { Enter(kSlotA, values); }
+  void EnterB(const Matrix& values) { Enter(kSlotB, values); }
+  /// Creates the System with the selected method and types every element of the augmented matrix.
+  void EnterSystem(const Matrix& augmented);
+  /// Presses a task button.
+  void Press(int task);
+  /// Resets A or B and says yes.
+  void Reset(int operand);
+
+  const Matrix& Array(int slot) const { return workspace.At(slot).array; }
+  bool NoMessage() const { return screen.messages.empty(); }
+
+ private:
+  void Enter(int operand, const Matrix& values);
+  void TypeElements(int slot, const Matrix& values);
+};
+
+}  // namespace qmx::test

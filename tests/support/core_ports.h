@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "base/fault.h"
+#include "workspace/ports.h"
+
+namespace qmx::test {
+
+/// Keeps the printed lines of each document.
+class RecordingPrinter : public Printer {
+ public:
+  std::vector<std::string> lines;
+  std::vector<std::string> fonts;  ///< The font of each line.
+  int documents = 0;
+  bool fails = false;
+  std::string font = "Helvetica";
+
+  void PrintLine(const std::string& line) override {
+    lines.push_back(line);
+    fonts.push_back(font);
+  }
+  std::string FontName() const override { return font; }
+  void SetFontName(const std::string& name) override { font = name; }
+  void EndDocument() override {
+    if (fails) throw RuntimeFault(Fault::kPrinterError);
+    ++documents;
+  }
+};
+
+/// Files in memory. Writing fails once more bytes than `room` are asked for, and then leaves the old file.
+class MemoryFiles : public FileStore {
+ public:
+  std::map<std::string, std::string> files;
+  std::size_t room = std::numeric_limits<std::size_t>::max();
+
+  FileOutcome Read(const std::string& name, std::string& bytes) override {
+    const auto found = files.find(name);
+    if (found == files.end()) return {"There is no such file."};
+    bytes = found->second;
+    return {};
+  }
+  FileOutcome Replace(const std::string& name, std::string_view bytes) override {
+    if (bytes.size() > room) return {"There is no space left."};
+    files[name] = std::string(bytes);
+    return {};
+  }
+};
+
+/// Gives a fixed sequence, over and over; 0.25, 0.5 and so on unless told otherwise.
+class FixedRandom : public Random {
+ public:
+  std::vector<float> sequence{0.25F, 0.5F, 0.75F, 0.125F, 0.875F, 0.0F, 0.625F};
+  std::vector<std::uint64_t> seeds;
+
+  void Seed(std::uint64_t seed) override {
+    seeds.push_back(seed);
+    next_ = 0;
+  }
+  float Next() override { return sequence[next_++ % sequence.size()]; }
+
+ private:
+  std::size_t next_ = 0;
+};
+
+class FixedClock : public Clock {
+ public:
+  std::uint64_t now = 1;
+  std::uint64_t Ticks() override { return now++; }
+};
+
+}  // namespace qmx::test
