@@ -33,7 +33,8 @@ class RecordingPrinter : public Printer {
   }
 };
 
-/// Files in memory. Writing fails once more bytes than `room` are asked for, and then leaves the old file.
+/// Files in memory. Writing fails once more bytes than `room` are asked for, and then leaves the
+/// old file.
 class MemoryFiles : public FileStore {
  public:
   std::map<std::string, std::string> files;

@@ -39,7 +39,8 @@ bool RecordingScreen::IsSelected(const Control& control) const {
 
 void RecordingScreen::Select(const Control& option) {
   constexpr int kMostOptions = 4;
-  for (int i = 0; i < kMostOptions; ++i) selected[Control{option.name, i}.ObjectName()] = i == option.index;
+  for (int i = 0; i < kMostOptions; ++i)
+    selected[Control{option.name, i}.ObjectName()] = i == option.index;
 }
 
 int RecordingScreen::FirstRow(int slot) {

@@ -55,7 +55,9 @@ class RecordingScreen : public Screen {
   std::deque<std::string> fileNames;
 
   bool Enabled(const Control& control) const;
-  std::string LastMessage() const { return messages.empty() ? std::string() : messages.back().text; }
+  std::string LastMessage() const {
+    return messages.empty() ? std::string() : messages.back().text;
+  }
   /// Types into a field, with what follows in the window left out.
   void Type(const Control& field, const std::string& text) { texts[field.ObjectName()] = text; }
   void Check(const Control& box, bool checked) { selected[box.ObjectName()] = checked; }
