@@ -1,0 +1,24 @@
+# Debian packages that the program needs, by purpose, and how to get them. To be sourced.
+
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev fp-utils libchm-dev librsvg2-bin"
+run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-utils xdg-utils"
+display_packages="xvfb xauth x11-utils imagemagick"
+test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core
+  xdotool libbenchmark-dev libglib2.0-bin"
+
+# Runs a command as root, with sudo where we are not.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# Installs those of the named packages that are missing; needs no network where nothing is.
+install_packages() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' || missing+=("$package")
+  done
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  echo "Installing: ${missing[*]}"
+  as_root apt-get update -q
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
