@@ -1,0 +1,248 @@
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "base/memory.h"
+#include "desktop/file_store_system.h"
+
+namespace qmx {
+namespace {
+
+struct ErrorText {
+  int error;
+  const char* text;
+};
+
+constexpr std::array<ErrorText, 16> kErrorTexts{{
+    {ENOENT, "There is no such file or folder."},
+    {ENOTDIR, "A part of its path is not a folder."},
+    {EISDIR, "It is a folder."},
+    {EACCES, "You have no permission for it."},
+    {EPERM, "You have no permission for it."},
+    {EROFS, "The disk is write-protected."},
+    {ENOSPC, "There is no space left on the disk."},
+    {EDQUOT, "Your share of the disk is used up."},
+    {EFBIG, "The file would be larger than the system permits."},
+    {ENAMETOOLONG, "The name is too long."},
+    {ELOOP, "Its links lead in a circle."},
+    {EIO, "The disk reports an error."},
+    {ENOMEM, "There is not enough memory."},
+    {EMFILE, "Too many files are open."},
+    {ENFILE, "Too many files are open."},
+    {EINVAL, "The name cannot be used for a file."},
+}};
+
+FileOutcome Failure(int error) {
+  for (const ErrorText& entry : kErrorTexts) {
+    if (entry.error == error) return {entry.text};
+  }
+  return {std::string("The system says: ") + std::strerror(error) + "."};
+}
+
+constexpr const char* kNotRegular = "It is not an ordinary file.";
+
+/// A file descriptor that closes itself.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor& operator=(Descriptor&&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  int Number() const { return number_; }
+  bool IsOpen() const { return number_ >= 0; }
+  /// Closes it now; false where the system reports that something was not written.
+  bool Close() { return close(std::exchange(number_, -1)) == 0; }
+
+ private:
+  int number_;
+};
+
+bool NameIsUsable(const std::string& name) {
+  return !name.empty() && name.find('\0') == std::string::npos;
+}
+
+/// The folder of a path, ready to be put before a file's name.
+std::string FolderOf(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? std::string("./") : path.substr(0, slash + 1);
+}
+
+/// Follows symbolic links to the file that is to be replaced, which need not exist. Returns an
+/// error number.
+int FollowLinks(std::string& path) {
+  constexpr int kMostLinks = 40;
+  for (int links = 0; links < kMostLinks; ++links) {
+    std::array<char, PATH_MAX> target;
+    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+    if (length < 0) return errno == EINVAL || errno == ENOENT ? 0 : errno;
+    const std::string next(target.data(), static_cast<std::size_t>(length));
+    path = next.starts_with('/') ? next : FolderOf(path) + next;
+  }
+  return ELOOP;
+}
+
+int WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return errno;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return 0;
+}
+
+/// A name beside the target that nobody can guess.
+std::string TemporaryName(const std::string& folder) {
+  std::array<unsigned char, 8> random{};
+  if (getrandom(random.data(), random.size(), 0) < 0)
+    random[0] = static_cast<unsigned char>(getpid());
+  std::string name = folder + ".qmx-";
+  for (const unsigned char byte : random) {
+    std::array<char, 3> digits;
+    std::snprintf(digits.data(), digits.size(), "%02x", byte);
+    name += digits.data();
+  }
+  return name + ".tmp";
+}
+
+/// A new file beside the target. It vanishes unless it takes the target's name.
+class Temporary {
+ public:
+  Temporary(const std::string& folder, mode_t mode)
+      : name_(TemporaryName(folder)), file_(Open(mode)) {}
+  Temporary(const Temporary&) = delete;
+  Temporary& operator=(const Temporary&) = delete;
+  ~Temporary() {
+    if (exists_) unlink(name_.c_str());
+  }
+  /// An error number, as are the next two.
+  int OpenError() const { return openError_; }
+  int Fill(std::string_view bytes) {
+    const int error = WriteAll(file_.Number(), bytes);
+    if (error != 0) return error;
+    if (fsync(file_.Number()) != 0) return errno;
+    return file_.Close() ? 0 : errno;
+  }
+  int TakeName(const std::string& target) {
+    if (rename(name_.c_str(), target.c_str()) != 0) return errno;
+    exists_ = false;
+    return 0;
+  }
+  /// Takes over the rights of the file that it will replace.
+  int TakeRights(const struct stat& old) {
+    mode_t mode = old.st_mode & 0777;
+    if (fchown(file_.Number(), old.st_uid, old.st_gid) != 0 &&
+        fchown(file_.Number(), static_cast<uid_t>(-1), old.st_gid) != 0) {
+      // Another group must not gain what the old one had.
+      mode &= ~static_cast<mode_t>(070);
+    }
+    return fchmod(file_.Number(), mode) == 0 ? 0 : errno;
+  }
+
+ private:
+  Descriptor Open(mode_t mode) {
+    Descriptor file(
+        open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
+    openError_ = file.IsOpen() ? 0 : errno;
+    exists_ = file.IsOpen();
+    return file;
+  }
+
+  std::string name_;
+  int openError_ = 0;
+  bool exists_ = false;
+  Descriptor file_;
+};
+
+/// Makes the new name reach the disk. The file itself is safe by now, so that a folder which cannot
+/// be flushed is no failure.
+void FlushFolder(const std::string& folder) {
+  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.IsOpen()) fsync(descriptor.Number());
+}
+
+FileOutcome ReplaceRegularFile(const std::string& path, const struct stat* old,
+                               std::string_view bytes) {
+  const std::string folder = FolderOf(path);
+  // A file that is to replace another is nobody else's business until it has the other's rights.
+  Temporary temporary(folder, old == nullptr ? 0666 : 0600);
+  int error = temporary.OpenError();
+  if (error == 0 && old != nullptr) error = temporary.TakeRights(*old);
+  if (error == 0) error = temporary.Fill(bytes);
+  if (error == 0) error = temporary.TakeName(path);
+  if (error != 0) return Failure(error);
+  FlushFolder(folder);
+  return {};
+}
+
+int ReadAll(int file, std::size_t expected, std::string& bytes) {
+  // One more than expected, so that the end shows without another round.
+  bytes.resize(expected + 1);
+  std::size_t filled = 0;
+  for (;;) {
+    if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
+    const ssize_t got = read(file, bytes.data() + filled, bytes.size() - filled);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return errno;
+    if (got == 0) break;
+    filled += static_cast<std::size_t>(got);
+  }
+  bytes.resize(filled);
+  return 0;
+}
+
+class PosixFileStore : public FileStore {
+ public:
+  FileOutcome Read(const std::string& name, std::string& bytes) override {
+    if (!NameIsUsable(name)) return Failure(EINVAL);
+    struct stat info {};
+    if (stat(name.c_str(), &info) != 0) return Failure(errno);
+    if (S_ISDIR(info.st_mode)) return Failure(EISDIR);
+    // Opening a pipe would wait for its other end, opening a device may set it in motion.
+    if (!S_ISREG(info.st_mode)) return {kNotRegular};
+    const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+    if (!file.IsOpen()) return Failure(errno);
+    const auto size = static_cast<std::size_t>(info.st_size);
+    if (size > AvailableMemory() / 2) return Failure(ENOMEM);
+    try {
+      const int error = ReadAll(file.Number(), size, bytes);
+      return error == 0 ? FileOutcome() : Failure(error);
+    } catch (const std::bad_alloc&) {
+      return Failure(ENOMEM);
+    }
+  }
+
+  FileOutcome Replace(const std::string& name, std::string_view bytes) override {
+    if (!NameIsUsable(name) || name.ends_with('/')) return Failure(EINVAL);
+    std::string path = name;
+    const int error = FollowLinks(path);
+    if (error != 0) return Failure(error);
+    struct stat old {};
+    if (stat(path.c_str(), &old) != 0)
+      return errno == ENOENT ? ReplaceRegularFile(path, nullptr, bytes) : Failure(errno);
+    if (S_ISDIR(old.st_mode)) return Failure(EISDIR);
+    if (!S_ISREG(old.st_mode)) return {kNotRegular};
+    if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Failure(errno);
+    return ReplaceRegularFile(path, &old, bytes);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<FileStore> MakeSystemFileStore() { return std::make_unique<PosixFileStore>(); }
+
+}  // namespace qmx

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+#include "workspace/ports.h"
+
+namespace qmx {
+
+/// The files of the operating system.
+///
+/// Only regular files are read and replaced. A file is replaced as a whole: the bytes go to a new
+/// file beside it, reach the disk, and then take its name, so that the old file survives any
+/// failure. The new file keeps the rights and, where the system permits, the owner of the old one.
+/// A symbolic link stays a link; the file that it leads to is replaced. A file that may not be
+/// written is refused, even where its folder would allow to replace it.
+std::unique_ptr<FileStore> MakeSystemFileStore();
+
+}  // namespace qmx

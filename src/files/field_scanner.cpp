@@ -1,0 +1,171 @@
+#include "files/field_scanner.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "base/number_text.h"
+
+namespace qmx {
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+const char* SkipBlanks(const char* at, const char* end) {
+  while (at != end && IsBlank(*at)) ++at;
+  return at;
+}
+
+/// The position after the line end that stands at `at`, or null where none does.
+const char* AfterLineEnd(const char* at, const char* end) {
+  if (at != end && *at == '\r') ++at;
+  return at != end && *at == '\n' ? at + 1 : nullptr;
+}
+
+bool EndsField(char c) { return IsBlank(c) || c == ',' || c == '\r' || c == '\n'; }
+
+/// Reads a number that starts at `at`; null where none does. Words that stand for infinite values
+/// are no numbers here.
+const char* ParseNumberField(const char* at, const char* end, double& value) {
+  const char* number = at;
+  if (number != end && *number == '+') ++number;
+  const char* digits = number;
+  if (digits == at && digits != end && *digits == '-') ++digits;
+  if (digits == end || !(IsDigit(*digits) || *digits == '.')) return nullptr;
+  const auto parsed = std::from_chars(number, end, value);
+  if (parsed.ec == std::errc()) return parsed.ptr;
+  if (parsed.ec != std::errc::result_out_of_range) return nullptr;
+  // Too small reads as zero, too large is no double.
+  const auto whole = ParseNumber({at, static_cast<std::size_t>(parsed.ptr - at)});
+  if (!whole) return nullptr;
+  value = *whole;
+  return parsed.ptr;
+}
+
+/// Up to a few characters of a field, fit for a message box.
+std::string Excerpt(const char* at, const char* end) {
+  constexpr int kLongest = 24;
+  std::string text;
+  for (; at != end && *at != '\n' && *at != '\r' && *at != ','; ++at) {
+    if (text.size() == kLongest) return text + "...";
+    text += *at >= ' ' && *at <= '~' ? *at : '?';
+  }
+  while (!text.empty() && IsBlank(text.back())) text.pop_back();
+  return text;
+}
+
+}  // namespace
+
+std::string ReadProblem::Text() const {
+  return "Line " + std::to_string(line) + ": expected " + expected + ", but found " + found + ".";
+}
+
+const char* FieldScanner::SkipEmptyLines(const char* from) const {
+  const char* at = SkipBlanks(from, end_);
+  while (const char* next = AfterLineEnd(at, end_)) at = SkipBlanks(next, end_);
+  return at;
+}
+
+bool FieldScanner::FinishField(const char* fieldEnd) {
+  if (fieldEnd == end_ || !EndsField(*fieldEnd)) return false;
+  const char* next = SkipBlanks(fieldEnd, end_);
+  if (next == end_) return false;
+  if (*next == ',') {
+    ++next;
+  } else if (const char* line = AfterLineEnd(next, end_)) {
+    next = line;
+  } else if (*next == '\r') {
+    return false;
+  }
+  lastField_ = at_;
+  at_ = next;
+  return true;
+}
+
+bool FieldScanner::ReadFlag(bool& value) {
+  at_ = SkipEmptyLines(at_);
+  const std::string_view rest(at_, static_cast<std::size_t>(end_ - at_));
+  for (const bool candidate : {true, false}) {
+    const std::string_view word = candidate ? "#TRUE#" : "#FALSE#";
+    if (!rest.starts_with(word)) continue;
+    value = candidate;
+    return FinishField(at_ + word.size());
+  }
+  return false;
+}
+
+bool FieldScanner::ReadInteger(std::int32_t& value) {
+  at_ = SkipEmptyLines(at_);
+  const char* number = at_;
+  if (number != end_ && *number == '+') {
+    ++number;
+    if (number == end_ || !IsDigit(*number)) return false;
+  }
+  const auto parsed = std::from_chars(number, end_, value);
+  return parsed.ec == std::errc() && FinishField(parsed.ptr);
+}
+
+bool FieldScanner::ReadNumber(double& value) {
+  at_ = SkipEmptyLines(at_);
+  const char* fieldEnd = ParseNumberField(at_, end_, value);
+  return fieldEnd != nullptr && FinishField(fieldEnd);
+}
+
+std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
+  std::size_t done = 0;
+  while (done < count && ReadNumber(values[done])) ++done;
+  return done;
+}
+
+bool FieldScanner::ReadText(std::string& value) {
+  at_ = SkipBlanks(at_, end_);
+  const bool quoted = at_ != end_ && *at_ == '"';
+  const char* first = quoted ? at_ + 1 : at_;
+  const char* last = std::find_if(first, end_, [quoted](char c) {
+    return c == '\r' || c == '\n' || c == (quoted ? '"' : ',');
+  });
+  if (last == end_ || (quoted && *last != '"')) return false;
+  const char* fieldEnd = quoted ? last + 1 : last;
+  while (last != first && IsBlank(last[-1])) --last;
+  value.assign(first, last);
+  return FinishField(fieldEnd);
+}
+
+bool FieldScanner::ReadEmptyLine() {
+  const char* next = AfterLineEnd(SkipBlanks(at_, end_), end_);
+  if (next == nullptr) return false;
+  at_ = next;
+  return true;
+}
+
+bool FieldScanner::AtEnd() {
+  at_ = SkipEmptyLines(at_);
+  return at_ == end_;
+}
+
+ReadProblem FieldScanner::ProblemAt(const char* field, std::string expected) const {
+  ReadProblem problem;
+  problem.line = static_cast<int>(std::count(start_, field, '\n')) + 1;
+  problem.expected = std::move(expected);
+  const std::string text = Excerpt(field, end_);
+  const bool cutOff = std::find(field, end_, '\n') == end_;
+  if (text.empty()) {
+    problem.found = field == end_ ? "the end of the file" : "an empty field";
+  } else {
+    problem.found = '"' + text + '"' + (cutOff ? " and the end of the file" : "");
+  }
+  return problem;
+}
+
+bool FieldScanner::Refuse(std::string expected) {
+  if (!problem_) problem_ = ProblemAt(at_, std::move(expected));
+  return false;
+}
+
+bool FieldScanner::RefuseLast(std::string expected) {
+  if (!problem_) problem_ = ProblemAt(lastField_, std::move(expected));
+  return false;
+}
+
+}  // namespace qmx

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qmx {
+
+/// Why a file was refused: where, and what should have stood there.
+struct ReadProblem {
+  int line = 0;  ///< Counted from 1.
+  std::string expected;
+  std::string found;  ///< What stands there instead.
+
+  /// For the user: "Line 3: expected the number of columns, but found "abc"."
+  std::string Text() const;
+};
+
+/// Reads the fields of a file one after the other, whichever kind of record they stand in.
+///
+/// A field starts after blanks (tabs count as blanks); before a number, an integer or a flag, empty
+/// lines are skipped as well. It ends at a blank, a comma or the end of the line, text only at a
+/// comma or the end of the line. Lines end with LF or CR LF, the last one too: a file that ends
+/// within a line was cut off, and what stands there may be half a number.
+///
+/// Each Read returns false where the field is not what it should be. The scanner then stands at
+/// that field, and Refuse tells what was expected.
+class FieldScanner {
+ public:
+  explicit FieldScanner(std::string_view bytes)
+      : start_(bytes.data()), at_(start_), end_(start_ + bytes.size()) {}
+
+  bool ReadFlag(bool& value);
+  bool ReadInteger(std::int32_t& value);
+  /// Any finite decimal number.
+  bool ReadNumber(double& value);
+  /// Reads numbers until `count` are there or one cannot be read; returns how many were.
+  std::size_t ReadNumbers(double* values, std::size_t count);
+  /// Text up to the comma or the end of the line, without blanks around it; in double quotes it may
+  /// hold a comma.
+  bool ReadText(std::string& value);
+  /// Steps over an empty line.
+  bool ReadEmptyLine();
+  /// True where nothing but blanks and empty lines is left.
+  bool AtEnd();
+
+  /// True if the rest of the file is long enough for so many numbers, at two bytes each.
+  bool CanHoldNumbers(std::uint64_t count) const {
+    return count <= static_cast<std::uint64_t>(end_ - at_) / 2;
+  }
+  std::size_t Size() const { return static_cast<std::size_t>(end_ - start_); }
+
+  /// Notes that the field at which the scanner stands is not what was expected. Always false.
+  bool Refuse(std::string expected);
+  /// Notes that the field read last has a value that cannot be used. Always false.
+  bool RefuseLast(std::string expected);
+  const std::optional<ReadProblem>& Problem() const { return problem_; }
+  /// The problem in words for the user; empty where there is none.
+  std::string ProblemText() const { return problem_ ? problem_->Text() : std::string(); }
+
+ private:
+  bool FinishField(const char* fieldEnd);
+  const char* SkipEmptyLines(const char* from) const;
+  ReadProblem ProblemAt(const char* field, std::string expected) const;
+
+  const char* start_;
+  const char* at_;
+  const char* end_;
+  const char* lastField_ = nullptr;
+  std::optional<ReadProblem> problem_;
+};
+
+}  // namespace qmx

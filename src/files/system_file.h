@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "files/lu_file.h"
+#include "files/matrix_file.h"
+#include "workspace/workspace.h"
+
+namespace qmx {
+
+inline constexpr int kSystemByFactors = 1;  ///< The kind of a system that stored factors solve.
+inline constexpr int kSystemKinds = 3;
+
+/// The System as a file holds it.
+struct SystemSection {
+  MatrixSection matrix;
+  int kind = 0;                          ///< The index of the way of solving, 0 to 2.
+  std::optional<StoredFactors> factors;  ///< Only for kSystemByFactors.
+
+  /// True if the file was read only up to the counts of factors whose U is not square.
+  bool StopsAtFactors() const { return factors && factors->uRows != factors->uCols; }
+};
+
+/// The matrix section of the System, a print record with the kind and, where stored factors solve
+/// it, the factors. Without stored factors their five counts are 0.
+void WriteSystemSection(RecordWriter& writer, const Workspace& workspace);
+bool ReadSystemSection(FieldScanner& scanner, SystemSection& section);
+
+/// About how many numbers the section holds.
+std::size_t SystemSectionSize(const Workspace& workspace);
+
+std::string SystemFile(const Workspace& workspace);
+FileReading<SystemSection> ReadSystemFile(std::string_view bytes);
+
+}  // namespace qmx
