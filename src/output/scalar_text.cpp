@@ -6,7 +6,7 @@ namespace qmx {
 
 std::string ScalarText(double value) {
   constexpr int kMantissaPlaces = 10;
-  const std::string text = Str(value);
+  std::string text = Str(value);
   const std::size_t exponentAt = text.find('E');
   if (exponentAt == std::string::npos) return text;
   const double mantissa = RoundDecimal(Val(text.substr(0, exponentAt)), kMantissaPlaces);
