@@ -1,0 +1,151 @@
+#include "algorithms/definiteness.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "base/fault.h"
+#include "reference/reference.h"
+#include "support/core_cases.h"
+#include "support/core_compare.h"
+#include "support/core_exact.h"
+#include "support/core_tolerance.h"
+
+namespace qmx {
+namespace {
+
+using testing::Record;
+using testing::Rows;
+
+Progress unheard;
+
+const char* Name(Definiteness verdict) {
+  switch (verdict) {
+    case Definiteness::kIndefinite:
+      return "Indefinite";
+    case Definiteness::kPositiveDefinite:
+      return "Positive definite";
+    case Definiteness::kNegativeDefinite:
+      return "Negative definite";
+    case Definiteness::kSemidefinite:
+      return "Semidefinite";
+    case Definiteness::kPositiveSemidefinite:
+      return "Positive Semidefinite";
+    case Definiteness::kNegativeSemidefinite:
+      return "Negative Semidefinite";
+  }
+  return "?";
+}
+
+void Append(Record& record, const char* verdict) {
+  for (; *verdict != '\0'; ++verdict) record.push_back(*verdict);
+}
+
+TEST(DefinitenessTest, HasTheBitsAndTheVerdictOfThePlainLoop) {
+  testing::CaseSource cases(601, testing::CaseShape::kSymmetric, 12);
+  testing::Comparison comparison("definiteness");
+  while (comparison.Count() < testing::kCases && !comparison.HasSeenEnough()) {
+    const Matrix A = cases.Next();
+    comparison.Compare(
+        [&] {
+          const DefinitenessReport report = TestDefiniteness(A, unheard);
+          Record record{report.overallSmallestPivot};
+          testing::Append(record, report.smallestPivot);
+          testing::Append(record, report.leadingMinor);
+          Append(record, Name(report.verdict));
+          return record;
+        },
+        [&] {
+          const reference::Definite definite = reference::TestDefiniteness(testing::ToTable(A));
+          Record record{definite.overallSmallestPivot};
+          testing::Append(record, definite.smallestPivot);
+          testing::Append(record, definite.leadingMinor);
+          Append(record, definite.verdict);
+          return record;
+        },
+        {&A});
+  }
+}
+
+struct Verdict {
+  Matrix A;
+  Definiteness verdict;
+  std::vector<double> minors;
+  std::vector<double> pivots;
+};
+
+TEST(DefinitenessTest, VerdictsOfSmallMatrices) {
+  const Verdict verdicts[] = {
+      {Rows({{2, 1}, {1, 2}}), Definiteness::kPositiveDefinite, {2, 3}, {2, 1.5}},
+      {Rows({{-2, 1}, {1, -2}}), Definiteness::kNegativeDefinite, {-2, 3}, {2, 1.5}},
+      {Rows({{1, 2}, {2, 1}}), Definiteness::kIndefinite, {1, -3}, {1, 1.5}},
+      {Rows({{0, 0}, {0, 1}}), Definiteness::kSemidefinite, {0, 0}, {0, 0}},
+      {Rows({{1, 0}, {0, 0}}), Definiteness::kPositiveSemidefinite, {1, 0}, {1, 0}},
+      {Rows({{-1, 0}, {0, 0}}), Definiteness::kNegativeSemidefinite, {-1, 0}, {1, 0}},
+      {Rows({{0, 0}, {0, -1}}), Definiteness::kSemidefinite, {0, 0}, {0, 0}},
+      {Rows({{0}}), Definiteness::kSemidefinite, {0}, {0}},
+      {Rows({{5}}), Definiteness::kPositiveDefinite, {5}, {5}},
+      {Rows({{-5}}), Definiteness::kNegativeDefinite, {-5}, {5}},
+  };
+  for (const Verdict& expected : verdicts) {
+    const DefinitenessReport report = TestDefiniteness(expected.A, unheard);
+    EXPECT_EQ(report.verdict, expected.verdict) << testing::Print(expected.A);
+    EXPECT_EQ(report.leadingMinor, expected.minors) << testing::Print(expected.A);
+    EXPECT_EQ(report.smallestPivot, expected.pivots) << testing::Print(expected.A);
+  }
+}
+
+TEST(DefinitenessTest, AZeroPivotLeavesTheRestOfTheRowUnreduced) {
+  // Row 2 stays (0, 3): its pivot column is zero, and 3 enters the product as it is.
+  const DefinitenessReport report = TestDefiniteness(Rows({{0, 0}, {0, 3}}), unheard);
+  EXPECT_EQ(report.leadingMinor, (std::vector<double>{0, 0}));
+  EXPECT_EQ(report.overallSmallestPivot, 0);
+}
+
+TEST(DefinitenessTest, ExchangesAreCountedOverAllOrders) {
+  // Order 2 exchanges once, order 3 once more.
+  const DefinitenessReport report =
+      TestDefiniteness(Rows({{0, 1, 2}, {1, 0, 0}, {2, 0, 5}}), unheard);
+  EXPECT_EQ(report.leadingMinor, (std::vector<double>{0, -1, -5}));
+  EXPECT_EQ(report.verdict, Definiteness::kIndefinite);
+}
+
+TEST(DefinitenessTest, ANegativeMinorOfEvenOrderOutweighsEverything) {
+  EXPECT_EQ(ClassifyMinors({1, 1, 1, -1, 1}), Definiteness::kIndefinite);
+  EXPECT_EQ(ClassifyMinors({0, 0, 0, -1}), Definiteness::kIndefinite);
+}
+
+TEST(DefinitenessTest, OddMinorsOfBothSignsAreIndefinite) {
+  EXPECT_EQ(ClassifyMinors({1, 0, -1}), Definiteness::kIndefinite);
+  EXPECT_EQ(ClassifyMinors({-1, 0, 0}), Definiteness::kNegativeSemidefinite);
+  EXPECT_EQ(ClassifyMinors({0, 1, 0}), Definiteness::kSemidefinite);
+}
+
+TEST(DefinitenessTest, AMatrixWithoutElementsHasNoFirstMinor) {
+  EXPECT_THROW(TestDefiniteness(Matrix(0, 0), unheard), RuntimeFault);
+}
+
+TEST(DefinitenessTest, MinorsOfIntegerMatricesComeCloseToTheExactOnes) {
+  testing::Dice dice(602);
+  for (int round = 0; round < 1500; ++round) {
+    const int n = dice.Integer(1, 8);
+    Matrix A = testing::IntegerMatrix(dice, n, n, 5);
+    for (int i = 1; i <= n; ++i) {
+      // Large enough a diagonal for the growth of this pivoting to stay small.
+      A(i, i) += dice.Chance(0.5) ? 20 : -20;
+      for (int j = 1; j < i; ++j) A(i, j) = A(j, i);
+    }
+    const DefinitenessReport report = TestDefiniteness(A, unheard);
+    Matrix block = A;
+    for (int k = n; k >= 1; --k) {
+      EXPECT_NEAR(report.leadingMinor[k - 1], static_cast<double>(testing::ExactDeterminant(block)),
+                  testing::EliminationTolerance(k, testing::HadamardBound(block)))
+          << testing::Print(A);
+      block = testing::WithoutLines(block, k, k);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qmx
