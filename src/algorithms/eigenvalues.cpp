@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "algorithms/elimination.h"
 #include "algorithms/hessenberg.h"
 #include "base/arithmetic.h"
-#include "base/fault.h"
 
 namespace qmx {
 namespace {
@@ -93,7 +93,7 @@ void EigenvalueIteration::Deflate() {
 /// of zeros; beyond that there is nothing, which a matrix of order 1 runs into once its value is
 /// taken.
 bool EigenvalueIteration::IsCutOffAbove(int i) const {
-  if (i < 1) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  RequireElement(i >= 1);
   return (i == 1 ? 0.0 : std::abs(M_(i, i - 1))) <= parameters_.tolerance;
 }
 
@@ -136,7 +136,8 @@ void EigenvalueIteration::Shift() {
     }
   }
   if (least > parameters_.shiftReference) return;
-  const double shift = shiftIndex_ == 0 ? 0.0 : M_.At(shiftIndex_, shiftIndex_);
+  RequireElement(shiftIndex_ <= order_);
+  const double shift = shiftIndex_ == 0 ? 0.0 : M_(shiftIndex_, shiftIndex_);
   for (int i = 1; i <= active_; ++i) {
     value_[order_ - i + 1] += shift;
     M_(i, i) -= shift;
@@ -166,7 +167,7 @@ void EigenvalueIteration::RemoveActive(int i) {
 
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
                               std::int32_t& shiftIndex, Progress& progress) {
-  if (A.Rows() < 1) throw RuntimeFault(Fault::kSubscriptOutOfRange);
+  RequireElement(A.Rows() >= 1);
   return EigenvalueIteration(A, parameters, shiftIndex).Run(progress);
 }
 

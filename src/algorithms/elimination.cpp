@@ -2,10 +2,20 @@
 
 #include <cmath>
 
+#include "base/arithmetic.h"
+#include "base/fault.h"
+
 namespace qmx {
 
+void RequireElement(bool present) {
+  if (present) return;
+  CheckArithmetic();
+  throw RuntimeFault(Fault::kSubscriptOutOfRange);
+}
+
 Pivot FindPivot(const Matrix& W, int col) {
-  Pivot pivot{col, std::abs(W.At(col, col))};
+  RequireElement(col <= W.Cols());
+  Pivot pivot{col, std::abs(W(col, col))};
   for (int k = col + 1; k <= W.Rows(); ++k) {
     const double magnitude = std::abs(W(k, col));
     if (magnitude > pivot.magnitude) pivot = {k, magnitude};

@@ -8,6 +8,10 @@ namespace qmx {
 // The steps of Gaussian elimination that determinant, LU factorization, systems and eigenvectors
 // have in common. The multipliers are kept below the diagonal; who does not need them ignores them.
 
+/// To be called where a run needs an element that its operand may not have.
+/// Faults: 9 where `present` is false, unless the arithmetic so far has a fault of its own.
+void RequireElement(bool present);
+
 /// The element that a column is eliminated with.
 struct Pivot {
   int row = 0;

@@ -1,15 +1,10 @@
 #include "algorithms/linear_system.h"
 
 #include "algorithms/elimination.h"
-#include "base/fault.h"
 #include "base/number_text.h"
 
 namespace qmx {
 namespace {
-
-void Require(bool present) {
-  if (!present) throw RuntimeFault(Fault::kSubscriptOutOfRange);
-}
 
 /// Elimination with partial pivoting of the augmented matrix M; a zero column is skipped.
 void Eliminate(Matrix& M, Progress& progress) {
@@ -31,19 +26,21 @@ double RowTimesVector(const Matrix& T, int i, int first, int last, const Matrix&
 }
 
 /// Back substitution in the eliminated augmented matrix M, whose last column is the right-hand
-/// side.
-SystemSolution SubstituteBack(const Matrix& M) {
+/// side. There is room for the first `room` unknowns.
+SystemSolution SubstituteBack(const Matrix& M, int room) {
   const int n = M.Rows();
   SystemSolution solution;
   Matrix& x = solution.x = Matrix(n, 1);
-  Require(n == 0 || M.Cols() >= n);
+  RequireElement(n == 0 || M.Contains(n, n));
   for (int i = n; i >= 1; --i) {
     const double solved = RowTimesVector(M, i, i + 1, n, x);
     if (M(i, i) == 0) {
-      solution.inconsistent = RowTimesVector(M, i, i, n, x) != M.At(i, n + 1);
+      RequireElement(i <= room && M.Contains(i, n + 1));
+      solution.inconsistent = RowTimesVector(M, i, i, n, x) != M(i, n + 1);
       return solution;
     }
     x(i, 1) = (M(i, M.Cols()) - solved) / M(i, i);
+    RequireElement(i <= room);
   }
   solution.solved = true;
   return solution;
@@ -81,7 +78,7 @@ Matrix PermutedRightHandSide(const Matrix& system, const Matrix& exchanges) {
 
 SystemSolution SolveOneShot(Matrix M, Progress& progress) {
   Eliminate(M, progress);
-  return SubstituteBack(M);
+  return SubstituteBack(M, M.Rows());
 }
 
 SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& exchanges,
@@ -89,10 +86,12 @@ SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& ex
   const int n = system.Rows();
   SystemSolution solution;
   Matrix& x = solution.x = PermutedRightHandSide(system, exchanges);
-  // The diagonal of L is not read.
-  Require(n < 2 || L.Contains(n, n - 1));
-  Require(n < 1 || U.Contains(n, n));
-  for (int i = 1; i <= n; ++i) x(i, 1) -= RowTimesVector(L, i, 1, i - 1, x);
+  for (int i = 1; i <= n; ++i) {
+    // The diagonal of L is not read.
+    RequireElement(i == 1 || L.Contains(i, i - 1));
+    x(i, 1) -= RowTimesVector(L, i, 1, i - 1, x);
+  }
+  RequireElement(n == 0 || U.Contains(n, n));
   for (int i = n; i >= 1; --i) {
     const double solved = RowTimesVector(U, i, i + 1, n, x);
     if (U(i, i) == 0) {
@@ -106,10 +105,11 @@ SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& ex
 }
 
 SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
-  const int unknowns = system.Cols() - 1;
+  RequireElement(system.Cols() >= 1);
+  Matrix M = NormalEquations(system, progress);
+  Eliminate(M, progress);
   // There is room for one unknown per equation.
-  Require(unknowns >= 0 && unknowns <= system.Rows());
-  return SolveOneShot(NormalEquations(system, progress), progress);
+  return SubstituteBack(M, system.Rows());
 }
 
 }  // namespace qmx

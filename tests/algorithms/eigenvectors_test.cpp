@@ -72,18 +72,24 @@ TEST(EigenvectorsTest, HasTheBitsOfThePlainLoop) {
   }
 }
 
+VectorOutcome Find(const Matrix& A, double lambda, int origin, const EigenParameters& parameters,
+                   std::vector<double>& x) {
+  ClearArithmeticFaults();
+  return FindEigenvector(A, lambda, origin, parameters, x);
+}
+
 TEST(EigenvectorsTest, ADiagonalEntryEqualToTheEigenvalueIsShiftedDown) {
   // Down to 1, where the matrix is exactly singular; up to 3 it would not be.
   const Matrix A = Rows({{2, 0}, {0, 1}});
   std::vector<double> x{0.25, -0.5};
-  EXPECT_EQ(FindEigenvector(A, 2, 1, {0.0005, 100, 0.1, 1}, x), VectorOutcome::kSingular);
+  EXPECT_EQ(Find(A, 2, 1, {0.0005, 100, 0.1, 1}, x), VectorOutcome::kSingular);
   EXPECT_EQ(x, (std::vector<double>{0.25, -0.5})) << "the start vector stays";
 }
 
 TEST(EigenvectorsTest, ASmallerDiagonalEntryIsShiftedUp) {
   const Matrix A = Rows({{1, 0}, {0, 3}});
   std::vector<double> x{0.25, 0.5};
-  EXPECT_EQ(FindEigenvector(A, 2, 1, {0.0005, 100, 0.1, 1}, x), VectorOutcome::kSingular);
+  EXPECT_EQ(Find(A, 2, 1, {0.0005, 100, 0.1, 1}, x), VectorOutcome::kSingular);
 }
 
 TEST(EigenvectorsTest, AChangeOfSignCountsAsConverged) {
@@ -92,7 +98,7 @@ TEST(EigenvectorsTest, AChangeOfSignCountsAsConverged) {
   std::vector<double> x{-1, 0};
   EigenParameters once = kDefaults;
   once.maxCycles = 1;
-  EXPECT_EQ(FindEigenvector(A, 3, 1, once, x), VectorOutcome::kConverged);
+  EXPECT_EQ(Find(A, 3, 1, once, x), VectorOutcome::kConverged);
   EXPECT_EQ(x, (std::vector<double>{1, 0}));
 }
 
@@ -100,19 +106,18 @@ TEST(EigenvectorsTest, NoCyclesAllowedStillMeansOne) {
   const Matrix A = Rows({{2, 1}, {1, 2}});
   EigenParameters none{-1, 0, 0.1, 0.001};
   std::vector<double> x{0.3, 0.1};
-  EXPECT_EQ(FindEigenvector(A, 3, 1, none, x), VectorOutcome::kNotConverged);
+  EXPECT_EQ(Find(A, 3, 1, none, x), VectorOutcome::kNotConverged);
   EXPECT_NEAR(x[0] * x[0] + x[1] * x[1], 1, testing::SumTolerance(2, 1));
 }
 
 TEST(EigenvectorsTest, AVectorThatVanishesIsAnInvalidOperation) {
   std::vector<double> x{0, 0};
   try {
-    FindEigenvector(Rows({{2, 1}, {1, 2}}), 3, 1, kDefaults, x);
+    Find(Rows({{2, 1}, {1, 2}}), 3, 1, kDefaults, x);
     FAIL();
   } catch (const RuntimeFault& fault) {
     EXPECT_EQ(fault.Number(), Fault::kInvalidProcedureCall);
   }
-  ClearArithmeticFaults();
 }
 
 TEST(EigenvectorsTest, ResidualsOfSymmetricMatricesAreSmall) {
@@ -132,8 +137,7 @@ TEST(EigenvectorsTest, ResidualsOfSymmetricMatricesAreSmall) {
     for (int t = 0; t < n; ++t) {
       std::vector<double> x = StartVector(dice, n);
       const int origin = static_cast<int>(run.origin[t]);
-      ASSERT_EQ(FindEigenvector(A, run.eigenvalues[t], origin, tight, x),
-                VectorOutcome::kConverged);
+      ASSERT_EQ(Find(A, run.eigenvalues[t], origin, tight, x), VectorOutcome::kConverged);
       ++vectors;
       for (int i = 1; i <= n; ++i) {
         double residual = -run.eigenvalues[t] * x[i - 1];

@@ -26,6 +26,7 @@ double Decimal(Dice& dice) { return dice.Integer(-9999, 9999) / 100.0; }
 double AnyMagnitude(Dice& dice) { return dice.Real(-1, 1) * std::pow(10.0, dice.Integer(-12, 12)); }
 double Wild(Dice& dice) { return dice.Real(-1, 1) * std::pow(10.0, dice.Integer(-300, 300)); }
 double Huge(Dice& dice) { return dice.Real(-1, 1) * 1e300; }
+double NearOverflow(Dice& dice) { return dice.Real(-1, 1) * 1.7e308; }
 double Large(Dice& dice) { return dice.Real(-1, 1) * 1e150; }
 double Tiny(Dice& dice) { return dice.Real(-1, 1) * 1e-300; }
 double Subnormal(Dice& dice) { return dice.Integer(-99, 99) * 4.9406564584124654e-324; }
@@ -122,7 +123,7 @@ Matrix DiagonallyDominant(Dice& dice, int rows, int cols) {
   return A;
 }
 
-constexpr std::array<Fill, 24> kFills{
+constexpr std::array<Fill, 25> kFills{
     Of<Tie>,          Of<SmallReal>,
     Of<Digit>,        Hilbert,
     Singular,         WithZeroLine,
@@ -135,6 +136,7 @@ constexpr std::array<Fill, 24> kFills{
     Of<Tiny>,         DiagonallyDominant,
     Tridiagonal,      Of<SignedZeroOrOne>,
     Of<Subnormal>,    Of<Large>,
+    Of<NearOverflow>,
 };
 
 void MirrorUpperTriangle(Matrix& A) {
@@ -152,6 +154,10 @@ Matrix Gram(const Matrix& B, double sign) {
     }
   }
   return A;
+}
+
+bool IsFinite(const Matrix& A) {
+  return std::all_of(A.Data(), A.Data() + A.Size(), [](double a) { return std::isfinite(a); });
 }
 
 }  // namespace
@@ -188,7 +194,10 @@ Matrix CaseSource::Next(int rows, int cols) {
   // Every other round is definite or semidefinite, the rest is whatever the kind gives.
   const int round = turn / static_cast<int>(kFills.size());
   Matrix A = fill(dice_, rows, cols);
-  if (round % 2 == 1) return Gram(A, dice_.Chance(0.5) ? 1 : -1);
+  if (round % 2 == 1) {
+    Matrix gram = Gram(A, dice_.Chance(0.5) ? 1 : -1);
+    if (IsFinite(gram)) return gram;
+  }
   MirrorUpperTriangle(A);
   return A;
 }

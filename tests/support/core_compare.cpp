@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <iostream>
+#include <optional>
 
 #include "base/arithmetic.h"
 #include "base/fault.h"
@@ -19,6 +20,15 @@ namespace {
 bool SameBits(double one, double two) {
   if (std::isnan(one) || std::isnan(two)) return std::isnan(one) && std::isnan(two);
   return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(two);
+}
+
+std::optional<int> ArithmeticFaultMet() {
+  try {
+    reference::CheckFlags();
+  } catch (const reference::ArithmeticFault& fault) {
+    return fault.number;
+  }
+  return std::nullopt;
 }
 
 std::string Number(double value) {
@@ -71,7 +81,8 @@ Observation Observe(const std::function<Record()>& computation) {
   } catch (const RuntimeFault& fault) {
     seen.fault = static_cast<int>(fault.Number());
   } catch (const reference::SubscriptFault&) {
-    seen.fault = static_cast<int>(Fault::kSubscriptOutOfRange);
+    // A run ends with its first fault, and the arithmetic came before this access.
+    seen.fault = ArithmeticFaultMet().value_or(static_cast<int>(Fault::kSubscriptOutOfRange));
   } catch (const reference::ArithmeticFault& fault) {
     seen.fault = fault.number;
   }

@@ -25,7 +25,7 @@ struct Observation {
 };
 
 /// Cases that each algorithm is compared on, at the least.
-inline constexpr int kCases = 12000;
+inline constexpr int kCases = 50000;
 
 /// Runs a computation with clean flags and writes down what happens.
 Observation Observe(const std::function<Record()>& computation);
