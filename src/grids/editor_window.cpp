@@ -1,0 +1,52 @@
+#include "grids/editor_window.h"
+
+#include "commands/grid_commands.h"
+
+namespace qmx {
+
+EditorWindow::EditorWindow(Context& context, int slot) : GridWindow(context, slot) {
+  AddEntryBox();
+  AddToggle();
+  if (slot == kSlotSystem) Grid().SetLastColumnApart();
+  connect(&Grid(), &MatrixGrid::CellChosen, this, &EditorWindow::StartEditing);
+  connect(&Grid(), &MatrixGrid::ArrowPressed, this, &EditorWindow::MoveAndEdit);
+  connect(&Grid(), &MatrixGrid::CharacterTyped, this, &EditorWindow::StartTyping);
+  connect(Box(), &EntryBox::ArrowPressed, this, &EditorWindow::MoveAndEdit);
+  connect(Box(), &EntryBox::textEdited, this, &EditorWindow::Commit);
+}
+
+void EditorWindow::StartEditing() { OpenEntryBox(); }
+
+void EditorWindow::StartTyping(const QString& character) {
+  if (!IsAcceptedInCell(character.front())) return;
+  StartEditing();
+  Box()->setText(character.front());
+  Commit(character.front());
+}
+
+void EditorWindow::Commit(const QString& text) {
+  if (Box()->isHidden()) return;
+  Grid().SetTextMatrix(Grid().Row(), Grid().Col(), text);
+  ShowToolTip(text);
+  CommitCell(Commands(), Slot(), Grid().Row(), Grid().Col(), text.toStdString());
+}
+
+void EditorWindow::MoveAndEdit(int key) {
+  const int rows = Grid().Model().DataRows();
+  const int cols = Grid().Model().DataCols();
+  if (rows == 0 || cols == 0) return;
+  const qint64 row = Grid().Row() - 1;
+  const qint64 col = Grid().Col() - 1;
+  // Right and Left go through the matrix as it is read, Down and Up through one column of it.
+  const qint64 place = row * cols + col;
+  const qint64 all = qint64{rows} * cols;
+  qint64 next = place;
+  if (key == Qt::Key_Right) next = (place + 1) % all;
+  if (key == Qt::Key_Left) next = (place + all - 1) % all;
+  if (key == Qt::Key_Down) next = (row + 1) % rows * cols + col;
+  if (key == Qt::Key_Up) next = (row + rows - 1) % rows * cols + col;
+  Grid().SetCurrentCell(static_cast<int>(next / cols) + 1, static_cast<int>(next % cols) + 1);
+  StartEditing();
+}
+
+}  // namespace qmx

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "grids/grid_window.h"
+
+namespace qmx {
+
+/// A window whose matrix is typed in. A click, an arrow or a character typed on the grid lays the
+/// entry box over the current cell; every change of its text is at once the cell's text and the
+/// element's value.
+class EditorWindow : public GridWindow {
+  Q_OBJECT
+
+ public:
+  EditorWindow(Context& context, int slot);
+
+ private:
+  void StartEditing();
+  void StartTyping(const QString& character);
+  void Commit(const QString& text);
+  void MoveAndEdit(int key);
+};
+
+}  // namespace qmx

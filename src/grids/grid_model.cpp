@@ -1,0 +1,170 @@
+#include "grids/grid_model.h"
+
+#include <algorithm>
+
+#include "base/number_text.h"
+
+namespace qmx {
+namespace {
+
+constexpr quint64 KeyOf(int row, int col) {
+  return static_cast<quint64>(row) << 32 | static_cast<quint32>(col);
+}
+constexpr int RowOf(quint64 key) { return static_cast<int>(key >> 32); }
+constexpr int ColOf(quint64 key) { return static_cast<int>(key & 0xffffffffU); }
+
+}  // namespace
+
+GridModel::GridModel(bool hasHeaderRow, QObject* parent)
+    : QAbstractTableModel(parent), headerRows_(hasHeaderRow ? 1 : 0) {}
+
+void GridModel::SetUp(int rows, int cols) {
+  beginResetModel();
+  rows_ = rows;
+  cols_ = cols;
+  columns_.resize(cols + 1);
+  for (Column& column : columns_) column.filled = std::min(column.filled, rows);
+  DropCellsOutside();
+  endResetModel();
+}
+
+void GridModel::DropCellsOutside() {
+  const auto isOutside = [this](quint64 key) {
+    return RowOf(key) >= headerRows_ + rows_ || ColOf(key) > cols_;
+  };
+  const auto isHeading = [this](quint64 key) {
+    return headerRows_ == 1 && (RowOf(key) == 0) != (ColOf(key) == 0);
+  };
+  texts_.removeIf([&](auto entry) { return isOutside(entry.key()) || isHeading(entry.key()); });
+  colours_.removeIf([&](auto entry) { return isOutside(entry.key()); });
+}
+
+bool GridModel::FillsAll(const Matrix& values, const std::vector<bool>* columns) const {
+  return columns == nullptr && values.Rows() == rows_ && values.Cols() == cols_;
+}
+
+void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {
+  if (rows_ == 0 || cols_ == 0) return;
+  if (FillsAll(values, columns)) {
+    values_ = values;
+    std::fill(columns_.begin(), columns_.end(), Column{rows_, wide});
+    texts_.removeIf([this](auto entry) { return IsData(RowOf(entry.key()), ColOf(entry.key())); });
+  } else {
+    Merge(values, wide, columns);
+  }
+  Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+void GridModel::Merge(const Matrix& values, bool wide, const std::vector<bool>* columns) {
+  Matrix merged(rows_, cols_);
+  for (int j = 1; j <= cols_; ++j) {
+    for (int i = 1; i <= columns_[j].filled; ++i) merged(i, j) = values_(i, j);
+  }
+  values_.Swap(merged);
+  const int last = std::min(cols_, values.Cols());
+  for (int j = 1; j <= last; ++j) {
+    const auto position = static_cast<std::size_t>(j - 1);
+    if (columns != nullptr && (position >= columns->size() || !(*columns)[position])) continue;
+    FillColumn(j, values, wide);
+  }
+}
+
+void GridModel::FillColumn(int col, const Matrix& values, bool wide) {
+  const int filled = std::min(rows_, values.Rows());
+  // What stays below the new elements was written in the old precision: keep it as text.
+  for (int i = filled + 1; i <= columns_[col].filled; ++i) {
+    const int row = i - 1 + headerRows_;
+    texts_.insert(KeyOf(row, col), Text(row, col));
+  }
+  for (int i = 1; i <= filled; ++i) {
+    values_(i, col) = values(i, col);
+    texts_.remove(KeyOf(i - 1 + headerRows_, col));
+  }
+  columns_[col] = {filled, wide};
+}
+
+QString GridModel::Text(int row, int col) const {
+  if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return {};
+  const auto written = texts_.constFind(KeyOf(row, col));
+  if (written != texts_.constEnd()) return *written;
+  return ElementText(row, col);
+}
+
+QString GridModel::ElementText(int row, int col) const {
+  if (IsData(row, col)) {
+    const int i = row - headerRows_ + 1;
+    const Column& column = columns_[col];
+    if (i > column.filled) return {};
+    const double value = values_(i, col);
+    return QString::fromStdString(column.wide ? CStr(value) : CStrSingle(value));
+  }
+  if (headerRows_ == 0 || (row == 0 && col == 0)) return {};
+  return QString::number(row == 0 ? col : row);
+}
+
+void GridModel::SetText(int row, int col, const QString& text) {
+  if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return;
+  texts_.insert(KeyOf(row, col), text);
+  Q_EMIT dataChanged(index(row, col), index(row, col));
+}
+
+QColor GridModel::ColourOf(int row, int col) const {
+  return colours_.value(KeyOf(row, col), defaultColour_);
+}
+
+void GridModel::SetColour(int row, int col, const QColor& colour) {
+  if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return;
+  colours_.insert(KeyOf(row, col), colour);
+  Q_EMIT dataChanged(index(row, col), index(row, col));
+}
+
+void GridModel::SetDefaultColour(const QColor& colour) {
+  defaultColour_ = colour;
+  Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+bool GridModel::IsEmpty() const {
+  for (int j = 1; j <= cols_; ++j) {
+    if (columns_[j].filled > 0) return false;
+  }
+  for (auto entry = texts_.keyBegin(); entry != texts_.keyEnd(); ++entry) {
+    if (IsData(RowOf(*entry), ColOf(*entry))) return false;
+  }
+  return true;
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_ + headerRows_;
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : cols_ + 1;
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  switch (role) {
+    case Qt::DisplayRole:
+      return Text(index.row(), index.column());
+    case Qt::AccessibleDescriptionRole:
+      return tr("Row %1, column %2").arg(index.row() + 1 - headerRows_).arg(index.column());
+    case Qt::ForegroundRole: {
+      const QColor colour = ColourOf(index.row(), index.column());
+      return colour.isValid() ? QVariant(colour) : QVariant();
+    }
+    case Qt::TextAlignmentRole:
+      return QVariant(IsData(index.row(), index.column()) ? Qt::AlignRight | Qt::AlignVCenter
+                                                          : Qt::AlignCenter);
+    default:
+      return {};
+  }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  // Screen readers ask the view's own headers, which are hidden: they read our fixed cells.
+  if (role != Qt::DisplayRole) return {};
+  if (orientation == Qt::Vertical) return Text(section, 0);
+  return headerRows_ == 1 ? Text(0, section) : QString();
+}
+
+}  // namespace qmx

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QHash>
+#include <QString>
+#include <vector>
+
+#include "base/matrix.h"
+
+namespace qmx {
+
+/// What a grid shows: the fixed cells of row 0 and column 0, and the data cells behind them, all
+/// counted from 0. Elements are kept as numbers, in a copy of the matrix as it was when the grid
+/// was filled; their text is made when somebody asks for it. Only texts that were written cell by
+/// cell (typed ones, headings, labels) are stored.
+class GridModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  /// A grid without a header row has its first data row in row 0; its header column holds labels.
+  GridModel(bool hasHeaderRow, QObject* parent);
+
+  /// Shapes the grid for rows x cols data cells and numbers its headers. Cells that stay keep their
+  /// text and colour, but for the headers; new cells are empty.
+  void SetUp(int rows, int cols);
+  /// Fills the data cells from a matrix. `columns`, if given, tells for each column whether to fill
+  /// it. Cells that are not filled keep their text; elements outside the grid are left out.
+  void Populate(const Matrix& values, bool wide, const std::vector<bool>* columns = nullptr);
+
+  /// Text of a cell; empty outside the grid.
+  QString Text(int row, int col) const;
+  void SetText(int row, int col, const QString& text);
+  /// Colour of a cell's text: its own, else that of all cells; invalid where none was given.
+  QColor ColourOf(int row, int col) const;
+  void SetColour(int row, int col, const QColor& colour);
+  void SetDefaultColour(const QColor& colour);
+
+  int DataRows() const { return rows_; }
+  int DataCols() const { return cols_; }
+  /// Number of header rows, 0 or 1; the first data row.
+  int HeaderRows() const { return headerRows_; }
+  bool IsData(int row, int col) const {
+    return row >= headerRows_ && row < headerRows_ + rows_ && col >= 1 && col <= cols_;
+  }
+  /// True while no data cell has a text.
+  bool IsEmpty() const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+ private:
+  /// How a column's elements were written last.
+  struct Column {
+    int filled = 0;  ///< Rows 1..filled of the snapshot are on show.
+    bool wide = false;
+  };
+
+  void DropCellsOutside();
+  bool FillsAll(const Matrix& values, const std::vector<bool>* columns) const;
+  void Merge(const Matrix& values, bool wide, const std::vector<bool>* columns);
+  void FillColumn(int col, const Matrix& values, bool wide);
+  QString ElementText(int row, int col) const;
+
+  int headerRows_;
+  int rows_ = 0;
+  int cols_ = 0;
+  Matrix values_;
+  std::vector<Column> columns_{1};
+  QHash<quint64, QString> texts_;
+  QHash<quint64, QColor> colours_;
+  QColor defaultColour_;
+};
+
+}  // namespace qmx

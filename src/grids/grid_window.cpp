@@ -1,0 +1,129 @@
+#include "grids/grid_window.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
+
+#include "commands/grid_commands.h"
+#include "grids/qt_text.h"
+
+namespace qmx {
+namespace {
+
+constexpr QSize kSmallest(260, 150);
+constexpr double kLargestShare = 0.6;  // Of the screen, before the user makes it larger.
+
+}  // namespace
+
+GridWindow::GridWindow(Context& context, int slot)
+    : QWidget(nullptr, Qt::Window),
+      context_(context),
+      slot_(slot),
+      grid_(new MatrixGrid(InfoOf(slot).kind != WindowKind::kColumnViewer, this)),
+      layout_(new QVBoxLayout(this)) {
+  const SlotInfo& info = InfoOf(slot);
+  setObjectName(ToQString(info.window));
+  setWindowTitle(ToQString(info.caption));
+  grid_->setObjectName(ToQString(info.grid));
+  grid_->setAccessibleName(ToQString(info.caption));
+  layout_->addWidget(grid_);
+  connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
+}
+
+void GridWindow::AddEntryBox() { box_ = new EntryBox(this); }
+
+void GridWindow::AddToggle() {
+  auto* toggle = new QPushButton(tr("Toggle &width"), this);
+  toggle->setObjectName("cmdToggleWidth");
+  toggle->setToolTip(tr("All digits in wide columns, or seven in narrow ones"));
+  toggle->setAutoDefault(false);
+  layout_->addWidget(toggle, 0, Qt::AlignLeft);
+  connect(toggle, &QPushButton::clicked, this, &GridWindow::Toggle);
+}
+
+void GridWindow::SetUp(int rows, int cols, bool wide) {
+  grid_->SetUp(rows, cols, wide);
+  FitToGrid();
+}
+
+void GridWindow::SetWide(bool wide) {
+  grid_->SetWide(wide);
+  FitToGrid();
+}
+
+void GridWindow::FitToGrid() {
+  if (fitted_.isValid() && size() != fitted_) return;
+  const QMargins margins = layout_->contentsMargins();
+  // Of all that stands in the column, only the grid has a size that depends on its contents.
+  const int below = layout_->sizeHint().height() - grid_->sizeHint().height();
+  QSize wanted = grid_->FullSize() + QSize(margins.left() + margins.right(), below);
+  const QSize largest = screen()->availableSize() * kLargestShare;
+  // A scroll bar one way takes room the other way.
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  const bool tooHigh = wanted.height() > largest.height();
+  const bool tooWide = wanted.width() > largest.width();
+  wanted += QSize(tooHigh ? bar : 0, tooWide ? bar : 0);
+  fitted_ = wanted.boundedTo(largest).expandedTo(kSmallest);
+  resize(fitted_);
+}
+
+void GridWindow::Toggle() {
+  ToggleWidth(context_, slot_);
+  if (box_ == nullptr || box_->isHidden()) return;
+  // The cell shows the number in another precision now.
+  box_->setText(grid_->TextMatrix(grid_->Row(), grid_->Col()));
+  PlaceEntryBox();
+}
+
+void GridWindow::OpenEntryBox() {
+  if (box_ == nullptr || grid_->Row() < 0) return;
+  grid_->SetCurrentCell(grid_->Row(), grid_->Col());
+  const QString text = grid_->TextMatrix(grid_->Row(), grid_->Col());
+  box_->setText(text);
+  ShowToolTip(text);
+  box_->show();
+  PlaceEntryBox();
+  box_->raise();
+  box_->setFocus();
+  box_->selectAll();
+}
+
+void GridWindow::ShowToolTip(const QString& text) {
+  const std::string tip = CellToolTip(slot_, grid_->Row(), grid_->Col(), text.toStdString());
+  box_->setToolTip(QString::fromStdString(tip));
+  box_->setAccessibleName(tr("Row %1, column %2").arg(grid_->Row()).arg(grid_->Col()));
+}
+
+void GridWindow::PlaceEntryBox() {
+  if (box_ == nullptr || box_->isHidden()) return;
+  if (!grid_->IsInSight(grid_->Row(), grid_->Col())) {
+    HideEntryBox();
+    return;
+  }
+  const QPoint corner = grid_->viewport()->mapTo(this, QPoint(0, 0));
+  box_->setGeometry(grid_->CellRect(grid_->Row(), grid_->Col()).translated(corner));
+}
+
+void GridWindow::HideEntryBox() {
+  if (box_ == nullptr || box_->isHidden()) return;
+  const bool hadFocus = box_->hasFocus() || focusWidget() == box_;
+  box_->hide();
+  if (hadFocus) grid_->setFocus();
+}
+
+bool GridWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowDeactivate) HideEntryBox();
+  return QWidget::event(event);
+}
+
+void GridWindow::closeEvent(QCloseEvent* event) {
+  HideEntryBox();
+  // The close box hides; only a reset and the end of the program close for good.
+  if (event->spontaneous()) {
+    event->ignore();
+    hide();
+  }
+}
+
+}  // namespace qmx

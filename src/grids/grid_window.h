@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QWidget>
+
+#include "grids/entry_box.h"
+#include "grids/matrix_grid.h"
+#include "workspace/context.h"
+#include "workspace/slot_table.h"
+
+namespace qmx {
+
+/// What the windows of all matrices share: the grid, the entry box over its current cell, the
+/// button that toggles the width, and a close box that only hides. Window, grid and caption are
+/// named by the slot table.
+class GridWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  int Slot() const { return slot_; }
+  MatrixGrid& Grid() { return *grid_; }
+  const MatrixGrid& Grid() const { return *grid_; }
+
+  /// Shapes the grid, and the window with it unless the user has given the window a size.
+  void SetUp(int rows, int cols, bool wide);
+  /// Gives every data column the default width, or twice it.
+  void SetWide(bool wide);
+  /// Ends the edit or inspection of a cell.
+  void HideEntryBox();
+
+ protected:
+  GridWindow(Context& context, int slot);
+
+  Context& Commands() { return context_; }
+  EntryBox* Box() { return box_; }
+  /// Adds the entry box. It lies over the grid as a sibling, so that screen readers meet it.
+  void AddEntryBox();
+  void AddToggle();
+  /// Lays the entry box over the current cell, with the cell's text and tool tip.
+  void OpenEntryBox();
+  void ShowToolTip(const QString& text);
+
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void PlaceEntryBox();
+  void Toggle();
+  void FitToGrid();
+
+  Context& context_;
+  const int slot_;
+  MatrixGrid* grid_;
+  EntryBox* box_ = nullptr;
+  QVBoxLayout* layout_;
+  QSize fitted_;  ///< The size that was last chosen for the window rather than by the user.
+};
+
+}  // namespace qmx

@@ -1,0 +1,181 @@
+#include "grids/matrix_grid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <algorithm>
+
+namespace qmx {
+namespace {
+
+constexpr int kRowPadding = 8;  // What a row is taller than its font.
+
+QColor ToQColor(Colour colour) {
+  return colour == Colour::kRed ? QColor(255, 0, 0) : QColor(0, 0, 255);
+}
+
+}  // namespace
+
+MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
+    : QTableView(parent), model_(new GridModel(hasHeaderRow, this)) {
+  setModel(model_);
+  setLayoutDirection(Qt::LeftToRight);
+  setSelectionMode(QAbstractItemView::NoSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setTabKeyNavigation(false);
+  setAutoScroll(false);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+    header->hide();
+    header->setMinimumSectionSize(1);
+    header->setSectionResizeMode(QHeaderView::Fixed);
+  }
+  ApplyWidths();
+}
+
+int MatrixGrid::TextWidthWithMargins(const QString& text) const {
+  return fontMetrics().horizontalAdvance(text) + 2 * kTextMargin;
+}
+
+int MatrixGrid::DefaultColumnWidth() const {
+  // The longest text that single precision can need.
+  return TextWidthWithMargins(QStringLiteral("-8.888888E-38"));
+}
+
+void MatrixGrid::SetUp(int rows, int cols, bool wide) {
+  const int row = Row();
+  const int col = Col();
+  model_->SetUp(rows, cols);
+  wide_ = wide;
+  headerWidth_ = 0;
+  ApplyWidths();
+  if (rows > 0 && cols > 0) {
+    const int first = model_->HeaderRows();
+    SetCurrentCell(std::clamp(row, first, first + rows - 1), std::clamp(col, 1, cols));
+  }
+}
+
+void MatrixGrid::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {
+  model_->Populate(values, wide, columns);
+}
+
+void MatrixGrid::SetTextMatrix(int row, int col, const QString& text) {
+  model_->SetText(row, col, text);
+  if (col == 0) WidenHeaderFor(text);
+}
+
+void MatrixGrid::SetCellColour(int row, int col, Colour colour) {
+  model_->SetColour(row, col, ToQColor(colour));
+}
+
+void MatrixGrid::SetGridColour(Colour colour) { model_->SetDefaultColour(ToQColor(colour)); }
+
+void MatrixGrid::SetWide(bool wide) {
+  wide_ = wide;
+  ApplyWidths();
+}
+
+void MatrixGrid::WidenHeaderFor(const QString& text) {
+  const int width = TextWidthWithMargins(text);
+  if (width <= headerWidth_) return;
+  headerWidth_ = width;
+  setColumnWidth(0, width);
+  Q_EMIT CellsMoved();
+}
+
+void MatrixGrid::ApplyWidths() {
+  const int corner = TextWidthWithMargins(model_->Text(0, 0));
+  const int numbers = TextWidthWithMargins(QString::number(std::max(model_->DataRows(), 100)));
+  headerWidth_ = std::max({headerWidth_, corner, numbers});
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  horizontalHeader()->setDefaultSectionSize(DefaultColumnWidth() * (wide_ ? 2 : 1));
+  setColumnWidth(0, headerWidth_);
+  if (Row() >= 0) scrollTo(currentIndex(), EnsureVisible);
+  viewport()->update();
+  Q_EMIT CellsMoved();
+}
+
+void MatrixGrid::SetCurrentCell(int row, int col) {
+  if (!model_->IsData(row, col)) return;
+  const QModelIndex cell = model_->index(row, col);
+  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+  scrollTo(cell, EnsureVisible);
+  viewport()->update();
+}
+
+bool MatrixGrid::IsInSight(int row, int col) const {
+  const QRect cell = CellRect(row, col);
+  const QRect room(HeaderWidth(), HeaderHeight(), viewport()->width() - HeaderWidth(),
+                   viewport()->height() - HeaderHeight());
+  const bool fitsAcross = cell.right() <= room.right() || cell.left() == room.left();
+  const bool fitsDown = cell.bottom() <= room.bottom() || cell.top() == room.top();
+  return cell.left() >= room.left() && cell.top() >= room.top() && fitsAcross && fitsDown;
+}
+
+QSize MatrixGrid::FullSize() const {
+  const int frame = 2 * frameWidth();
+  return {horizontalHeader()->length() + frame, verticalHeader()->length() + frame};
+}
+
+QRect MatrixGrid::visualRect(const QModelIndex& index) const {
+  if (!index.isValid()) return {};
+  const bool fixedCol = index.column() == 0;
+  const bool fixedRow = index.row() < model_->HeaderRows();
+  const int left = fixedCol ? 0 : columnViewportPosition(index.column());
+  const int top = fixedRow ? 0 : rowViewportPosition(index.row());
+  return {left, top, columnWidth(index.column()), rowHeight(index.row())};
+}
+
+QModelIndex MatrixGrid::indexAt(const QPoint& point) const {
+  const int row = point.y() < HeaderHeight() ? 0 : rowAt(point.y());
+  const int col = point.x() < HeaderWidth() ? 0 : columnAt(point.x());
+  return model_->index(row, col);
+}
+
+void MatrixGrid::scrollTo(const QModelIndex& index, [[maybe_unused]] ScrollHint hint) {
+  if (!index.isValid()) return;
+  const QRect cell = visualRect(index);
+  // The least way that brings the cell between the fixed cells and the far edge.
+  const auto shift = [](int near, int far, int roomNear, int roomFar) {
+    if (near < roomNear) return near - roomNear;
+    return far > roomFar ? std::min(far - roomFar, near - roomNear) : 0;
+  };
+  if (index.column() > 0) {
+    const int dx = shift(cell.left(), cell.right(), HeaderWidth(), viewport()->width() - 1);
+    if (dx != 0) horizontalScrollBar()->setValue(horizontalScrollBar()->value() + dx);
+  }
+  if (index.row() >= model_->HeaderRows()) {
+    const int dy = shift(cell.top(), cell.bottom(), HeaderHeight(), viewport()->height() - 1);
+    if (dy != 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + dy);
+  }
+}
+
+int MatrixGrid::RowsPerPage() const {
+  return std::max(1, (viewport()->height() - HeaderHeight()) / std::max(1, rowHeight(0)) - 1);
+}
+
+bool MatrixGrid::MoveByKey(const QKeyEvent& event) {
+  const int firstRow = model_->HeaderRows();
+  const int lastRow = firstRow + model_->DataRows() - 1;
+  const int lastCol = model_->DataCols();
+  const bool toCorner = event.modifiers().testFlag(Qt::ControlModifier);
+  switch (event.key()) {
+    case Qt::Key_Home:
+      SetCurrentCell(toCorner ? firstRow : Row(), 1);
+      return true;
+    case Qt::Key_End:
+      SetCurrentCell(toCorner ? lastRow : Row(), lastCol);
+      return true;
+    case Qt::Key_PageUp:
+      SetCurrentCell(std::max(Row() - RowsPerPage(), firstRow), Col());
+      return true;
+    case Qt::Key_PageDown:
+      SetCurrentCell(std::min(Row() + RowsPerPage(), lastRow), Col());
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace qmx

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <QTableView>
+#include <vector>
+
+#include "base/matrix.h"
+#include "grids/grid_model.h"
+#include "workspace/screen.h"
+
+namespace qmx {
+
+/// The grid control: a table of which row 0 and column 0 stay in place while the rest scrolls below
+/// them. All cells, the corner (0, 0) included, are cells of one model and reached by row and
+/// column. It paints the cells that are in sight and nothing else, so that its cost does not depend
+/// on the size of the matrix.
+///
+/// The current cell is always a data cell. A click moves it; so do arrows, Home, End, Page Up, Page
+/// Down, Ctrl+Home and Ctrl+End.
+class MatrixGrid : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit MatrixGrid(bool hasHeaderRow, QWidget* parent = nullptr);
+
+  // Shape and contents; the model tells the details.
+  void SetUp(int rows, int cols, bool wide);
+  void Populate(const Matrix& values, bool wide, const std::vector<bool>* columns = nullptr);
+  QString TextMatrix(int row, int col) const { return model_->Text(row, col); }
+  void SetTextMatrix(int row, int col, const QString& text);
+  void SetCellColour(int row, int col, Colour colour);
+  void SetGridColour(Colour colour);
+  /// Gives every data column the default width, or twice it.
+  void SetWide(bool wide);
+  /// Sets the last data column apart with a line.
+  void SetLastColumnApart() { lastColumnApart_ = true; }
+
+  const GridModel& Model() const { return *model_; }
+  int ColWidth(int col) const { return columnWidth(col); }
+  /// The width of a narrow data column in this grid's font.
+  int DefaultColumnWidth() const;
+
+  int Row() const { return currentIndex().row(); }
+  int Col() const { return currentIndex().column(); }
+  /// Makes a data cell the current one and scrolls it into sight.
+  void SetCurrentCell(int row, int col);
+  /// Where a cell is, in the coordinates of the viewport.
+  QRect CellRect(int row, int col) const { return visualRect(model_->index(row, col)); }
+  /// True if no part of the cell is out of sight. A cell that is larger than the room for cells
+  /// counts once it begins where that room begins.
+  bool IsInSight(int row, int col) const;
+  /// The size at which all cells are in sight without scrolling.
+  QSize FullSize() const;
+
+  QRect visualRect(const QModelIndex& index) const override;
+  QModelIndex indexAt(const QPoint& point) const override;
+  void scrollTo(const QModelIndex& index, ScrollHint hint) override;
+
+ Q_SIGNALS:
+  /// A click on a data cell, which is the current one now; or the key that stands for it, F2.
+  void CellChosen(int row, int col);
+  /// An arrow key. Whoever holds the grid decides where it leads to.
+  void ArrowPressed(int key);
+  /// A character typed on the grid.
+  void CharacterTyped(const QString& character);
+  /// Cells are elsewhere now: scrolled, or given another width.
+  void CellsMoved();
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  static constexpr int kTextMargin = 6;  ///< Between a text and the edges of its cell.
+
+  /// The rows and columns of one of the four areas, and where they may paint.
+  struct Area {
+    int firstRow, lastRow, firstCol, lastCol;
+    QRect clip;
+  };
+
+  int HeaderWidth() const { return columnWidth(0); }
+  int HeaderHeight() const { return model_->HeaderRows() == 0 ? 0 : rowHeight(0); }
+  int TextWidthWithMargins(const QString& text) const;
+  void WidenHeaderFor(const QString& text);
+  void ApplyWidths();
+  void PaintArea(QPainter& painter, const Area& area) const;
+  void PaintCell(QPainter& painter, const QRect& rect, int row, int col) const;
+  void PaintCurrentCell(QPainter& painter) const;
+  QColor TextColour(int row, int col) const;
+  bool MoveByKey(const QKeyEvent& event);
+  int RowsPerPage() const;
+
+  GridModel* model_;
+  bool wide_ = false;
+  bool lastColumnApart_ = false;
+  int headerWidth_ = 0;
+};
+
+}  // namespace qmx

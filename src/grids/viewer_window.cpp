@@ -1,0 +1,27 @@
+#include "grids/viewer_window.h"
+
+namespace qmx {
+
+ViewerWindow::ViewerWindow(Context& context, int slot) : GridWindow(context, slot) {
+  const WindowKind kind = InfoOf(slot).kind;
+  connect(&Grid(), &MatrixGrid::ArrowPressed, this, &ViewerWindow::MoveBy);
+  if (kind == WindowKind::kViewer) {
+    AddEntryBox();
+    connect(&Grid(), &MatrixGrid::CellChosen, this, &ViewerWindow::OpenEntryBox);
+    connect(Box(), &EntryBox::ArrowPressed, this, &ViewerWindow::MoveAndInspect);
+  }
+  if (kind != WindowKind::kPlainViewer) AddToggle();
+}
+
+void ViewerWindow::MoveBy(int key) {
+  const int down = (key == Qt::Key_Down) - (key == Qt::Key_Up);
+  const int right = (key == Qt::Key_Right) - (key == Qt::Key_Left);
+  Grid().SetCurrentCell(Grid().Row() + down, Grid().Col() + right);
+}
+
+void ViewerWindow::MoveAndInspect(int key) {
+  MoveBy(key);
+  OpenEntryBox();
+}
+
+}  // namespace qmx
