@@ -1,0 +1,37 @@
+#include "app/application.h"
+
+#include <new>
+
+namespace qmx {
+namespace {
+
+int& OneArgument() {
+  // QApplication keeps a reference to the count for the life of the program.
+  static int count = 1;
+  return count;
+}
+
+}  // namespace
+
+Application::Application(char** argv) : QApplication(OneArgument(), argv) {
+  // One style on all desktops; its colours come from the desktop's palette, light or dark.
+  setStyle("Fusion");
+}
+
+void Application::Guard(const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const RuntimeFault& fault) {
+    handler_(fault.Number());
+  } catch (const std::bad_alloc&) {
+    handler_(Fault::kOutOfMemory);
+  }
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+  bool handled = false;
+  Guard([&] { handled = QApplication::notify(receiver, event); });
+  return handled;
+}
+
+}  // namespace qmx

@@ -1,0 +1,169 @@
+#include "app/desktop_screen.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QSignalBlocker>
+
+#include "app/window_placement.h"
+#include "grids/editor_window.h"
+#include "grids/qt_text.h"
+#include "grids/viewer_window.h"
+
+namespace qmx {
+
+DesktopScreen::DesktopScreen(frmQMX& mainWindow, Context& context)
+    : main_(mainWindow), context_(context) {}
+
+DesktopScreen::~DesktopScreen() = default;
+
+std::string DesktopScreen::Text(const Control& control) const {
+  QObject* found = main_.Find(control);
+  if (const auto* field = qobject_cast<QLineEdit*>(found)) return field->text().toStdString();
+  if (const auto* label = qobject_cast<QLabel*>(found)) return label->text().toStdString();
+  return {};
+}
+
+void DesktopScreen::SetText(const Control& control, const std::string& text) {
+  QObject* found = main_.Find(control);
+  // Only what the user types has consequences.
+  const QSignalBlocker quiet(found);
+  if (auto* field = qobject_cast<QLineEdit*>(found)) field->setText(QString::fromStdString(text));
+  if (auto* label = qobject_cast<QLabel*>(found)) label->setText(QString::fromStdString(text));
+}
+
+void DesktopScreen::SetEnabled(const Control& control, bool enabled) {
+  QObject* found = main_.Find(control);
+  if (auto* widget = qobject_cast<QWidget*>(found)) widget->setEnabled(enabled);
+  if (auto* action = qobject_cast<QAction*>(found)) action->setEnabled(enabled);
+}
+
+bool DesktopScreen::IsSelected(const Control& control) const {
+  const auto* button = qobject_cast<QAbstractButton*>(main_.Find(control));
+  return button != nullptr && button->isChecked();
+}
+
+void DesktopScreen::Select(const Control& option) {
+  QObject* found = main_.Find(option);
+  const QSignalBlocker quiet(found);
+  if (auto* button = qobject_cast<QAbstractButton*>(found)) button->setChecked(true);
+}
+
+void DesktopScreen::SetFrameVisible(int slot, bool visible) {
+  if (auto* frame = qobject_cast<QWidget*>(main_.Find(fraFrame(slot)))) frame->setVisible(visible);
+}
+
+GridWindow& DesktopScreen::Ensure(int slot) {
+  std::unique_ptr<GridWindow>& window = windows_[slot];
+  if (window == nullptr) {
+    if (InfoOf(slot).IsEditor()) {
+      window = std::make_unique<EditorWindow>(context_, slot);
+    } else {
+      window = std::make_unique<ViewerWindow>(context_, slot);
+    }
+  }
+  return *window;
+}
+
+void DesktopScreen::SetUpGrid(int slot, int rows, int cols, bool wide) {
+  Ensure(slot).SetUp(rows, cols, wide);
+}
+
+void DesktopScreen::PopulateGrid(int slot, const Matrix& values, bool wide) {
+  Ensure(slot).Grid().Populate(values, wide);
+}
+
+void DesktopScreen::PopulateGridColumns(int slot, const Matrix& values, bool wide,
+                                        const std::vector<bool>& columns) {
+  Ensure(slot).Grid().Populate(values, wide, &columns);
+}
+
+void DesktopScreen::SetCellText(int slot, int row, int col, const std::string& text) {
+  Ensure(slot).Grid().SetTextMatrix(row, col, QString::fromStdString(text));
+}
+
+void DesktopScreen::SetCellColour(int slot, int row, int col, Colour colour) {
+  Ensure(slot).Grid().SetCellColour(row, col, colour);
+}
+
+void DesktopScreen::SetGridColour(int slot, Colour colour) {
+  Ensure(slot).Grid().SetGridColour(colour);
+}
+
+void DesktopScreen::SetGridWidth(int slot, bool wide) { Ensure(slot).SetWide(wide); }
+
+void DesktopScreen::PlaceIfNew(QWidget& window) {
+  if (window.testAttribute(Qt::WA_Moved)) return;
+  PlaceBeside(main_.frameGeometry(), main_.TaskArea(), ShownWindows(), window);
+}
+
+void DesktopScreen::ShowWindow(int slot) {
+  GridWindow& window = Ensure(slot);
+  PlaceIfNew(window);
+  // A window that opens empty waits for typing. Any other leaves the keyboard where it is.
+  const bool typing =
+      InfoOf(slot).IsEditor() && !window.isVisible() && window.Grid().Model().IsEmpty();
+  window.setAttribute(Qt::WA_ShowWithoutActivating, !typing);
+  window.show();
+  window.raise();
+  if (!typing) return;
+  awaitsTyping_ = true;
+  window.activateWindow();
+  window.Grid().setFocus();
+}
+
+void DesktopScreen::RestoreWindow(int slot) {
+  GridWindow& window = Ensure(slot);
+  PlaceIfNew(window);
+  window.setAttribute(Qt::WA_ShowWithoutActivating, false);
+  window.showNormal();
+  window.raise();
+  window.activateWindow();
+}
+
+void DesktopScreen::CloseWindow(int slot) { windows_[slot].reset(); }
+
+void DesktopScreen::HideEntryBox(int slot) { Ensure(slot).HideEntryBox(); }
+
+void DesktopScreen::BringMainToFront() {
+  main_.raise();
+  if (!awaitsTyping_) main_.activateWindow();
+  awaitsTyping_ = false;
+}
+
+ResultsWindow& DesktopScreen::EnsureResults() {
+  if (results_ == nullptr) results_ = std::make_unique<ResultsWindow>();
+  return *results_;
+}
+
+void DesktopScreen::UseResultsFont() { EnsureResults().UseReportFont(); }
+
+void DesktopScreen::AddResultLine(const std::string& line) {
+  EnsureResults().AddLine(QString::fromStdString(line));
+}
+
+void DesktopScreen::ClearResults() { EnsureResults().Clear(); }
+
+void DesktopScreen::ShowResults() {
+  ResultsWindow& window = EnsureResults();
+  PlaceIfNew(window);
+  window.showNormal();
+  window.raise();
+  window.activateWindow();
+}
+
+std::vector<QWidget*> DesktopScreen::ShownWindows() const {
+  std::vector<QWidget*> shown;
+  for (const std::unique_ptr<GridWindow>& window : windows_) {
+    if (window != nullptr && window->isVisible()) shown.push_back(window.get());
+  }
+  if (results_ != nullptr && results_->isVisible()) shown.push_back(results_.get());
+  return shown;
+}
+
+void DesktopScreen::CloseAllWindows() {
+  for (std::unique_ptr<GridWindow>& window : windows_) window.reset();
+  results_.reset();
+}
+
+}  // namespace qmx

@@ -1,0 +1,72 @@
+// The parts of the screen that wait: dialogs, and the long computation.
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+#include "app/desktop_screen.h"
+
+namespace qmx {
+namespace {
+
+QMessageBox::StandardButtons ToStandard(Buttons buttons) {
+  return buttons == Buttons::kOk ? QMessageBox::Ok
+                                 : QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+}
+
+Answer ToAnswer(int pressed) {
+  switch (pressed) {
+    case QMessageBox::Yes:
+      return Answer::kYes;
+    case QMessageBox::No:
+      return Answer::kNo;
+    case QMessageBox::Cancel:
+      return Answer::kCancel;
+    default:
+      return Answer::kOk;
+  }
+}
+
+std::string NameInBytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
+
+}  // namespace
+
+void DesktopScreen::Beep() { QApplication::beep(); }
+
+void DesktopScreen::LetWindowsPaint() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void DesktopScreen::BeginWork() {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  main_.StartProgress();
+}
+
+void DesktopScreen::ReportProgress(double fraction) { main_.ShowProgress(fraction); }
+
+void DesktopScreen::EndWork() {
+  main_.EndProgress();
+  QApplication::restoreOverrideCursor();
+}
+
+Answer DesktopScreen::ShowMessage(const Message& message) {
+  QWidget* active = QApplication::activeWindow();
+  QMessageBox box(active != nullptr ? active : &main_);
+  box.setWindowTitle(QString::fromStdString(message.title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(QString::fromStdString(message.text).replace('\r', '\n'));
+  box.setIcon(message.icon == Icon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon);
+  box.setStandardButtons(ToStandard(message.buttons));
+  return ToAnswer(box.exec());
+}
+
+std::string DesktopScreen::AskOpenFile(const std::string& name) {
+  const QString proposed = QFile::decodeName(QByteArray::fromStdString(name));
+  return NameInBytes(QFileDialog::getOpenFileName(&main_, {}, proposed));
+}
+
+std::string DesktopScreen::AskSaveFile() {
+  return NameInBytes(QFileDialog::getSaveFileName(&main_));
+}
+
+}  // namespace qmx

@@ -1,0 +1,175 @@
+#include "app/frm_qmx.h"
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QUrl>
+
+#include "app/panels.h"
+#include "grids/qt_text.h"
+#include "workspace/screen.h"
+#include "workspace/slot_table.h"
+
+namespace qmx {
+namespace {
+
+constexpr int kProgressSteps = 100;
+constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
+
+struct MenuEntry {
+  const char* name;  ///< Null for a line between entries.
+  const char* caption;
+  QKeySequence shortcut;
+};
+
+void AddEntries(QMenu* menu, std::initializer_list<MenuEntry> entries) {
+  for (const MenuEntry& entry : entries) {
+    if (entry.name == nullptr) {
+      menu->addSeparator();
+      continue;
+    }
+    QAction* action = menu->addAction(entry.caption);
+    action->setObjectName(entry.name);
+    action->setShortcut(entry.shortcut);
+    // The shortcuts serve in the windows of the matrices, too.
+    action->setShortcutContext(Qt::ApplicationShortcut);
+  }
+}
+
+}  // namespace
+
+frmQMX::frmQMX() {
+  setObjectName("frmQMX");
+  setWindowTitle(ToQString(kProgramTitle));
+  setAcceptDrops(true);
+  BuildMenus();
+  BuildPanels();
+  BuildStatusBar();
+  IndexControls();
+  ResizeToPanels();
+}
+
+void frmQMX::ResizeToPanels() {
+  const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height();
+  const QSize wanted = panels_->sizeHint() + QSize(0, bars);
+  resize(wanted.boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
+}
+
+void frmQMX::BuildPanels() {
+  auto* area = new QScrollArea(this);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  panels_ = new QWidget(area);
+  auto* columns = new QHBoxLayout(panels_);
+  columns->setContentsMargins(8, 4, 8, 4);
+  columns->setSpacing(8);
+  auto* operands = new QVBoxLayout;
+  operands->setSpacing(4);
+  columns->addLayout(operands);
+  operands->addWidget(BuildOperandPanel(kSlotA, panels_));
+  operands->addWidget(BuildExchangeButton(panels_));
+  operands->addWidget(BuildOperandPanel(kSlotB, panels_));
+  operands->addWidget(BuildSpecialMatrixPanel(panels_));
+  operands->addWidget(BuildSystemPanel(panels_));
+  operands->addStretch(1);
+  taskPanel_ = BuildTaskPanel(panels_);
+  columns->addWidget(taskPanel_);
+  columns->addWidget(BuildResultsPanel(panels_), 1);
+  area->setWidget(panels_);
+  setCentralWidget(area);
+}
+
+void frmQMX::BuildMenus() {
+  QMenu* file = menuBar()->addMenu(tr("&File"));
+  AddEntries(file, {{"mnuOpen", "&Open...", QKeySequence(Qt::CTRL | Qt::Key_O)},
+                    {"mnuSave", "&Save", QKeySequence(Qt::CTRL | Qt::Key_S)},
+                    {"mnuSaveAs", "Save &As...", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)},
+                    {},
+                    {"mnuPrint", "&Print", QKeySequence(Qt::CTRL | Qt::Key_P)},
+                    {},
+                    {"mnuExit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q)}});
+  QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+  AddEntries(tools, {{"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
+  QMenu* windows = menuBar()->addMenu(tr("&Windows"));
+  windows->setObjectName("mnuWindows");
+  AddEntries(windows, {{"mnuMain", "&Main window", QKeySequence(Qt::CTRL | Qt::Key_M)},
+                       {"mnuHideAll", "&Hide all others", {}},
+                       {}});
+  QMenu* help = menuBar()->addMenu(tr("&Help"));
+  AddEntries(
+      help,
+      {{"mnuHelp", "&Contents", QKeySequence(Qt::Key_F1)}, {}, {"mnuAbout", "&About Orvane", {}}});
+  // Disabled until somebody binds them.
+  for (const char* name : {"mnuAssociate", "mnuHelp", "mnuAbout"}) Action(name)->setEnabled(false);
+}
+
+void frmQMX::BuildStatusBar() {
+  working_ = new QLabel(tr("Computing..."), this);
+  progress_ = new QProgressBar(this);
+  progress_->setRange(0, kProgressSteps);
+  progress_->setTextVisible(false);
+  progress_->setMaximumHeight(12);
+  progress_->setAccessibleName(tr("Progress of the computation"));
+  for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_)}) {
+    statusBar()->addWidget(part);
+    part->hide();
+  }
+}
+
+void frmQMX::IndexControls() {
+  for (QObject* control : findChildren<QObject*>()) {
+    if (!control->objectName().isEmpty()) controls_.insert(control->objectName(), control);
+  }
+}
+
+QObject* frmQMX::Find(const Control& control) const {
+  return controls_.value(QString::fromStdString(control.ObjectName()));
+}
+
+QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(name); }
+
+QRect frmQMX::TaskArea() const {
+  return {taskPanel_->mapToGlobal(QPoint(0, 0)), taskPanel_->size()};
+}
+
+void frmQMX::StartProgress() { progress_->setValue(0); }
+
+void frmQMX::ShowProgress(double fraction) {
+  const int value = static_cast<int>(fraction * kProgressSteps);
+  if (progress_->isVisible() && value == progress_->value()) return;
+  working_->show();
+  progress_->show();
+  progress_->setValue(value);
+  statusBar()->repaint();
+}
+
+void frmQMX::EndProgress() {
+  working_->hide();
+  progress_->hide();
+}
+
+void frmQMX::closeEvent(QCloseEvent* event) {
+  event->accept();
+  Q_EMIT Closed();
+}
+
+void frmQMX::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void frmQMX::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  event->acceptProposedAction();
+  Q_EMIT FilesDropped(urls.front().toLocalFile());
+}
+
+}  // namespace qmx

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QHash>
+#include <QLabel>
+#include <QMainWindow>
+#include <QProgressBar>
+
+#include "workspace/controls.h"
+
+namespace qmx {
+
+/// The main window: all controls and menus, under the names that the tables give them. It shows and
+/// passes on; what a press means is wired to it from outside.
+class frmQMX : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  frmQMX();
+
+  /// The control or menu entry with this name; null where there is none.
+  QObject* Find(const Control& control) const;
+  QAction* Action(const char* name) const;
+  /// The part of the screen that windows of matrices should leave free.
+  QRect TaskArea() const;
+
+  void StartProgress();
+  /// Repaints the progress bar without handling any event.
+  void ShowProgress(double fraction);
+  void EndProgress();
+
+ Q_SIGNALS:
+  void FilesDropped(const QString& firstName);
+  /// The window was closed, and with it the program.
+  void Closed();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  void BuildPanels();
+  void BuildMenus();
+  void BuildStatusBar();
+  void IndexControls();
+  void ResizeToPanels();
+
+  QHash<QString, QObject*> controls_;
+  QWidget* panels_ = nullptr;
+  QWidget* taskPanel_ = nullptr;
+  QLabel* working_ = nullptr;
+  QProgressBar* progress_ = nullptr;
+};
+
+}  // namespace qmx

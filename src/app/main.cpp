@@ -1,0 +1,34 @@
+#include <cstdlib>
+#include <string>
+
+#include "app/application.h"
+#include "app/program.h"
+#include "app/stand_ins.h"
+#include "desktop/file_store_system.h"
+#include "desktop/random_source.h"
+#include "desktop/system_clock.h"
+
+namespace {
+
+/// All arguments as one text: it names a project, and its blanks need no quoting.
+std::string CommandLine(int argc, char** argv) {
+  std::string line;
+  for (int i = 1; i < argc; ++i) line += (i > 1 ? " " : "") + std::string(argv[i]);
+  return line;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qmx::Application application(argv);
+  const auto files = qmx::MakeSystemFileStore();
+  const auto settings = qmx::SystemRegionalSettings();
+  qmx::NoPrinter printer;
+  qmx::RandomSource random;
+  qmx::SystemClock clock;
+  qmx::Program program({*files, printer, random, clock}, *settings);
+  application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
+  bool started = false;
+  application.Guard([&] { started = program.Start(CommandLine(argc, argv)); });
+  return started ? application.exec() : EXIT_SUCCESS;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLabel>
+
+#include "app/widgets.h"
+
+namespace qmx {
+
+// What the panels are put together from.
+
+/// A titled frame with a name.
+QGroupBox* MakeFrame(const Control& control, const QString& title, QWidget* parent);
+/// The frame of a slot, with its title.
+QGroupBox* MakeSlotFrame(int slot, QWidget* parent);
+/// Gives a frame rows, one below the other.
+QVBoxLayout* MakeRows(QWidget* frame);
+QHBoxLayout* AddRow(QVBoxLayout* rows);
+
+void AddField(QBoxLayout* row, const Control& control, QWidget* parent);
+CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString& caption,
+                         QWidget* parent, const QString& toolTip = {});
+/// The button of a task, as the task table describes it.
+CommandButton* MakeTaskButton(int task, QWidget* parent);
+/// Adds those of the buttons Show, Save, Print, Into A and Into B that a slot has: A is not copied
+/// into A, nor B into B.
+void AddSlotButtons(QBoxLayout* row, int slot, QWidget* parent);
+
+}  // namespace qmx

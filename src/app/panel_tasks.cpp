@@ -1,0 +1,135 @@
+// The panel of the tasks.
+
+#include <QFrame>
+#include <QGridLayout>
+#include <array>
+
+#include "app/panel_kit.h"
+#include "app/panels.h"
+
+namespace qmx {
+namespace {
+
+/// A calm line between two groups of tasks.
+void AddLine(QVBoxLayout* rows, QWidget* parent) {
+  auto* line = new QFrame(parent);
+  line->setFrameShape(QFrame::HLine);
+  line->setFrameShadow(QFrame::Sunken);
+  rows->addWidget(line);
+}
+
+void AddTasks(QBoxLayout* row, std::initializer_list<int> tasks, QWidget* parent) {
+  for (const int task : tasks) row->addWidget(MakeTaskButton(task, parent), 1);
+}
+
+/// A task that finds one number or one word, and the label where it is shown.
+struct ScalarTask {
+  int task;
+  Control label;
+  Control equals;
+  const char* sign;
+  const char* meaning;
+};
+
+constexpr std::array<ScalarTask, 4> kScalarTasks{{
+    {3, lblDeterminantOfA, {"lblDeterminantOfAequals"}, "=", "Determinant of A"},
+    {4, lblTraceOfA, {"lblTraceOfAequals"}, "=", "Trace of A"},
+    {10, lblDefiniteness, {"lblDefinitenessIs"}, ":", "Definiteness of A"},
+    {19, lblSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric"},
+}};
+
+void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
+  auto* table = new QGridLayout;
+  table->setSpacing(4);
+  table->setColumnStretch(2, 1);
+  rows->addLayout(table);
+  int row = 0;
+  for (const ScalarTask& entry : kScalarTasks) {
+    QLabel* value = MakeLabel(entry.label, {}, parent);
+    value->setAccessibleName(entry.meaning);
+    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    table->addWidget(MakeTaskButton(entry.task, parent), row, 0);
+    table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row, 1);
+    table->addWidget(value, row, 2);
+    ++row;
+  }
+}
+
+/// A task that changes A by a number, in a frame with the number's field.
+QWidget* BuildScalarChange(const Control& frameName, const QString& title, const Control& label,
+                           const Control& field, int task, QWidget* parent) {
+  QGroupBox* frame = MakeFrame(frameName, title, parent);
+  QVBoxLayout* rows = MakeRows(frame);
+  QHBoxLayout* row = AddRow(rows);
+  Field* edit = MakeField(field, frame);
+  QLabel* caption = MakeCaption(edit, field, frame);
+  caption->setObjectName(QString::fromStdString(label.ObjectName()));
+  row->addWidget(caption);
+  row->addWidget(edit, 1);
+  rows->addWidget(MakeTaskButton(task, frame));
+  return frame;
+}
+
+QWidget* BuildPivotFrame(QWidget* parent) {
+  QGroupBox* frame = MakeFrame({"fraPivot"}, "Partial pivoting", parent);
+  QHBoxLayout* row = AddRow(MakeRows(frame));
+  row->addWidget(MakeLabel({"lblPivot"}, "Allow pivoting for LU factors?", frame));
+  row->addStretch(1);
+  for (int option = 0; option < 2; ++option) row->addWidget(MakeOption(OptPivot(option), frame));
+  return frame;
+}
+
+QWidget* BuildEigenFrame(QWidget* parent) {
+  struct Parameter {
+    Control label;
+    Control field;
+  };
+  constexpr std::array<Parameter, 4> kParameters{{{{"lblError"}, txtError},
+                                                  {{"lblMaxcy"}, txtMaxcy},
+                                                  {{"lblErs"}, txtErs},
+                                                  {{"lblPert"}, txtPert}}};
+  QGroupBox* frame =
+      MakeFrame({"fraEigenControls"}, "Eigenvalues/eigenvectors computation", parent);
+  auto* table = new QGridLayout;
+  table->setSpacing(4);
+  MakeRows(frame)->addLayout(table);
+  int row = 0;
+  for (const Parameter& parameter : kParameters) {
+    Field* field = MakeField(parameter.field, frame);
+    QLabel* caption = MakeCaption(field, parameter.field, frame);
+    caption->setObjectName(QString::fromStdString(parameter.label.ObjectName()));
+    table->addWidget(caption, row, 0);
+    table->addWidget(field, row, 1);
+    ++row;
+  }
+  return frame;
+}
+
+}  // namespace
+
+QWidget* BuildTaskPanel(QWidget* parent) {
+  QGroupBox* frame = MakeFrame({"fraTask"}, "Tasks", parent);
+  QVBoxLayout* rows = MakeRows(frame);
+  AddTasks(AddRow(rows), {0, 1, 2}, frame);
+  AddLine(rows, frame);
+  AddScalarTasks(rows, frame);
+  AddLine(rows, frame);
+  AddTasks(AddRow(rows), {5, 15}, frame);
+  AddTasks(AddRow(rows), {6, 7}, frame);
+  AddLine(rows, frame);
+  QHBoxLayout* changes = AddRow(rows);
+  changes->addWidget(BuildScalarChange({"fraScalar"}, "For scalar multiplication", {"lblScalar"},
+                                       txtScalar, 16, frame));
+  changes->addWidget(
+      BuildScalarChange({"fraShift"}, "For scalar shift", {"lblShift"}, txtShift, 17, frame));
+  AddLine(rows, frame);
+  AddTasks(AddRow(rows), {8, 9}, frame);
+  rows->addWidget(BuildPivotFrame(frame));
+  AddLine(rows, frame);
+  AddTasks(AddRow(rows), {14}, frame);
+  rows->addWidget(BuildEigenFrame(frame));
+  rows->addStretch(1);
+  return frame;
+}
+
+}  // namespace qmx

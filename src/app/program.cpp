@@ -1,0 +1,68 @@
+#include "app/program.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QScreen>
+#include <cstdlib>
+#include <new>
+
+#include "app/wiring.h"
+#include "base/fault.h"
+#include "commands/file_commands.h"
+#include "commands/parameters.h"
+#include "grids/qt_text.h"
+
+namespace qmx {
+
+Program::Program(const Ports& ports, RegionalSettings& settings)
+    : screen_(window_, context_),
+      context_{workspace_, screen_, ports.files, ports.printer, ports.random, ports.clock},
+      guard_(settings) {
+  WireMainWindow(window_, screen_, context_);
+  QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
+}
+
+bool Program::Start(const std::string& commandLine) {
+  if (!guard_.Check(screen_)) return false;
+  SetStartState(context_);
+  // In the corner, so that the windows of the matrices find room beside it.
+  window_.move(window_.screen()->availableGeometry().topLeft());
+  window_.show();
+  OpenNamedProject(context_, commandLine);
+  return true;
+}
+
+void Program::End() {
+  guard_.Restore();
+  screen_.CloseAllWindows();
+  QCoreApplication::exit(EXIT_SUCCESS);
+}
+
+void Program::OfferToSave(Fault fault) {
+  QMessageBox box(QMessageBox::Critical, ToQString(kProgramTitle),
+                  QString::fromStdString(FaultMessage(fault)),
+                  QMessageBox::Save | QMessageBox::Discard);
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(QObject::tr("The program must end. Save the project first?"));
+  box.setDefaultButton(QMessageBox::Save);
+  if (box.exec() == QMessageBox::Save) SaveProjectAfterFault(context_);
+}
+
+void Program::EndAfterFault(Fault fault) {
+  static bool isEnding = false;
+  while (QApplication::overrideCursor() != nullptr) QApplication::restoreOverrideCursor();
+  // A second fault, met while the first is told, ends the program at once.
+  if (!isEnding) {
+    isEnding = true;
+    try {
+      OfferToSave(fault);
+    } catch (const RuntimeFault&) {
+    } catch (const std::bad_alloc&) {
+    }
+  }
+  guard_.Restore();
+  // The loops that are under way belong to commands that must not go on: leave without unwinding.
+  std::_Exit(EXIT_FAILURE);
+}
+
+}  // namespace qmx

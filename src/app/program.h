@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "app/desktop_screen.h"
+#include "app/frm_qmx.h"
+#include "base/fault.h"
+#include "desktop/decimal_guard.h"
+#include "workspace/context.h"
+
+namespace qmx {
+
+/// What the program needs of the system it runs on.
+struct Ports {
+  FileStore& files;
+  Printer& printer;
+  Random& random;
+  Clock& clock;
+};
+
+/// The running program: the one Workspace, its windows, and how it begins and ends.
+class Program {
+ public:
+  Program(const Ports& ports, RegionalSettings& settings);
+
+  /// Shows the main window in its start state and opens the project that the command line names, if
+  /// it names one. False, and nothing shown, if the user declines what the program needs.
+  bool Start(const std::string& commandLine);
+
+  /// Tells the user of a fault, offers to save the project, and ends the process with a failure
+  /// status. Does not return.
+  [[noreturn]] void EndAfterFault(Fault fault);
+
+  frmQMX& MainWindow() { return window_; }
+  DesktopScreen& Windows() { return screen_; }
+  Workspace& State() { return workspace_; }
+  Context& Commands() { return context_; }
+
+ private:
+  void End();
+  void OfferToSave(Fault fault);
+
+  Workspace workspace_;
+  frmQMX window_;
+  DesktopScreen screen_;
+  Context context_;
+  DecimalGuard guard_;
+};
+
+}  // namespace qmx

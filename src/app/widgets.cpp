@@ -1,0 +1,111 @@
+#include "app/widgets.h"
+
+#include <QCheckBox>
+#include <QFocusEvent>
+#include <QRadioButton>
+
+#include "grids/qt_text.h"
+
+namespace qmx {
+namespace {
+
+QString NameOf(const Control& control) { return QString::fromStdString(control.ObjectName()); }
+
+const OptionInfo& OptionOf(const Control& control) {
+  for (const OptionInfo& info : kOptions) {
+    if (info.control == control) return info;
+  }
+  return kOptions.front();
+}
+
+}  // namespace
+
+CommandButton::CommandButton(const Control& control, const QString& caption, QWidget* parent)
+    : QPushButton(caption, parent) {
+  setObjectName(NameOf(control));
+  setAutoDefault(false);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QSize CommandButton::sizeHint() const {
+  constexpr int kAcross = 12;
+  constexpr int kDown = 9;
+  const QFontMetrics metrics = fontMetrics();
+  return {metrics.size(Qt::TextShowMnemonic, text()).width() + kAcross, metrics.height() + kDown};
+}
+
+Field::Field(const FieldInfo& info, QWidget* parent) : QLineEdit(parent) {
+  setObjectName(NameOf(info.control));
+  setText(ToQString(info.start));
+  setToolTip(ToQString(info.toolTip));
+  setAccessibleName(ToQString(info.meaning));
+}
+
+QSize Field::sizeHint() const {
+  constexpr int kDigits = 4;
+  return {fontMetrics().horizontalAdvance(QString(kDigits, '0')) + 12,
+          QLineEdit::sizeHint().height()};
+}
+
+void Field::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  untouched_ = true;
+  selectAll();
+}
+
+void Field::keyPressEvent(QKeyEvent* event) {
+  untouched_ = false;
+  QLineEdit::keyPressEvent(event);
+}
+
+// A press that keeps the selection must not lose it to the slightest move of the mouse either.
+void Field::mousePressEvent(QMouseEvent* event) {
+  keepsWhole_ = untouched_ && event->button() == Qt::LeftButton;
+  untouched_ = false;
+  if (!keepsWhole_) QLineEdit::mousePressEvent(event);
+}
+
+void Field::mouseMoveEvent(QMouseEvent* event) {
+  if (!keepsWhole_) QLineEdit::mouseMoveEvent(event);
+}
+
+void Field::mouseReleaseEvent(QMouseEvent* event) {
+  if (!keepsWhole_) QLineEdit::mouseReleaseEvent(event);
+  keepsWhole_ = false;
+}
+
+Field* MakeField(const Control& control, QWidget* parent) {
+  return new Field(InfoOf(control), parent);
+}
+
+QLabel* MakeCaption(Field* field, const Control& control, QWidget* parent) {
+  auto* caption = new QLabel(ToQString(InfoOf(control).caption), parent);
+  caption->setTextFormat(Qt::PlainText);
+  caption->setBuddy(field);
+  caption->setToolTip(field->toolTip());
+  return caption;
+}
+
+QAbstractButton* MakeOption(const Control& control, QWidget* parent) {
+  const OptionInfo& info = OptionOf(control);
+  const QString caption = ToQString(info.caption);
+  QAbstractButton* button = nullptr;
+  if (control.index >= 0) {
+    button = new QRadioButton(caption, parent);
+  } else {
+    button = new QCheckBox(caption, parent);
+  }
+  button->setObjectName(NameOf(control));
+  button->setToolTip(ToQString(info.toolTip));
+  button->setChecked(info.selectedAtStart);
+  return button;
+}
+
+QLabel* MakeLabel(const Control& control, const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(NameOf(control));
+  label->setTextFormat(Qt::PlainText);
+  return label;
+}
+
+}  // namespace qmx

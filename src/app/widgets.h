@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "workspace/field_table.h"
+
+namespace qmx {
+
+/// A button that is no wider than its caption needs.
+class CommandButton : public QPushButton {
+  Q_OBJECT
+
+ public:
+  CommandButton(const Control& control, const QString& caption, QWidget* parent);
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+};
+
+/// A text field whose whole text is selected when it receives the focus, so that typing replaces
+/// it. The first click into it keeps that selection; the next one places the caret.
+class Field : public QLineEdit {
+  Q_OBJECT
+
+ public:
+  Field(const FieldInfo& info, QWidget* parent);
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  bool untouched_ = false;   ///< Nothing was typed or clicked since the focus came.
+  bool keepsWhole_ = false;  ///< The press that is under way keeps the whole text selected.
+};
+
+/// A field of the table with its name, tool tip and, for people who hear it, its meaning.
+Field* MakeField(const Control& control, QWidget* parent);
+
+/// The caption that stands beside a field.
+QLabel* MakeCaption(Field* field, const Control& control, QWidget* parent);
+
+/// An option of the table as radio button or check box, selected if it is at the start.
+QAbstractButton* MakeOption(const Control& control, QWidget* parent);
+
+/// A label with a name and a text that is shown as it is.
+QLabel* MakeLabel(const Control& control, const QString& text, QWidget* parent);
+
+}  // namespace qmx

@@ -1,0 +1,42 @@
+#include "app/window_placement.h"
+
+#include <QScreen>
+#include <algorithm>
+
+namespace qmx {
+namespace {
+
+constexpr int kStep = 28;  // About the height of a title bar.
+constexpr int kGap = 6;
+constexpr int kRoomBelow = 4;
+constexpr int kTitle = 30;  // What a window's frame adds to its height.
+
+bool IsTaken(const QPoint& corner, const std::vector<QWidget*>& others) {
+  return std::any_of(others.begin(), others.end(), [&](const QWidget* other) {
+    return (other->pos() - corner).manhattanLength() < kStep;
+  });
+}
+
+}  // namespace
+
+void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vector<QWidget*>& others,
+                 QWidget& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  const int beside = mainFrame.right() + kGap;
+  const int free = taskArea.right() + kGap;
+  const int width =
+      std::min(window.width(), std::max(screen.right() - free, window.minimumWidth()));
+  if (width < window.width()) window.resize(width, window.height());
+  const int left = std::min(beside, std::max(free, screen.right() - width - kGap));
+  const int lowest = std::max(screen.top(), screen.bottom() - window.height() - kTitle);
+  // Low enough to leave the results' frames free, with room for a few more below it.
+  const int top = std::max(screen.top(), lowest - kRoomBelow * kStep);
+  QPoint corner(left, top);
+  for (int tries = 0; IsTaken(corner, others) && tries < 40; ++tries) {
+    corner += QPoint(0, kStep);
+    if (corner.y() > lowest) corner = {std::max(free, corner.x() - kStep), top + kStep / 2};
+  }
+  window.move(corner);
+}
+
+}  // namespace qmx
