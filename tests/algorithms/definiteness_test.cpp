@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/fault.h"
+#include "output/reports.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
@@ -20,26 +21,8 @@ using testing::Rows;
 
 Progress unheard;
 
-const char* Name(Definiteness verdict) {
-  switch (verdict) {
-    case Definiteness::kIndefinite:
-      return "Indefinite";
-    case Definiteness::kPositiveDefinite:
-      return "Positive definite";
-    case Definiteness::kNegativeDefinite:
-      return "Negative definite";
-    case Definiteness::kSemidefinite:
-      return "Semidefinite";
-    case Definiteness::kPositiveSemidefinite:
-      return "Positive Semidefinite";
-    case Definiteness::kNegativeSemidefinite:
-      return "Negative Semidefinite";
-  }
-  return "?";
-}
-
-void Append(Record& record, const char* verdict) {
-  for (; *verdict != '\0'; ++verdict) record.push_back(*verdict);
+void Append(Record& record, const std::string& verdict) {
+  record.insert(record.end(), verdict.begin(), verdict.end());
 }
 
 TEST(DefinitenessTest, HasTheBitsAndTheVerdictOfThePlainLoop) {
@@ -53,7 +36,7 @@ TEST(DefinitenessTest, HasTheBitsAndTheVerdictOfThePlainLoop) {
           Record record{report.overallSmallestPivot};
           testing::Append(record, report.smallestPivot);
           testing::Append(record, report.leadingMinor);
-          Append(record, Name(report.verdict));
+          Append(record, DefinitenessText(report.verdict));
           return record;
         },
         [&] {

@@ -1,0 +1,81 @@
+#include "base/progress.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "algorithms/definiteness.h"
+#include "algorithms/determinant.h"
+#include "algorithms/eigenvalues.h"
+#include "algorithms/elementary.h"
+#include "algorithms/inverse.h"
+#include "algorithms/linear_system.h"
+#include "algorithms/lu.h"
+#include "algorithms/qr.h"
+#include "base/arithmetic.h"
+#include "support/core_cases.h"
+
+namespace qmx {
+namespace {
+
+class Recorder : public Progress {
+ public:
+  void Report(double fraction) override { reports_.push_back(fraction); }
+
+  /// The bar never runs back and never leaves its frame, and it does move.
+  void ExpectSteadyGrowth(const char* task) const {
+    EXPECT_GE(reports_.size(), 4u) << task;
+    double last = 0;
+    for (const double fraction : reports_) {
+      EXPECT_GE(fraction, last) << task;
+      EXPECT_LE(fraction, 1) << task;
+      last = fraction;
+    }
+    EXPECT_GT(last, 0.5) << task;
+  }
+
+ private:
+  std::vector<double> reports_;
+};
+
+template <class Task>
+void Expect(const char* name, Task task) {
+  Recorder recorder;
+  task(recorder);
+  recorder.ExpectSteadyGrowth(name);
+}
+
+TEST(ProgressTest, EveryLongTaskReportsASteadyGrowth) {
+  testing::Dice dice(1101);
+  const int n = 40;
+  Matrix A = testing::RealMatrix(dice, n, n);
+  for (int i = 1; i <= n; ++i) {
+    A(i, i) += 2 * i;
+    for (int j = 1; j < i; ++j) A(i, j) = A(j, i);
+  }
+  const Matrix system = testing::RealMatrix(dice, n, n + 1);
+  Expect("product", [&](Progress& p) { Product(A, A, p); });
+  Expect("determinant", [&](Progress& p) { Determinant(A, p); });
+  Expect("inverse", [&](Progress& p) { Inverse(A, p); });
+  Expect("adjoint by cofactors", [&](Progress& p) { AdjointByCofactors(A, p); });
+  Expect("adjoint by inverse", [&](Progress& p) { AdjointByInverse(A, p); });
+  Expect("LU", [&](Progress& p) { FactorLu(A, true, p); });
+  Expect("QR", [&](Progress& p) { FactorQr(A, p); });
+  Expect("definiteness", [&](Progress& p) { TestDefiniteness(A, p); });
+  Expect("one-shot solution", [&](Progress& p) { SolveOneShot(system, p); });
+  Expect("eigenvalues", [&](Progress& p) {
+    ClearArithmeticFaults();
+    std::int32_t shiftIndex = 0;
+    FindEigenvalues(A, {1e-9, 1000, 0.1, 0.001}, shiftIndex, p);
+  });
+}
+
+TEST(ProgressTest, LeastSquaresReportsItsTwoStages) {
+  testing::Dice dice(1102);
+  Recorder recorder;
+  SolveLeastSquares(testing::RealMatrix(dice, 60, 21), recorder);
+  recorder.ExpectSteadyGrowth("least squares");
+}
+
+}  // namespace
+}  // namespace qmx
