@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/asking_screen.h"
+#include "support/core_screen.h"
 
 namespace qmx {
 namespace {
@@ -27,7 +27,8 @@ using Written = std::vector<std::string>;
 
 TEST(DecimalGuard, PointRaisesNoBoxAndIsWrittenBackAtTheEnd) {
   FakeSettings settings(".");
-  AskingScreen screen(Answer::kNo);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kNo};
   DecimalGuard guard(settings);
   EXPECT_TRUE(guard.Check(screen));
   EXPECT_TRUE(screen.messages.empty());
@@ -38,7 +39,8 @@ TEST(DecimalGuard, PointRaisesNoBoxAndIsWrittenBackAtTheEnd) {
 
 TEST(DecimalGuard, YesSetsThePointAndTheEndBringsTheCommaBack) {
   FakeSettings settings(",");
-  AskingScreen screen(Answer::kYes);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kYes};
   DecimalGuard guard(settings);
   EXPECT_TRUE(guard.Check(screen));
   EXPECT_EQ(settings.written, Written{"."});
@@ -50,7 +52,8 @@ TEST(DecimalGuard, YesSetsThePointAndTheEndBringsTheCommaBack) {
 TEST(DecimalGuard, AnyOtherAnswerEndsTheProgramWithNothingChanged) {
   for (const Answer answer : {Answer::kNo, Answer::kCancel, Answer::kOk}) {
     FakeSettings settings(",");
-    AskingScreen screen(answer);
+    test::RecordingScreen screen;
+    screen.answers = {answer};
     DecimalGuard guard(settings);
     EXPECT_FALSE(guard.Check(screen));
     EXPECT_EQ(screen.messages.size(), 1u);
@@ -62,7 +65,8 @@ TEST(DecimalGuard, AnyOtherAnswerEndsTheProgramWithNothingChanged) {
 TEST(DecimalGuard, EverySeparatorButThePointAloneRaisesTheBox) {
   for (const char* separator : {",", "\xD9\xAB", "..", " .", "'", ""}) {
     FakeSettings settings(separator);
-    AskingScreen screen(Answer::kYes);
+    test::RecordingScreen screen;
+    screen.answers = {Answer::kYes};
     DecimalGuard guard(settings);
     EXPECT_TRUE(guard.Check(screen));
     EXPECT_EQ(screen.messages.size(), 1u) << '"' << separator << '"';
@@ -74,7 +78,8 @@ TEST(DecimalGuard, EverySeparatorButThePointAloneRaisesTheBox) {
 
 TEST(DecimalGuard, BoxReadsAsItShould) {
   FakeSettings settings(",");
-  AskingScreen screen(Answer::kCancel);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kCancel};
   DecimalGuard(settings).Check(screen);
   ASSERT_EQ(screen.messages.size(), 1u);
   const Message& box = screen.messages.front();
@@ -94,7 +99,8 @@ TEST(DecimalGuard, BoxReadsAsItShould) {
 
 TEST(DecimalGuard, SecondInstanceSavesWhatTheFirstOneSet) {
   FakeSettings settings(",");
-  AskingScreen screen(Answer::kYes);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kYes};
   DecimalGuard first(settings);
   DecimalGuard second(settings);
   EXPECT_TRUE(first.Check(screen));

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "desktop/asking_screen.h"
 #include "desktop/decimal_guard.h"
+#include "support/core_screen.h"
 
 namespace qmx {
 namespace {
@@ -72,7 +72,8 @@ TEST_F(PosixRegionalSettings, YesMakesTheProcessUseThePointAndRestoreTheUsersLoc
   setlocale(LC_ALL, "");
   ASSERT_EQ(OneHalf(), "0,5");
   const auto settings = SystemRegionalSettings();
-  AskingScreen screen(Answer::kYes);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kYes};
   DecimalGuard guard(*settings);
   EXPECT_TRUE(guard.Check(screen));
   EXPECT_EQ(OneHalf(), "0.5");
@@ -84,7 +85,8 @@ TEST_F(PosixRegionalSettings, NoLeavesTheProcessWithTheComma) {
   Use("LC_ALL", "de_DE");
   setlocale(LC_ALL, "");
   const auto settings = SystemRegionalSettings();
-  AskingScreen screen(Answer::kNo);
+  test::RecordingScreen screen;
+  screen.answers = {Answer::kNo};
   EXPECT_FALSE(DecimalGuard(*settings).Check(screen));
   EXPECT_EQ(OneHalf(), "0,5");
 }
