@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "base/number_text.h"
+#include "commands/dispatcher.h"
+#include "commands/grid_commands.h"
+#include "commands/lifecycle.h"
+#include "commands/parameters.h"
+#include "commands/task_table.h"
+#include "desktop/help_page.h"
+#include "output/reports.h"
+#include "support/core_bench.h"
+#include "workspace/field_table.h"
+
+namespace qmx::test {
+namespace {
+
+Matrix MatrixOf(const HelpStep& step) {
+  Matrix matrix(static_cast<int>(step.cells.size()), static_cast<int>(step.cells.front().size()));
+  for (int i = 1; i <= matrix.Rows(); ++i) {
+    for (int j = 1; j <= matrix.Cols(); ++j) {
+      const std::optional<double> value = ParseNumber(step.cells[i - 1].at(j - 1));
+      EXPECT_TRUE(value) << step.cells[i - 1][j - 1];
+      matrix(i, j) = value.value_or(0);
+    }
+  }
+  return matrix;
+}
+
+int SlotOfWindow(const std::string& window) {
+  const auto info = std::find_if(kSlots.begin(), kSlots.end(),
+                                 [&](const SlotInfo& slot) { return slot.window == window; });
+  EXPECT_NE(info, kSlots.end()) << window;
+  return info == kSlots.end() ? 0 : info->slot;
+}
+
+std::string Trimmed(const std::string& text) {
+  const std::size_t start = text.find_first_not_of(' ');
+  return start == std::string::npos ? std::string() : text.substr(start);
+}
+
+/// Does with the program what a page of the help tells the reader to do, and compares what the
+/// program then shows with what the page says it shows.
+class HelpExamples : public Workbench, public testing::WithParamInterface<std::string> {
+ protected:
+  void Follow(const HelpStep& step) {
+    static const std::map<std::string, void (HelpExamples::*)(const HelpStep&)> kActions{
+        {"type", &HelpExamples::Type},
+        {"field", &HelpExamples::TypeField},
+        {"option", &HelpExamples::Choose},
+        {"press", &HelpExamples::PressButton},
+        {"intoa", &HelpExamples::IntoA},
+        {"intob", &HelpExamples::IntoB},
+        {"exchange", &HelpExamples::Exchange},
+        {"show", &HelpExamples::ExpectGrid},
+        {"caption", &HelpExamples::ExpectCaption},
+        {"message", &HelpExamples::ExpectMessage},
+        {"lines", &HelpExamples::ExpectReport},
+        {"firstlines", &HelpExamples::ExpectReportStart},
+        {"start", &HelpExamples::ExpectStart},
+        {"narrow", &HelpExamples::ExpectNarrow},
+        {"wide", &HelpExamples::ExpectWide},
+    };
+    const auto action = kActions.find(step.action);
+    if (action != kActions.end()) (this->*action->second)(step);
+  }
+
+  void ExpectNoMessageLeft() {
+    for (const Message& message : screen.messages) ADD_FAILURE() << "unexpected: " << message.text;
+  }
+
+ private:
+  /// A matrix of the size that stands already is typed over; another size is created anew.
+  void Type(const HelpStep& step) {
+    const Matrix values = MatrixOf(step);
+    if (step.target == "System") return TypeSystem(values);
+    const int operand = step.target == "A" ? kSlotA : kSlotB;
+    const bool created = operand == kSlotA ? workspace.ACreated : workspace.BCreated;
+    if (created && SameShape(operand, values)) return TypeOver(operand, values);
+    if (created) {
+      ExpectNoMessageLeft();
+      Reset(operand);
+      screen.messages.clear();
+    }
+    operand == kSlotA ? EnterA(values) : EnterB(values);
+  }
+  void TypeSystem(const Matrix& values) {
+    if (workspace.At(kSlotSystem).present && SameShape(kSlotSystem, values)) {
+      return TypeOver(kSlotSystem, values);
+    }
+    ASSERT_FALSE(workspace.At(kSlotSystem).present);
+    if (workspace.SystemMethod != 1) return EnterSystem(values);
+    CreateSystem(context);
+    ASSERT_TRUE(SameShape(kSlotSystem, values));
+    TypeOver(kSlotSystem, values);
+  }
+  bool SameShape(int slot, const Matrix& values) const {
+    return Array(slot).Rows() == values.Rows() && Array(slot).Cols() == values.Cols();
+  }
+  void TypeOver(int slot, const Matrix& values) {
+    for (int i = 1; i <= values.Rows(); ++i) {
+      for (int j = 1; j <= values.Cols(); ++j) {
+        CommitCell(context, slot, i, j, FileNumber(values(i, j)));
+      }
+    }
+  }
+  void TypeField(const HelpStep& step) { screen.Type({step.target}, step.text); }
+  void Choose(const HelpStep& step) {
+    const std::size_t mark = step.target.find('_');
+    const int index = std::stoi(step.target.substr(mark + 1));
+    const auto option = std::find_if(kOptions.begin(), kOptions.end(), [&](const OptionInfo& info) {
+      return info.control.ObjectName() == step.target;
+    });
+    ASSERT_NE(option, kOptions.end()) << step.target;
+    EXPECT_EQ(option->caption, step.text);
+    if (option->control.name == "OptSystem") return SelectSystemMethod(context, index);
+    screen.Select(option->control);
+    if (option->control.name == "OptCreate") OptCreateClick(context, index);
+  }
+  void PressButton(const HelpStep& step) {
+    ExpectNoMessageLeft();
+    linesBefore_ = screen.lines.size();
+    if (step.target == "Solve") return PressSolve(context);
+    const TaskInfo* task = FindTask(std::stoi(step.target));
+    ASSERT_NE(task, nullptr) << step.target;
+    EXPECT_EQ(task->caption, step.text);
+    Press(task->index);
+  }
+  void IntoA(const HelpStep& step) { CopyInto(context, kSlotA, std::stoi(step.target)); }
+  void IntoB(const HelpStep& step) { CopyInto(context, kSlotB, std::stoi(step.target)); }
+  void Exchange(const HelpStep&) { ExchangeAandB(context); }
+
+  void ExpectGrid(const HelpStep& step) {
+    const int slot = SlotOfWindow(step.target);
+    const RecordedGrid& grid = screen.grids[slot];
+    const int headerRows = InfoOf(slot).kind == WindowKind::kColumnViewer ? 0 : 1;
+    ASSERT_EQ(grid.rows - headerRows, static_cast<int>(step.cells.size())) << step.target;
+    ASSERT_EQ(grid.cols - 1, static_cast<int>(step.cells.front().size())) << step.target;
+    for (int i = headerRows; i < grid.rows; ++i) {
+      for (int j = 1; j < grid.cols; ++j) {
+        EXPECT_EQ(grid.Text(i, j), step.cells[i - headerRows].at(j - 1))
+            << step.target << " row " << i - headerRows + 1 << " column " << j;
+      }
+    }
+  }
+  void ExpectCaption(const HelpStep& step) {
+    EXPECT_EQ(Trimmed(screen.Text({step.target})), step.text) << step.target;
+  }
+  void ExpectMessage(const HelpStep& step) {
+    EXPECT_EQ(screen.LastMessage(), step.text);
+    screen.messages.clear();
+  }
+  void ExpectReport(const HelpStep& step) {
+    EXPECT_EQ(LastReport(), step.text + "\n" + ClosingLine() + "\n");
+  }
+  void ExpectReportStart(const HelpStep& step) {
+    EXPECT_EQ(LastReport().substr(0, step.text.size()), step.text);
+  }
+  /// What the last press added to the results list.
+  std::string LastReport() const {
+    std::string report;
+    for (std::size_t i = linesBefore_; i < screen.lines.size(); ++i) {
+      report += screen.lines[i] + "\n";
+    }
+    return report;
+  }
+  void ExpectStart(const HelpStep& step) {
+    EXPECT_EQ(screen.Text({step.target}), step.text) << step.target;
+  }
+  void ExpectNarrow(const HelpStep& step) {
+    EXPECT_EQ(CStrSingle(ParseNumber(step.target).value()), step.text);
+  }
+  void ExpectWide(const HelpStep& step) {
+    EXPECT_EQ(CStr(ParseNumber(step.target).value()), step.text);
+  }
+
+  std::size_t linesBefore_ = 0;
+};
+
+TEST_P(HelpExamples, AreWhatTheProgramDoes) {
+  for (const HelpStep& step : StepsOf(ReadHelpFile(GetParam()))) Follow(step);
+  ExpectNoMessageLeft();
+}
+
+std::string TestName(const testing::TestParamInfo<std::string>& info) {
+  std::string name;
+  for (const char c : info.param.substr(0, info.param.rfind('.'))) name += c == '-' ? '_' : c;
+  return name;
+}
+
+std::vector<std::string> PagesWithSteps() {
+  std::vector<std::string> pages = HelpPages();
+  std::erase_if(pages, [](const std::string& page) { return StepsOf(ReadHelpFile(page)).empty(); });
+  return pages;
+}
+
+INSTANTIATE_TEST_SUITE_P(Help, HelpExamples, testing::ValuesIn(PagesWithSteps()), TestName);
+
+/// The pages that must show a task at work: every task button, and every way of solving.
+TEST(HelpExamplesOfTasks, EveryTaskHasOneWithAResult) {
+  std::set<std::string> shown;
+  for (const std::string& page : HelpPages()) {
+    std::string pressed;
+    for (const HelpStep& step : StepsOf(ReadHelpFile(page))) {
+      if (step.action == "press") pressed = step.target == "Solve" ? page : step.target;
+      if (step.action == "show" || step.action == "caption") shown.insert(pressed);
+    }
+  }
+  for (const TaskInfo& task : Tasks()) {
+    EXPECT_TRUE(shown.contains(CStr(task.index))) << task.caption;
+  }
+  for (const char* page : {"one-shot.html", "by-factors.html", "least-squares.html"}) {
+    EXPECT_TRUE(shown.contains(page)) << page;
+  }
+}
+
+}  // namespace
+}  // namespace qmx::test
