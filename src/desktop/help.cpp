@@ -1,0 +1,47 @@
+#include "desktop/help.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+#include "desktop/help_window.h"
+
+namespace qmx {
+
+Help::Help(Screen& screen, std::string file) : screen_(screen), file_(std::move(file)) {}
+
+Help::~Help() = default;
+
+void Help::ShowContents() { ShowHelp({}); }
+
+void Help::ShowHelp(const QString& topic) {
+  if (window_ == nullptr) {
+    std::unique_ptr<HelpBook> book = HelpBook::Open(file_);
+    if (book == nullptr) {
+      screen_.ShowMessage({"The help file is missing or cannot be read:\r" + file_});
+      return;
+    }
+    window_ = std::make_unique<HelpWindow>(std::move(book));
+  }
+  const std::string page = topic.toStdString() + ".html";
+  const HelpBook& book = window_->Book();
+  window_->ShowPage(QString::fromStdString(book.Has(page) ? page : book.FirstPage()));
+  window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
+  window_->show();
+  window_->raise();
+  window_->activateWindow();
+}
+
+void Help::Close() { window_.reset(); }
+
+// A modal box would keep the help window from being used, so F1 is left alone while one is open.
+bool Help::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return false;
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
+  if (QApplication::activeModalWidget() != nullptr) return false;
+  const QWidget* window = QApplication::activeWindow();
+  ShowHelp(window == nullptr ? QString() : window->objectName());
+  return true;
+}
+
+}  // namespace qmx
