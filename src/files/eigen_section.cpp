@@ -70,11 +70,11 @@ bool ReadVectors(FieldScanner& scanner, EigenSection& section) {
   if (cols != section.Count())
     return scanner.RefuseLast("a column of eigenvectors for each of " + CStr(section.Count()) +
                               " eigenvalues");
-  if (!CanAllocate(section.rows, cols))
-    return scanner.RefuseLast("a size of the eigenvectors that fits into memory");
   const auto stored =
       static_cast<int>(std::count(section.status.begin(), section.status.end(), 0.0));
-  return ReadElements(scanner, "the eigenvectors", section.rows, stored, section.converged);
+  return ReadElements(scanner, "the eigenvectors", section.rows, stored, section.converged) &&
+         (CanAllocate(section.rows, cols) ||
+          scanner.RefuseLast("a size of the eigenvectors that fits into memory"));
 }
 
 }  // namespace

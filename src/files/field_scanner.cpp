@@ -144,9 +144,13 @@ bool FieldScanner::AtEnd() {
   return at_ == end_;
 }
 
+int FieldScanner::LineOf(const char* field) const {
+  return static_cast<int>(std::count(start_, field, '\n')) + 1;
+}
+
 ReadProblem FieldScanner::ProblemAt(const char* field, std::string expected) const {
   ReadProblem problem;
-  problem.line = static_cast<int>(std::count(start_, field, '\n')) + 1;
+  problem.line = LineOf(field);
   problem.expected = std::move(expected);
   const std::string text = Excerpt(field, end_);
   const bool cutOff = std::find(field, end_, '\n') == end_;

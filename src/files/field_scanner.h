@@ -50,6 +50,8 @@ class FieldScanner {
   bool CanHoldNumbers(std::uint64_t count) const {
     return count <= static_cast<std::uint64_t>(end_ - at_) / 2;
   }
+  /// The line of the field read last.
+  int LineOfLast() const { return LineOf(lastField_); }
   std::size_t Size() const { return static_cast<std::size_t>(end_ - start_); }
 
   /// Notes that the field at which the scanner stands is not what was expected. Always false.
@@ -63,6 +65,7 @@ class FieldScanner {
  private:
   bool FinishField(const char* fieldEnd);
   const char* SkipEmptyLines(const char* from) const;
+  int LineOf(const char* field) const;
   ReadProblem ProblemAt(const char* field, std::string expected) const;
 
   const char* start_;

@@ -20,11 +20,16 @@ Matrix RowsInOrder(int count) {
 
 bool ReadCounts(FieldScanner& scanner, StoredFactors& factors) {
   factors.exchangeCols = 1;
-  return ReadCount(scanner, "the number of rows of the factor L", factors.lRows) &&
-         ReadCount(scanner, "the number of columns of the factor L", factors.lCols) &&
-         ReadCount(scanner, "the number of rows of the factor U", factors.uRows) &&
-         ReadCount(scanner, "the number of columns of the factor U", factors.uCols) &&
-         ReadCount(scanner, "the number of exchange records", factors.exchangeRows);
+  if (!ReadCount(scanner, "the number of rows of the factor L", factors.lRows)) return false;
+  const int line = scanner.LineOfLast();
+  if (!ReadCount(scanner, "the number of columns of the factor L", factors.lCols) ||
+      !ReadCount(scanner, "the number of rows of the factor U", factors.uRows) ||
+      !ReadCount(scanner, "the number of columns of the factor U", factors.uCols) ||
+      !ReadCount(scanner, "the number of exchange records", factors.exchangeRows))
+    return false;
+  // Any file with five counts somewhere could pass for factors with a U that is not square.
+  return factors.uRows == factors.uCols || scanner.LineOfLast() == line ||
+         scanner.RefuseLast("the five counts of a file of factors in one line");
 }
 
 bool CheckCounts(FieldScanner& scanner, const StoredFactors& factors) {

@@ -1,0 +1,16 @@
+#include "support/core_data.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+namespace qmx::test {
+
+std::string DataFile(const std::string& name) {
+  std::ifstream file(std::string(QMX_SOURCE_DIR) + "/tests/data/" + name, std::ios::binary);
+  if (!file) ADD_FAILURE() << "tests/data/" << name << " is missing";
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace qmx::test
