@@ -85,17 +85,17 @@ void WriteMatrixSection(RecordWriter& writer, int slot, const Matrix& values) {
 
 bool ReadMatrixSection(FieldScanner& scanner, int slot, MatrixSection& section) {
   const std::string name = NameOf(slot);
-  if (!ReadCounts(scanner, name, section.rows, section.cols)) return false;
-  if (InfoOf(slot).filedAsVector && section.cols > 1)
+  const bool vectorSlot = InfoOf(slot).filedAsVector;
+  int& rows = section.rows;
+  int& cols = section.cols;
+  if (!ReadCounts(scanner, name, rows, cols)) return false;
+  if (vectorSlot && cols > 1)
     return scanner.RefuseLast("a column count of 0, as " + name + " is a vector");
-  if (section.cols > 0)
-    return ReadElements(scanner, name, section.rows, section.cols, section.array);
-  if (!InfoOf(slot).filedAsVector && section.rows > 0 && scanner.ReadEmptyLine()) {
-    section.array = Matrix(section.rows, 0);
-    return CheckElementlessCount(scanner, name, section.rows, 0) &&
-           ReadEmptyRows(scanner, name, section.rows - 1);
-  }
-  return ReadElements(scanner, name, section.rows, 1, section.array);
+  if (cols > 0) return ReadElements(scanner, name, rows, cols, section.array);
+  if (vectorSlot || (rows > 0 && !scanner.ReadEmptyLine()))
+    return ReadElements(scanner, name, rows, 1, section.array);
+  section.array = Matrix(rows, 0);
+  return CheckElementlessCount(scanner, name, rows, 0) && ReadEmptyRows(scanner, name, rows - 1);
 }
 
 std::string MatrixFile(int slot, const Matrix& values) {
