@@ -104,11 +104,10 @@ void frmQMX::BuildMenus() {
                        {"mnuHideAll", "&Hide all others", {}},
                        {}});
   QMenu* help = menuBar()->addMenu(tr("&Help"));
-  AddEntries(
-      help,
-      {{"mnuHelp", "&Contents", QKeySequence(Qt::Key_F1)}, {}, {"mnuAbout", "&About Orvane", {}}});
-  // Disabled until somebody binds them.
-  for (const char* name : {"mnuAssociate", "mnuHelp", "mnuAbout"}) Action(name)->setEnabled(false);
+  AddEntries(help, {{"mnuHelp", "&Contents", {}},
+                    {"mnuWindowHelp", "About this &windowThis window", QKeySequence(Qt::Key_F1)},
+                    {},
+                    {"mnuAbout", "&About Orvane", {}}});
 }
 
 void frmQMX::BuildStatusBar() {

@@ -17,7 +17,8 @@ namespace qmx {
 Program::Program(const Ports& ports, RegionalSettings& settings)
     : screen_(window_, context_),
       context_{workspace_, screen_, ports.files, ports.printer, ports.random, ports.clock},
-      guard_(settings) {
+      guard_(settings),
+      desktop_(window_, screen_) {
   WireMainWindow(window_, screen_, context_);
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }
@@ -35,6 +36,7 @@ bool Program::Start(const std::string& commandLine) {
 void Program::End() {
   guard_.Restore();
   screen_.CloseAllWindows();
+  desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/desktop_menu.h"
 #include "app/desktop_screen.h"
 #include "app/frm_qmx.h"
 #include "base/fault.h"
@@ -45,6 +46,7 @@ class Program {
   DesktopScreen screen_;
   Context context_;
   DecimalGuard guard_;
+  DesktopMenu desktop_;
 };
 
 }  // namespace qmx

@@ -31,6 +31,11 @@ void Help::ShowHelp(const QString& topic) {
   window_->activateWindow();
 }
 
+void Help::ShowWindowHelp() {
+  const QWidget* window = QApplication::activeWindow();
+  ShowHelp(window == nullptr ? QString() : window->objectName());
+}
+
 void Help::Close() { window_.reset(); }
 
 // A modal box would keep the help window from being used, so F1 is left alone while one is open.
@@ -39,8 +44,7 @@ bool Help::eventFilter(QObject*, QEvent* event) {
   const auto* key = static_cast<QKeyEvent*>(event);
   if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier) return false;
   if (QApplication::activeModalWidget() != nullptr) return false;
-  const QWidget* window = QApplication::activeWindow();
-  ShowHelp(window == nullptr ? QString() : window->objectName());
+  ShowWindowHelp();
   return true;
 }
 

@@ -22,6 +22,8 @@ class Help : public QObject {
   void ShowContents();
   /// Opens the page of a topic, such as "frmA", or the contents where there is no such page.
   void ShowHelp(const QString& topic);
+  /// Opens the page of the window that is active.
+  void ShowWindowHelp();
   /// Closes the help window, as the program ends.
   void Close();
 

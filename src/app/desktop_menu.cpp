@@ -1,0 +1,39 @@
+#include "app/desktop_menu.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QIcon>
+#include <filesystem>
+
+#include "desktop/file_association.h"
+#include "grids/qt_text.h"
+
+namespace qmx {
+namespace {
+
+/// A file that stands beside the executable.
+std::string BesideProgram(const char* name) {
+  return (std::filesystem::path(ProgramFolder()) / name).string();
+}
+
+}  // namespace
+
+DesktopMenu::DesktopMenu(frmQMX& window, Screen& screen) : help_(screen, BesideProgram("qmx.chm")) {
+  QGuiApplication::setDesktopFileName("orvane");
+  QApplication::setWindowIcon(QIcon(ToQString(BesideProgram("pi_data.ico"))));
+  const auto choose = [&window](const char* entry, auto command) {
+    QObject::connect(window.Action(entry), &QAction::triggered, &window, command);
+  };
+  choose("mnuAssociate", [] { AssociateProjectFiles(ProgramFolder()); });
+  choose("mnuHelp", [this] { help_.ShowContents(); });
+  choose("mnuAbout", [this] { ShowAbout(frmAbout_); });
+  choose("mnuWindowHelp", [this] { help_.ShowWindowHelp(); });
+  qApp->installEventFilter(&help_);
+}
+
+void DesktopMenu::CloseWindows() {
+  help_.Close();
+  delete frmAbout_.data();
+}
+
+}  // namespace qmx
