@@ -75,7 +75,7 @@ void ApplyEigen(Context& context, const EigenSection& section) {
 /// otherwise the last column is the right-hand side.
 void ShowSystemDimensions(Context& context, int kind) {
   const SlotData& system = context.workspace.System();
-  const int unknowns = kind == 2 ? system.cols - 1 : system.rows;
+  const int unknowns = kind == kSystemOverdetermined ? system.cols - 1 : system.rows;
   context.screen.SetText(txtEquations, CStr(system.rows));
   context.screen.SetText(txtUnknowns, CStr(unknowns));
 }

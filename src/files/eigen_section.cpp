@@ -4,18 +4,10 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "workspace/known_eigenvalues.h"
 
 namespace qmx {
 namespace {
-
-/// The eigenvalues that everything known about them is there for. A fault in the middle of a run
-/// leaves some of it from the run before.
-int KnownEigenvalues(const Workspace& workspace) {
-  const EigenState& eigen = workspace.eigen;
-  return std::min({eigen.EigenCount, workspace.At(kSlotEigenvalues).array.Rows(),
-                   static_cast<int>(eigen.EigenOrigin.size()),
-                   static_cast<int>(eigen.VectorStatus.size())});
-}
 
 void WriteDimensions(RecordWriter& writer, int rows, int cols) {
   writer.Integer(rows);

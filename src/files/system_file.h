@@ -6,12 +6,10 @@
 
 #include "files/lu_file.h"
 #include "files/matrix_file.h"
+#include "workspace/system_kind.h"
 #include "workspace/workspace.h"
 
 namespace qmx {
-
-inline constexpr int kSystemByFactors = 1;  ///< The kind of a system that stored factors solve.
-inline constexpr int kSystemKinds = 3;
 
 /// The System as a file holds it.
 struct SystemSection {
