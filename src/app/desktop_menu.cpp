@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "desktop/file_association.h"
+#include "desktop/system_help.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -25,7 +26,10 @@ DesktopMenu::DesktopMenu(frmQMX& window, Screen& screen) : help_(screen, BesideP
     QObject::connect(window.Action(entry), &QAction::triggered, &window, command);
   };
   choose("mnuAssociate", [] { AssociateProjectFiles(ProgramFolder()); });
-  choose("mnuHelp", [this] { help_.ShowContents(); });
+  choose("mnuHelp", [this, &window] {
+    void* const handle = reinterpret_cast<void*>(window.winId());
+    if (!ShowSystemHelp(handle, BesideProgram("qmx.chm"))) help_.ShowContents();
+  });
   choose("mnuAbout", [this] { ShowAbout(frmAbout_); });
   choose("mnuWindowHelp", [this] { help_.ShowWindowHelp(); });
   qApp->installEventFilter(&help_);

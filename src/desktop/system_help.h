@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace qmx {
+
+/// Opens a compiled help file at its contents in the system's own viewer, owned by the window with
+/// this handle. False where the system has no such viewer. Whether the file exists is not checked:
+/// the viewer reports a missing one itself.
+bool ShowSystemHelp(void* window, const std::string& file);
+
+}  // namespace qmx
