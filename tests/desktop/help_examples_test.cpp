@@ -6,9 +6,11 @@
 
 #include "base/number_text.h"
 #include "commands/dispatcher.h"
+#include "commands/file_commands.h"
 #include "commands/grid_commands.h"
 #include "commands/lifecycle.h"
 #include "commands/parameters.h"
+#include "commands/print_commands.h"
 #include "commands/task_table.h"
 #include "desktop/help_page.h"
 #include "output/reports.h"
@@ -60,12 +62,17 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
         {"message", &HelpExamples::ExpectMessage},
         {"lines", &HelpExamples::ExpectReport},
         {"firstlines", &HelpExamples::ExpectReportStart},
+        {"save", &HelpExamples::ExpectFile},
+        {"savelu", &HelpExamples::ExpectFactorFile},
+        {"saveproject", &HelpExamples::ExpectProject},
+        {"print", &HelpExamples::ExpectPrint},
         {"start", &HelpExamples::ExpectStart},
         {"narrow", &HelpExamples::ExpectNarrow},
         {"wide", &HelpExamples::ExpectWide},
     };
     const auto action = kActions.find(step.action);
-    if (action != kActions.end()) (this->*action->second)(step);
+    ASSERT_NE(action, kActions.end()) << "nobody does data-" << step.action;
+    (this->*action->second)(step);
   }
 
   void ExpectNoMessageLeft() {
@@ -166,6 +173,33 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
       report += screen.lines[i] + "\n";
     }
     return report;
+  }
+  void ExpectFile(const HelpStep& step) {
+    screen.fileNames.push_back("saved");
+    SaveSlot(context, std::stoi(step.target));
+    ExpectSaved("saved", step);
+  }
+  void ExpectFactorFile(const HelpStep& step) {
+    screen.fileNames.push_back("saved");
+    SaveLU(context);
+    ExpectSaved("saved", step);
+  }
+  void ExpectProject(const HelpStep& step) {
+    screen.fileNames.push_back("saved");
+    SaveProjectAs(context);
+    ExpectSaved("saved.qmx", step);
+  }
+  /// The page shows the lines; the file ends each with carriage return and line feed.
+  void ExpectSaved(const std::string& name, const HelpStep& step) {
+    std::string expected;
+    for (const char c : step.text) expected += c == '\n' ? "\r\n" : std::string(1, c);
+    EXPECT_EQ(files.files[name], expected);
+  }
+  void ExpectPrint(const HelpStep& step) {
+    PrintSlot(context, std::stoi(step.target));
+    std::string printed;
+    for (const std::string& line : printer.lines) printed += line + "\n";
+    EXPECT_EQ(printed, step.text);
   }
   void ExpectStart(const HelpStep& step) {
     EXPECT_EQ(screen.Text({step.target}), step.text) << step.target;
