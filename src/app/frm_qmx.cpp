@@ -105,7 +105,7 @@ void frmQMX::BuildMenus() {
                        {}});
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   AddEntries(help, {{"mnuHelp", "&Contents", {}},
-                    {"mnuWindowHelp", "About this &windowThis window", QKeySequence(Qt::Key_F1)},
+                    {"mnuWindowHelp", "&This window", QKeySequence(Qt::Key_F1)},
                     {},
                     {"mnuAbout", "&About Orvane", {}}});
 }
