@@ -147,9 +147,10 @@ void DesktopScreen::ClearResults() { EnsureResults().Clear(); }
 void DesktopScreen::ShowResults() {
   ResultsWindow& window = EnsureResults();
   PlaceIfNew(window);
+  // Tasks write reports, too: the keyboard stays where it is.
+  window.setAttribute(Qt::WA_ShowWithoutActivating);
   window.showNormal();
   window.raise();
-  window.activateWindow();
 }
 
 std::vector<QWidget*> DesktopScreen::ShownWindows() const {

@@ -40,7 +40,7 @@ QWidget* BuildSystemPanel(QWidget* parent) {
   AddButton(making, cmdRetrieveSystem, "Retrieve", frame);
   AddButton(making, cmdClearSystem, "Clear", frame);
   AddButton(making, cmdResetSystem, "Reset", frame);
-  AddButton(making, cmdSolve, "So&lve", frame);
+  AddButton(making, cmdSolve, "Solve", frame);
   QHBoxLayout* usingIt = AddRow(rows);
   AddSlotButtons(usingIt, kSlotSystem, frame);
   QHBoxLayout* factors = AddRow(rows);
@@ -68,10 +68,10 @@ QWidget* BuildSpecialMatrixPanel(QWidget* parent) {
   bounds->addWidget(MakeLabel({"lblRandom"}, "<=elements<=", random));
   bounds->addWidget(MakeField(txtRandHigh, random), 1);
 
-  QHBoxLayout* making = AddRow(rows);
-  AddField(making, txtRowsCreated, frame);
-  AddField(making, txtColsCreated, frame);
-  making->addWidget(MakeTaskButton(18, frame));
+  QHBoxLayout* sizes = AddRow(rows);
+  AddField(sizes, txtRowsCreated, frame);
+  AddField(sizes, txtColsCreated, frame);
+  rows->addWidget(MakeTaskButton(18, frame));
   QHBoxLayout* usingIt = AddRow(rows);
   AddSlotButtons(usingIt, kSlotCreated, frame);
   return frame;

@@ -19,7 +19,7 @@ void AddLine(QVBoxLayout* rows, QWidget* parent) {
 }
 
 void AddTasks(QBoxLayout* row, std::initializer_list<int> tasks, QWidget* parent) {
-  for (const int task : tasks) row->addWidget(MakeTaskButton(task, parent), 1);
+  for (const int task : tasks) row->addWidget(MakeTaskButton(task, parent));
 }
 
 /// A task that finds one number or one word, and the label where it is shown.

@@ -107,6 +107,11 @@ void WireFileMenu(Wires& wires) {
   wires.Choose("mnuPrint", PrintReport);
 }
 
+/// Who asks for the results list by hand wants to go through it with the keyboard.
+void ActivateResults([[maybe_unused]] Context& context, DesktopScreen* screen) {
+  screen->Results()->activateWindow();
+}
+
 /// Lists the windows that are on the screen below the fixed entries.
 void ListWindows(QMenu* menu, DesktopScreen& screen, Context& context) {
   for (QAction* listed : menu->actions()) {
@@ -143,6 +148,7 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, Context& context) {
   Wires wires(window, context);
   for (const TaskInfo& task : Tasks()) wires.Press(cmdTask(task.index), PressTask, task.index);
   wires.Press(cmdShowResults, PressShowResults);
+  wires.Press(cmdShowResults, ActivateResults, &screen);
   WireSlots(wires);
   WireOperands(wires);
   WireSystem(wires);

@@ -1,0 +1,59 @@
+#include "app/result_frame.h"
+
+#include <QEvent>
+
+#include "app/panel_kit.h"
+#include "grids/qt_text.h"
+#include "workspace/slot_table.h"
+
+namespace qmx {
+namespace {
+
+/// A label for a count, with room for three digits so that counts do not move what is beside them.
+QLabel* MakeCount(const Control& control, Qt::Alignment alignment, QWidget* parent) {
+  QLabel* label = MakeLabel(control, {}, parent);
+  label->setMinimumWidth(label->fontMetrics().horizontalAdvance("000"));
+  label->setAlignment(alignment | Qt::AlignVCenter);
+  return label;
+}
+
+}  // namespace
+
+ResultFrame::ResultFrame(int slot, QLabel* title, QWidget* parent) : QFrame(parent), title_(title) {
+  const SlotInfo& info = InfoOf(slot);
+  setObjectName(QString::fromStdString(fraFrame(slot).ObjectName()));
+  setAccessibleName(ToQString(info.title));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(4);
+  QLabel* rows = MakeCount(info.rows, Qt::AlignRight, this);
+  times_ = new QLabel(QString(QChar(0x00d7)), this);
+  cols_ = MakeCount(info.cols, Qt::AlignLeft, this);
+  rows->setAccessibleName(tr("Rows"));
+  cols_->setAccessibleName(tr("Columns"));
+  for (QWidget* part : {rows, times_, cols_}) row->addWidget(part);
+  AddSlotButtons(row, slot, this);
+  QSizePolicy keepsPlace(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  keepsPlace.setRetainSizeWhenHidden(true);
+  setSizePolicy(keepsPlace);
+  setVisible(false);
+}
+
+void ResultFrame::setVisible(bool visible) {
+  QFrame::setVisible(visible);
+  title_->setEnabled(visible);
+  ShowTimesIfNeeded();
+}
+
+void ResultFrame::ShowTimesIfNeeded() {
+  // A column vector may show its rows alone.
+  times_->setVisible(!cols_->text().isEmpty());
+}
+
+bool ResultFrame::event(QEvent* event) {
+  // A label asks for a new layout when its text changes.
+  if (event->type() == QEvent::LayoutRequest) ShowTimesIfNeeded();
+  return QFrame::event(event);
+}
+
+}  // namespace qmx
