@@ -51,9 +51,9 @@ QHBoxLayout* AddRow(QVBoxLayout* rows) {
   return row;
 }
 
-void AddField(QBoxLayout* row, const Control& control, QWidget* parent) {
+void AddField(QBoxLayout* row, const Control& control, QWidget* parent, const Control& label) {
   Field* field = MakeField(control, parent);
-  row->addWidget(MakeCaption(field, control, parent));
+  row->addWidget(MakeCaption(field, control, label, parent));
   row->addWidget(field);
 }
 

@@ -18,7 +18,8 @@ QGroupBox* MakeSlotFrame(int slot, QWidget* parent);
 QVBoxLayout* MakeRows(QWidget* frame);
 QHBoxLayout* AddRow(QVBoxLayout* rows);
 
-void AddField(QBoxLayout* row, const Control& control, QWidget* parent);
+/// A field with its caption before it, which may have a name of its own.
+void AddField(QBoxLayout* row, const Control& control, QWidget* parent, const Control& label = {});
 CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString& caption,
                          QWidget* parent, const QString& toolTip = {});
 /// The button of a task, as the task table describes it.

@@ -33,8 +33,8 @@ QWidget* BuildSystemPanel(QWidget* parent) {
   QVBoxLayout* rows = MakeRows(frame);
   for (int method = 0; method < 3; ++method) rows->addWidget(MakeOption(OptSystem(method), frame));
   QHBoxLayout* sizes = AddRow(rows);
-  AddField(sizes, txtEquations, frame);
-  AddField(sizes, txtUnknowns, frame);
+  AddField(sizes, txtEquations, frame, {"lblNumEquations"});
+  AddField(sizes, txtUnknowns, frame, {"lblNumUnknowns"});
   QHBoxLayout* making = AddRow(rows);
   AddButton(making, cmdCreateSystem, "Create", frame);
   AddButton(making, cmdRetrieveSystem, "Retrieve", frame);

@@ -62,9 +62,7 @@ QWidget* BuildScalarChange(const Control& frameName, const QString& title, const
   QVBoxLayout* rows = MakeRows(frame);
   QHBoxLayout* row = AddRow(rows);
   Field* edit = MakeField(field, frame);
-  QLabel* caption = MakeCaption(edit, field, frame);
-  caption->setObjectName(QString::fromStdString(label.ObjectName()));
-  row->addWidget(caption);
+  row->addWidget(MakeCaption(edit, field, label, frame));
   row->addWidget(edit, 1);
   rows->addWidget(MakeTaskButton(task, frame));
   return frame;
@@ -96,9 +94,7 @@ QWidget* BuildEigenFrame(QWidget* parent) {
   int row = 0;
   for (const Parameter& parameter : kParameters) {
     Field* field = MakeField(parameter.field, frame);
-    QLabel* caption = MakeCaption(field, parameter.field, frame);
-    caption->setObjectName(QString::fromStdString(parameter.label.ObjectName()));
-    table->addWidget(caption, row, 0);
+    table->addWidget(MakeCaption(field, parameter.field, parameter.label, frame), row, 0);
     table->addWidget(field, row, 1);
     ++row;
   }

@@ -78,9 +78,10 @@ Field* MakeField(const Control& control, QWidget* parent) {
   return new Field(InfoOf(control), parent);
 }
 
-QLabel* MakeCaption(Field* field, const Control& control, QWidget* parent) {
+QLabel* MakeCaption(Field* field, const Control& control, const Control& label, QWidget* parent) {
   auto* caption = new QLabel(ToQString(InfoOf(control).caption), parent);
   caption->setTextFormat(Qt::PlainText);
+  caption->setObjectName(NameOf(label));
   caption->setBuddy(field);
   caption->setToolTip(field->toolTip());
   return caption;

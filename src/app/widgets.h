@@ -44,7 +44,7 @@ class Field : public QLineEdit {
 Field* MakeField(const Control& control, QWidget* parent);
 
 /// The caption that stands beside a field.
-QLabel* MakeCaption(Field* field, const Control& control, QWidget* parent);
+QLabel* MakeCaption(Field* field, const Control& control, const Control& label, QWidget* parent);
 
 /// An option of the table as radio button or check box, selected if it is at the start.
 QAbstractButton* MakeOption(const Control& control, QWidget* parent);

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <algorithm>
 
@@ -48,8 +49,14 @@ void GridWindow::SetUp(int rows, int cols, bool wide) {
 }
 
 void GridWindow::SetWide(bool wide) {
-  grid_->SetWide(wide);
-  FitToGrid();
+  {
+    // The cell may be out of sight until the window has its new size, too.
+    const QSignalBlocker quiet(grid_);
+    grid_->SetWide(wide);
+    FitToGrid();
+    grid_->SetCurrentCell(grid_->Row(), grid_->Col());
+  }
+  PlaceEntryBox();
 }
 
 void GridWindow::FitToGrid() {

@@ -91,6 +91,8 @@ void MatrixGrid::ApplyWidths() {
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
   horizontalHeader()->setDefaultSectionSize(DefaultColumnWidth() * (wide_ ? 2 : 1));
   setColumnWidth(0, headerWidth_);
+  // The range of the scroll bars follows only later by itself.
+  updateGeometries();
   if (Row() >= 0) scrollTo(currentIndex(), EnsureVisible);
   viewport()->update();
   Q_EMIT CellsMoved();
