@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+
+#include "base/matrix.h"
+
+namespace qmx {
+
+// The one tuned routine of the program: C ± A·B with every element of C taking its products one by
+// one in increasing order, each product and each sum rounded on its own. That is what the inner
+// loop of a textbook does, so the algorithms built on it keep the bits of the textbook loop while
+// the work on different elements is done side by side.
+
+/// A rectangular part of a matrix, or of its transpose. Counted from 0.
+template <class Number>
+struct BasicView {
+  Number* first = nullptr;
+  int rows = 0;
+  int cols = 0;
+  std::ptrdiff_t rowStride = 0;
+  std::ptrdiff_t colStride = 1;
+
+  operator BasicView<const double>() const { return {first, rows, cols, rowStride, colStride}; }
+  BasicView Transposed() const { return {first, cols, rows, colStride, rowStride}; }
+  Number& operator()(int i, int j) const { return first[i * rowStride + j * colStride]; }
+};
+using View = BasicView<double>;
+using ConstView = BasicView<const double>;
+
+/// The rows x cols part of A whose upper left element is (row, col), counted from 1.
+inline View Part(Matrix& A, int row, int col, int rows, int cols) {
+  return {rows > 0 && cols > 0 ? A.Row(row) + (col - 1) : nullptr, rows, cols, A.Cols(), 1};
+}
+inline ConstView Part(const Matrix& A, int row, int col, int rows, int cols) {
+  return {rows > 0 && cols > 0 ? A.Row(row) + (col - 1) : nullptr, rows, cols, A.Cols(), 1};
+}
+
+/// C(i,j) = C(i,j) + A(i,k)·B(k,j) for k = 1, 2, ... in this order. B and C have a column stride of
+/// 1 and share no element with each other; A shares none with C.
+void AddProduct(ConstView A, ConstView B, View C);
+
+/// The same with C(i,j) - A(i,k)·B(k,j).
+void SubtractProduct(ConstView A, ConstView B, View C);
+
+/// What the routine can be built on. All of them give the same bits.
+enum class InstructionSet { kPlain, kSse2, kAvx2, kAvx512 };
+
+/// The widest one that this processor has.
+InstructionSet BestInstructionSet();
+bool HasInstructionSet(InstructionSet set);
+
+/// For tests and benchmarks only: takes this one from now on. The processor must have it.
+void UseInstructionSet(InstructionSet set);
+
+}  // namespace qmx

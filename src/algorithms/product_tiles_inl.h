@@ -1,0 +1,155 @@
+#pragma once
+
+#include <cstddef>
+
+#include "algorithms/product_tiles.h"
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+// The tiles of C ± A·B, to be included by the one file of each instruction set and compiled with
+// its options there. Everything has internal linkage, so that no copy made for a newer processor
+// can take the place of one made for an older. No header with inline code of ours or of the library
+// may be included here.
+//
+// A tile is a block of C that stays in registers while the products run through it:
+//
+//                  B: depth x one vector or several
+//                  |
+//   A: R rows  --  C: R x the same vectors
+//
+// The element of A is broadcast to all lanes, so each lane does what a scalar loop would do. No
+// lane ever works on anything but a real column: a stray one might raise a floating-point
+// exception. What is left at the right edge is therefore done with narrower vectors.
+
+namespace qmx {
+namespace {
+
+struct Lanes1 {
+  using Vector = double;
+  static constexpr int kWidth = 1;
+  static Vector Load(const double* p) { return *p; }
+  static void Store(double* p, Vector v) { *p = v; }
+  static Vector Broadcast(const double* p) { return *p; }
+  static Vector Add(Vector x, Vector y) { return x + y; }
+  static Vector Subtract(Vector x, Vector y) { return x - y; }
+  static Vector Multiply(Vector x, Vector y) { return x * y; }
+};
+
+#if defined(__SSE2__)
+struct Lanes2 {
+  using Vector = __m128d;
+  static constexpr int kWidth = 2;
+  static Vector Load(const double* p) { return _mm_loadu_pd(p); }
+  static void Store(double* p, Vector v) { _mm_storeu_pd(p, v); }
+  static Vector Broadcast(const double* p) { return _mm_set1_pd(*p); }
+  static Vector Add(Vector x, Vector y) { return _mm_add_pd(x, y); }
+  static Vector Subtract(Vector x, Vector y) { return _mm_sub_pd(x, y); }
+  static Vector Multiply(Vector x, Vector y) { return _mm_mul_pd(x, y); }
+};
+#endif
+
+#if defined(__AVX__)
+struct Lanes4 {
+  using Vector = __m256d;
+  static constexpr int kWidth = 4;
+  static Vector Load(const double* p) { return _mm256_loadu_pd(p); }
+  static void Store(double* p, Vector v) { _mm256_storeu_pd(p, v); }
+  static Vector Broadcast(const double* p) { return _mm256_broadcast_sd(p); }
+  static Vector Add(Vector x, Vector y) { return _mm256_add_pd(x, y); }
+  static Vector Subtract(Vector x, Vector y) { return _mm256_sub_pd(x, y); }
+  static Vector Multiply(Vector x, Vector y) { return _mm256_mul_pd(x, y); }
+};
+#endif
+
+#if defined(__AVX512F__)
+struct Lanes8 {
+  using Vector = __m512d;
+  static constexpr int kWidth = 8;
+  static Vector Load(const double* p) { return _mm512_loadu_pd(p); }
+  static void Store(double* p, Vector v) { _mm512_storeu_pd(p, v); }
+  static Vector Broadcast(const double* p) { return _mm512_set1_pd(*p); }
+  static Vector Add(Vector x, Vector y) { return _mm512_add_pd(x, y); }
+  static Vector Subtract(Vector x, Vector y) { return _mm512_sub_pd(x, y); }
+  static Vector Multiply(Vector x, Vector y) { return _mm512_mul_pd(x, y); }
+};
+#endif
+
+struct Plus {
+  template <class Lanes>
+  static typename Lanes::Vector Apply(typename Lanes::Vector sum, typename Lanes::Vector product) {
+    return Lanes::Add(sum, product);
+  }
+};
+
+struct Minus {
+  template <class Lanes>
+  static typename Lanes::Vector Apply(typename Lanes::Vector sum, typename Lanes::Vector product) {
+    return Lanes::Subtract(sum, product);
+  }
+};
+
+/// One tile of R rows and V vectors; a, b and c are its corners in A, B and C.
+template <class Sign, int R, int V, class Lanes>
+[[gnu::always_inline]] inline void Tile(const ProductJob& job, const double* a, const double* b,
+                                        double* c) {
+  using Vector = typename Lanes::Vector;
+  constexpr int kWidth = Lanes::kWidth;
+  Vector sum[R][V];
+  for (int i = 0; i < R; ++i) {
+    for (int v = 0; v < V; ++v) sum[i][v] = Lanes::Load(c + i * job.cRow + v * kWidth);
+  }
+  for (int k = 0; k < job.depth; ++k) {
+    Vector row[V];
+    for (int v = 0; v < V; ++v) row[v] = Lanes::Load(b + v * kWidth);
+    for (int i = 0; i < R; ++i) {
+      const Vector factor = Lanes::Broadcast(a + i * job.aRow);
+      for (int v = 0; v < V; ++v) {
+        sum[i][v] = Sign::template Apply<Lanes>(sum[i][v], Lanes::Multiply(factor, row[v]));
+      }
+    }
+    a += job.aCol;
+    b += job.bRow;
+  }
+  for (int i = 0; i < R; ++i) {
+    for (int v = 0; v < V; ++v) Lanes::Store(c + i * job.cRow + v * kWidth, sum[i][v]);
+  }
+}
+
+/// The tile of the `left` rows at the lower edge, at most R of them.
+template <class Sign, int R, int V, class Lanes>
+inline void LastTile(const ProductJob& job, int left, const double* a, const double* b, double* c) {
+  if (left == R) {
+    Tile<Sign, R, V, Lanes>(job, a, b, c);
+  } else if constexpr (R > 1) {
+    LastTile<Sign, R - 1, V, Lanes>(job, left, a, b, c);
+  }
+}
+
+/// Tiles of R rows down a strip of V vectors at column `col`, and a lower one for the rest.
+template <class Sign, int R, int V, class Lanes>
+inline void Strip(const ProductJob& job, int col) {
+  const double* a = job.a;
+  double* c = job.c + col;
+  int left = job.rows;
+  for (; left >= R; left -= R) {
+    Tile<Sign, R, V, Lanes>(job, a, job.b + col, c);
+    a += R * job.aRow;
+    c += R * job.cRow;
+  }
+  if constexpr (R > 1) {
+    if (left > 0) LastTile<Sign, R - 1, V, Lanes>(job, left, a, job.b + col, c);
+  }
+}
+
+/// Strips of V vectors from column `col` on; returns the column after the last whole strip.
+template <class Sign, int R, int V, class Lanes>
+inline int Strips(const ProductJob& job, int col) {
+  constexpr int kCols = V * Lanes::kWidth;
+  for (; col + kCols <= job.cols; col += kCols) Strip<Sign, R, V, Lanes>(job, col);
+  return col;
+}
+
+}  // namespace
+}  // namespace qmx

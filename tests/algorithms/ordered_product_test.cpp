@@ -1,0 +1,136 @@
+#include "algorithms/ordered_product.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "support/core_cases.h"
+#include "support/core_compare.h"
+
+namespace qmx {
+namespace {
+
+using testing::Record;
+
+constexpr std::array<InstructionSet, 4> kSets{InstructionSet::kPlain, InstructionSet::kSse2,
+                                              InstructionSet::kAvx2, InstructionSet::kAvx512};
+
+/// Restores the instruction set that the program would use.
+class OrderedProductTest : public ::testing::Test {
+ protected:
+  void TearDown() override { UseInstructionSet(BestInstructionSet()); }
+};
+
+/// What the routine promises, element by element.
+void PlainLoop(const ConstView& A, const ConstView& B, const View& C, bool subtract) {
+  for (int i = 0; i < C.rows; ++i) {
+    for (int j = 0; j < C.cols; ++j) {
+      for (int k = 0; k < A.cols; ++k) {
+        const double product = A(i, k) * B(k, j);
+        C(i, j) = subtract ? C(i, j) - product : C(i, j) + product;
+      }
+    }
+  }
+}
+
+struct Shape {
+  int rows;
+  int cols;
+  int depth;
+};
+
+/// Operands that lie inside larger matrices, so that a step over an edge is seen.
+struct Operands {
+  Operands(testing::CaseSource& cases, const Shape& shape, bool transposed)
+      : A(cases.Next((transposed ? shape.depth : shape.rows) + 2,
+                     (transposed ? shape.rows : shape.depth) + 3)),
+        B(cases.Next(shape.depth + 2, shape.cols + 3)),
+        C(cases.Next(shape.rows + 2, shape.cols + 3)) {
+    if (transposed) {
+      a = Part(std::as_const(A), 2, 3, shape.depth, shape.rows).Transposed();
+    } else {
+      a = Part(std::as_const(A), 2, 3, shape.rows, shape.depth);
+    }
+    b = Part(std::as_const(B), 2, 2, shape.depth, shape.cols);
+  }
+  Matrix A;
+  Matrix B;
+  Matrix C;
+  ConstView a;
+  ConstView b;
+};
+
+void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape) {
+  testing::Dice& dice = cases.Randomness();
+  const bool transposed = dice.Chance(0.3);
+  const bool subtract = dice.Chance(0.5);
+  const Operands operands(cases, shape, transposed);
+  const auto run = [&](auto multiply) {
+    Matrix C = operands.C;
+    multiply(Part(C, 3, 2, shape.rows, shape.cols));
+    Record record;
+    testing::Append(record, C);
+    return record;
+  };
+  comparison.Compare(
+      [&] {
+        return run([&](const View& C) {
+          (subtract ? SubtractProduct : AddProduct)(operands.a, operands.b, C);
+        });
+      },
+      [&] { return run([&](const View& C) { PlainLoop(operands.a, operands.b, C, subtract); }); },
+      {},
+      std::to_string(shape.rows) + " x " + std::to_string(shape.depth) + " x " +
+          std::to_string(shape.cols));
+}
+
+TEST_F(OrderedProductTest, EverySmallShapeHasTheBitsOfThePlainLoopOnEveryInstructionSet) {
+  for (const InstructionSet set : kSets) {
+    if (!HasInstructionSet(set)) continue;
+    UseInstructionSet(set);
+    testing::CaseSource cases(1201, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("ordered product, small, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (int rows = 0; rows <= 35; ++rows) {
+      for (int cols = 0; cols <= 35 && !comparison.HasSeenEnough(); ++cols) {
+        for (const int depth : {0, 1, 2, 3, 7}) {
+          CompareShape(comparison, cases, {rows, cols, depth});
+        }
+      }
+    }
+  }
+}
+
+TEST_F(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSet) {
+  const std::vector<int> edges{159, 160, 161, 239, 240, 241, 255, 256, 257};
+  for (const InstructionSet set : kSets) {
+    if (!HasInstructionSet(set)) continue;
+    UseInstructionSet(set);
+    testing::CaseSource cases(1202, testing::CaseShape::kAny, 1);
+    testing::Dice& dice = cases.Randomness();
+    testing::Comparison comparison("ordered product, block edges, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    const auto edge = [&] { return edges[dice.Integer(0, static_cast<int>(edges.size()) - 1)]; };
+    for (int round = 0; round < 60 && !comparison.HasSeenEnough(); ++round) {
+      CompareShape(comparison, cases, {edge(), edge(), edge()});
+    }
+    for (int round = 0; round < 20 && !comparison.HasSeenEnough(); ++round) {
+      CompareShape(comparison, cases, {edge(), edge(), 2 * 256 + dice.Integer(-1, 1)});
+      CompareShape(comparison, cases, {2 * 240 + dice.Integer(-1, 1), edge(), edge()});
+      CompareShape(comparison, cases, {dice.Integer(1, 20), edge(), edge()});
+      CompareShape(comparison, cases, {edge(), dice.Integer(1, 20), edge()});
+    }
+  }
+}
+
+TEST_F(OrderedProductTest, TheProgramUsesTheWidestInstructionSet) {
+  for (const InstructionSet set : kSets) {
+    EXPECT_TRUE(!HasInstructionSet(set) || BestInstructionSet() >= set);
+  }
+  EXPECT_TRUE(HasInstructionSet(BestInstructionSet()));
+}
+
+}  // namespace
+}  // namespace qmx
