@@ -3,7 +3,7 @@
 
 #include "app/application.h"
 #include "app/program.h"
-#include "app/stand_ins.h"
+#include "desktop/desktop_printer.h"
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
 #include "desktop/system_clock.h"
@@ -23,10 +23,13 @@ int main(int argc, char** argv) {
   qmx::Application application(argv);
   const auto files = qmx::MakeSystemFileStore();
   const auto settings = qmx::SystemRegionalSettings();
-  qmx::NoPrinter printer;
+  // Without a printer the user names a file, in a dialog of the windows that are made below.
+  qmx::Program* windows = nullptr;
+  qmx::DesktopPrinter printer(*files, [&windows] { return windows->Windows().AskSaveFile(); });
   qmx::RandomSource random;
   qmx::SystemClock clock;
   qmx::Program program({*files, printer, random, clock}, *settings);
+  windows = &program;
   application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
   bool started = false;
   application.Guard([&] { started = program.Start(CommandLine(argc, argv)); });
