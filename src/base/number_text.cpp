@@ -16,7 +16,7 @@ constexpr int kSingleDigits = 7;
 /// A finite number as digits: 0.d1 d2 d3 ... is never used; the value is d1.d2d3... times 10 to the
 /// exponent.
 struct Digits {
-  std::array<char, 24> text{};
+  std::array<char, 24> text;
   int count = 0;
   int exponent = 0;
   bool negative = false;
@@ -25,17 +25,18 @@ struct Digits {
 /// Takes apart what to_chars wrote in scientific form and drops the zeros at the end.
 Digits TakeApart(const char* first, const char* last) {
   Digits digits;
-  if (*first == '-') {
-    digits.negative = true;
-    ++first;
-  }
-  for (; first != last && *first != 'e'; ++first) {
-    if (*first != '.') digits.text[digits.count++] = *first;
-  }
-  assert(first != last);
-  ++first;
-  if (*first == '+') ++first;
-  std::from_chars(first, last, digits.exponent);
+  digits.negative = *first == '-';
+  if (digits.negative) ++first;
+  // The exponent has a sign and two or three digits.
+  const char* exponent = last[-4] == 'e' ? last - 4 : last - 5;
+  assert(*exponent == 'e');
+  for (const char* digit = exponent + 2; digit != last; ++digit)
+    digits.exponent = digits.exponent * 10 + (*digit - '0');
+  if (exponent[1] == '-') digits.exponent = -digits.exponent;
+  // A point stands behind the first digit unless that is the only one.
+  digits.text[0] = *first;
+  digits.count = static_cast<int>(std::max<std::ptrdiff_t>(exponent - first - 1, 1));
+  std::copy_n(first + 2, digits.count - 1, digits.text.data() + 1);
   while (digits.count > 1 && digits.text[digits.count - 1] == '0') --digits.count;
   if (digits.count == 1 && digits.text[0] == '0') digits.negative = false;
   return digits;
