@@ -125,7 +125,7 @@ void RunSized(const ProductTiles& tiles, Run run, const ConstView& A, const Cons
 }
 
 bool IsTiny(const ConstView& A, const View& C) {
-  constexpr int kTiny = 64;
+  constexpr int kTiny = 32;
   return static_cast<long>(C.rows) * C.cols * A.cols <= kTiny;
 }
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "base/matrix.h"
+
+// The same tasks by tuned libraries, on one thread.
+
+namespace qmx::bench {
+
+void UseOneThread();
+double OpenBlasProduct(const Matrix& A, const Matrix& B);
+double EigenProduct(const Matrix& A, const Matrix& B);
+/// dgetrf.
+double LapackLu(Matrix A);
+/// dgetrf and dgetri.
+double LapackInverse(Matrix A);
+/// dgeqrf and dorgqr.
+double LapackQr(Matrix A);
+/// dgesv with the last column as right-hand side.
+double LapackSolution(Matrix system);
+/// dpotrf.
+double LapackCholesky(Matrix A);
+
+}  // namespace qmx::bench
