@@ -52,9 +52,18 @@ double PlainDeterminant(Matrix W) {
   return det;
 }
 
-Matrix PlainLu(Matrix U) {
+Matrix PlainLu(const Matrix& A) {
+  Matrix U = A;
   Eliminate(U, U.Rows());
-  return U;
+  Matrix L(U.Rows(), U.Rows());
+  for (int r = 1; r <= U.Rows(); ++r) {
+    L(r, r) = 1;
+    for (int c = 1; c < r; ++c) {
+      L(r, c) = U(r, c);
+      U(r, c) = 0;
+    }
+  }
+  return L;
 }
 
 Matrix PlainSolution(Matrix M) {

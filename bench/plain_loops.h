@@ -10,8 +10,8 @@ namespace qmx::bench {
 
 Matrix PlainProduct(const Matrix& A, const Matrix& B);
 double PlainDeterminant(Matrix W);
-/// L and U in one matrix.
-Matrix PlainLu(Matrix U);
+/// L, after U was cleared below its diagonal.
+Matrix PlainLu(const Matrix& A);
 Matrix PlainInverse(Matrix W);
 Matrix PlainAdjoint(const Matrix& A);
 /// Q; R goes the way of all work matrices.

@@ -176,7 +176,7 @@ void RegisterEigen(int n) {
 
 void RegisterAll() {
   for (const int n : {10, 30, 100, 300, 1000}) RegisterProduct(n);
-  for (const int n : {10, 30, 100, 300, 1000}) RegisterElimination(n);
+  for (const int n : {2, 4, 6, 10, 15, 20, 25, 30, 35, 40, 100, 300, 1000}) RegisterElimination(n);
   for (const int n : {10, 30, 100, 300, 1000}) RegisterInverse(n);
   for (const int n : {10, 30, 100}) RegisterAdjoint(n);
   for (const int n : {10, 30, 100, 300, 1000}) RegisterQr(n);

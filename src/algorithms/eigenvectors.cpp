@@ -1,7 +1,6 @@
 #include "algorithms/eigenvectors.h"
 
 #include <cmath>
-#include <utility>
 
 #include "algorithms/elimination.h"
 #include "base/arithmetic.h"
@@ -16,21 +15,6 @@ Matrix ShiftedMatrix(const Matrix& A, double lambda, int origin, double addition
   Matrix M = A;
   for (int i = 1; i <= M.Rows(); ++i) M(i, i) -= mu;
   return M;
-}
-
-/// LU factors of M in its place, `order` following the row exchanges. False for a singular M.
-bool FactorInPlace(Matrix& M, std::vector<int>& order) {
-  const int n = M.Rows();
-  for (int c = 1; c <= n; ++c) {
-    const Pivot pivot = FindPivot(M, c);
-    if (pivot.magnitude == 0) return false;
-    if (pivot.row != c) {
-      M.SwapRows(c, pivot.row);
-      std::swap(order[c - 1], order[pivot.row - 1]);
-    }
-    EliminateBelow(M, c);
-  }
-  return true;
 }
 
 /// x := U⁻¹·L⁻¹·x with both factors in M.
@@ -69,16 +53,15 @@ VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
                               const EigenParameters& parameters, std::vector<double>& x) {
   const int n = A.Rows();
   Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
-  std::vector<int> order(n);
-  for (int i = 0; i < n; ++i) order[i] = i;
-  const bool regular = FactorInPlace(M, order);
+  Progress unheard;
+  const Elimination factors = Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard);
   CheckArithmetic();
-  if (!regular) return VectorOutcome::kSingular;
+  if (!factors.complete) return VectorOutcome::kSingular;
 
   std::vector<double> previous(n);
   for (std::int32_t cycle = 1;; ++cycle) {
     previous = x;
-    for (int i = 0; i < n; ++i) x[i] = previous[order[i]];
+    for (int i = 0; i < n; ++i) x[i] = previous[factors.order[i] - 1];
     SolveInPlace(M, x);
     Normalise(x);
     CheckArithmetic();

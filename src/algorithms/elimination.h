@@ -1,31 +1,34 @@
 #pragma once
 
+#include <vector>
+
 #include "base/matrix.h"
 #include "base/progress.h"
 
 namespace qmx {
 
-// The steps of Gaussian elimination that determinant, LU factorization, systems and eigenvectors
-// have in common. The multipliers are kept below the diagonal; who does not need them ignores them.
+// Gaussian elimination as determinant, LU factorization, systems and eigenvectors have it in
+// common.
 
-/// To be called where a run needs an element that its operand may not have.
-/// Faults: 9 where `present` is false, unless the arithmetic so far has a fault of its own.
-void RequireElement(bool present);
-
-/// The element that a column is eliminated with.
-struct Pivot {
-  int row = 0;
-  double magnitude = 0;
+/// Which element a column is eliminated with. A column that is exactly zero at and below its
+/// diagonal has none.
+enum class PivotRule {
+  kSkipZeroColumns,   ///< The largest magnitude at and below the diagonal; without one, the next.
+  kStopAtZeroColumn,  ///< The same, but the elimination ends there.
+  kDiagonalElement,   ///< Never exchanges rows. Ends at a zero with a non-zero element below it.
 };
 
-/// The largest magnitude of column `col` of W at and below the diagonal, the upper one of equals.
-/// Row `col` must exist. Faults: 9 where W has no column `col`.
-Pivot FindPivot(const Matrix& W, int col);
+struct Elimination {
+  bool complete = true;  ///< False where a pivot rule ended it.
+  int exchanges = 0;
+  std::vector<int> order;  ///< For each row, from 0, the number of the row that came here, from 1.
+};
 
-/// Subtracts multiples of row `i` from the rows below, so that column `i` would become zero there:
-/// for k > i the multiplier f = W(k,i) / W(i,i) takes the place of W(k,i), and
-/// W(k,j) = W(k,j) - f·W(i,j) for all j > i.
-void EliminateBelow(Matrix& W, int i);
+/// Eliminates the leading `columns` columns of W, at most as many as it has rows and columns. With
+/// the pivot p of column i moved into row i, the upper one of equals: for each row k below,
+/// f = W(k,i) / W(i,i) takes the place of W(k,i), and W(k,j) = W(k,j) - f·W(i,j) for all j > i.
+/// Whole rows are exchanged, multipliers included.
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress);
 
 /// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
 /// used up.
@@ -39,5 +42,9 @@ inline double EliminatedPart(int done, int all) {
   const double left = 1.0 - static_cast<double>(done) / all;
   return 1.0 - left * left * left;
 }
+
+/// To be called where a run needs an element that its operand may not have.
+/// Faults: 9 where `present` is false, unless the arithmetic so far has a fault of its own.
+void RequireElement(bool present);
 
 }  // namespace qmx

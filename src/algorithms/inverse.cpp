@@ -30,6 +30,22 @@ void ExchangeStep(Matrix& W, int p, int i) {
   W(p, i) = 1.0 / pivot;
 }
 
+/// The element that a column is solved for.
+struct Pivot {
+  int row = 0;
+  double magnitude = 0;
+};
+
+/// The largest magnitude of column i at and below the diagonal, the upper one of equals.
+Pivot FindPivot(const Matrix& W, int i) {
+  Pivot pivot{i, std::abs(W(i, i))};
+  for (int k = i + 1; k <= W.Rows(); ++k) {
+    const double magnitude = std::abs(W(k, i));
+    if (magnitude > pivot.magnitude) pivot = {k, magnitude};
+  }
+  return pivot;
+}
+
 /// The largest magnitude of column i among the rows that no column pivoted in yet.
 Pivot FindFreePivot(const Matrix& W, int i, const IndexVector& pivotCol) {
   Pivot pivot;

@@ -1,5 +1,7 @@
 #include "algorithms/linear_system.h"
 
+#include <algorithm>
+
 #include "algorithms/elimination.h"
 #include "base/number_text.h"
 
@@ -19,15 +21,10 @@ class Stage : public Progress {
 };
 
 /// Elimination with partial pivoting of the augmented matrix M; a zero column is skipped.
-void Eliminate(Matrix& M, Progress& progress) {
-  const int n = M.Rows();
-  for (int k = 1; k < n; ++k) {
-    const Pivot pivot = FindPivot(M, k);
-    if (pivot.magnitude == 0) continue;
-    M.SwapRows(k, pivot.row, k);
-    EliminateBelow(M, k);
-    progress.Report(EliminatedPart(k, n));
-  }
+void EliminateSystem(Matrix& M, Progress& progress) {
+  const int columns = std::max(0, M.Rows() - 1);
+  Eliminate(M, std::min(columns, M.Cols()), PivotRule::kSkipZeroColumns, progress);
+  RequireElement(columns <= M.Cols());
 }
 
 /// The sum over j = first..last of T(i,j)·x(j), from 0.
@@ -89,7 +86,7 @@ Matrix PermutedRightHandSide(const Matrix& system, const Matrix& exchanges) {
 }  // namespace
 
 SystemSolution SolveOneShot(Matrix M, Progress& progress) {
-  Eliminate(M, progress);
+  EliminateSystem(M, progress);
   return SubstituteBack(M, M.Rows());
 }
 
@@ -125,7 +122,7 @@ SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
   Stage first(progress, 0, between);
   Stage second(progress, between, 1);
   Matrix M = NormalEquations(system, first);
-  Eliminate(M, second);
+  EliminateSystem(M, second);
   // There is room for one unknown per equation.
   return SubstituteBack(M, system.Rows());
 }

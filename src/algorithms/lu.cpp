@@ -1,20 +1,12 @@
 #include "algorithms/lu.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "algorithms/elimination.h"
 
 namespace qmx {
 namespace {
-
-bool IsZeroBelowDiagonal(const Matrix& U, int col) {
-  for (int k = col + 1; k <= U.Rows(); ++k) {
-    if (U(k, col) != 0) return false;
-  }
-  return true;
-}
 
 /// Moves the multipliers from below the diagonal of U into a unit lower triangular L.
 Matrix SplitOffMultipliers(Matrix& U) {
@@ -31,27 +23,15 @@ Matrix SplitOffMultipliers(Matrix& U) {
 
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
   LuFactors factors;
-  Matrix& U = factors.U = A;
+  factors.U = A;
+  const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
+  const int columns = std::min(A.Rows(), A.Cols());
+  const Elimination done = Eliminate(factors.U, columns, rule, progress);
+  factors.exchangeCount = done.exchanges;
   factors.exchanges = Matrix(A.Rows(), 1);
-  for (int k = 1; k <= A.Rows(); ++k) factors.exchanges(k, 1) = k;
-
-  const int last = std::min(A.Rows(), A.Cols());
-  for (int i = 1; i <= last; ++i) {
-    const Pivot pivot = pivoting ? FindPivot(U, i) : Pivot{i, std::abs(U(i, i))};
-    if (pivot.magnitude == 0) {
-      if (!pivoting && !IsZeroBelowDiagonal(U, i)) return factors;
-      continue;
-    }
-    if (pivot.row != i) {
-      U.SwapRows(i, pivot.row);
-      factors.exchanges.SwapRows(i, pivot.row);
-      ++factors.exchangeCount;
-    }
-    EliminateBelow(U, i);
-    progress.Report(EliminatedPart(i, last));
-  }
-  factors.L = SplitOffMultipliers(U);
-  factors.factored = true;
+  std::copy(done.order.begin(), done.order.end(), factors.exchanges.Data());
+  factors.factored = done.complete;
+  if (factors.factored) factors.L = SplitOffMultipliers(factors.U);
   return factors;
 }
 

@@ -18,26 +18,26 @@ constexpr int kMostTileCols = 8;
 // Below, copying an operand costs more than its strides do.
 constexpr int kPackFrom = 160;
 
-const ProductTiles& TilesOf(InstructionSet set) {
+const Kernels& KernelsOf(InstructionSet set) {
 #if defined(__x86_64__)
   switch (set) {
     case InstructionSet::kAvx512:
-      return kAvx512Tiles;
+      return kAvx512Kernels;
     case InstructionSet::kAvx2:
-      return kAvx2Tiles;
+      return kAvx2Kernels;
     case InstructionSet::kSse2:
-      return kSse2Tiles;
+      return kSse2Kernels;
     case InstructionSet::kPlain:
-      return kPlainTiles;
+      return kPlainKernels;
   }
 #endif
   static_cast<void>(set);
-  return kPlainTiles;
+  return kPlainKernels;
 }
 
-const ProductTiles*& CurrentTiles() {
-  static const ProductTiles* tiles = &TilesOf(BestInstructionSet());
-  return tiles;
+const Kernels*& Current() {
+  static const Kernels* kernels = &KernelsOf(BestInstructionSet());
+  return kernels;
 }
 
 /// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
@@ -71,19 +71,19 @@ void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign) {
 using Run = void (*)(const ProductJob&);
 
 /// One block of at most kBlockRows rows and kDepth products, from packed operands.
-void RunBlock(const ProductTiles& tiles, Run run, const ProductJob& block) {
+void RunBlock(const Kernels& kernels, Run run, const ProductJob& block) {
   alignas(64) static double packedA[kBlockRows * kDepth];
   alignas(64) static double packedB[kDepth * kMostTileCols];
-  PackA(block, tiles.rows, packedA);
+  PackA(block, kernels.tileRows, packedA);
   ProductJob tile = block;
   tile.b = packedB;
-  for (int j = 0; j < block.cols; j += tiles.cols) {
-    tile.cols = std::min(tiles.cols, block.cols - j);
+  for (int j = 0; j < block.cols; j += kernels.tileCols) {
+    tile.cols = std::min(kernels.tileCols, block.cols - j);
     tile.bRow = tile.cols;
     PackB(block.b + j, block.bRow, block.depth, tile.cols, packedB);
     tile.a = packedA;
-    for (int i = 0; i < block.rows; i += tiles.rows) {
-      tile.rows = std::min(tiles.rows, block.rows - i);
+    for (int i = 0; i < block.rows; i += kernels.tileRows) {
+      tile.rows = std::min(kernels.tileRows, block.rows - i);
       tile.aRow = 1;
       tile.aCol = tile.rows;
       tile.c = block.c + i * block.cRow + j;
@@ -94,7 +94,7 @@ void RunBlock(const ProductTiles& tiles, Run run, const ProductJob& block) {
 }
 
 /// Blocks of the products in increasing order, and for each of them blocks of rows.
-void RunPacked(const ProductTiles& tiles, Run run, const ProductJob& job) {
+void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
   for (int k = 0; k < job.depth; k += kDepth) {
     for (int i = 0; i < job.rows; i += kBlockRows) {
       ProductJob block = job;
@@ -103,17 +103,17 @@ void RunPacked(const ProductTiles& tiles, Run run, const ProductJob& job) {
       block.a += i * job.aRow + k * job.aCol;
       block.b += k * job.bRow;
       block.c += i * job.cRow;
-      RunBlock(tiles, run, block);
+      RunBlock(kernels, run, block);
     }
   }
 }
 
-void RunSized(const ProductTiles& tiles, Run run, const ConstView& A, const ConstView& B,
+void RunSized(const Kernels& kernels, Run run, const ConstView& A, const ConstView& B,
               const View& C) {
   const ProductJob job{A.first, B.first,     C.first,     C.rows,      C.cols,
                        A.cols,  A.rowStride, A.colStride, B.rowStride, C.rowStride};
   if (std::min(job.rows, job.cols) >= kPackFrom) {
-    RunPacked(tiles, run, job);
+    RunPacked(kernels, run, job);
   } else {
     run(job);
   }
@@ -136,7 +136,7 @@ void AddProduct(ConstView A, ConstView B, View C) {
   if (IsTiny(A, C)) {
     RunTiny(A, B, C, std::plus<>());
   } else {
-    RunSized(*CurrentTiles(), CurrentTiles()->add, A, B, C);
+    RunSized(*Current(), Current()->add, A, B, C);
   }
 }
 
@@ -145,8 +145,14 @@ void SubtractProduct(ConstView A, ConstView B, View C) {
   if (IsTiny(A, C)) {
     RunTiny(A, B, C, std::minus<>());
   } else {
-    RunSized(*CurrentTiles(), CurrentTiles()->subtract, A, B, C);
+    RunSized(*Current(), Current()->subtract, A, B, C);
   }
+}
+
+void DivideBy(double divisor, double* x, int count) { Current()->divide(x, count, divisor); }
+
+double LargestMagnitude(const double* x, int count) {
+  return Current()->largestMagnitude(x, count);
 }
 
 bool HasInstructionSet(InstructionSet set) {
@@ -174,7 +180,7 @@ InstructionSet BestInstructionSet() {
 
 void UseInstructionSet(InstructionSet set) {
   assert(HasInstructionSet(set));
-  CurrentTiles() = &TilesOf(set);
+  Current() = &KernelsOf(set);
 }
 
 }  // namespace qmx

@@ -42,6 +42,13 @@ void AddProduct(ConstView A, ConstView B, View C);
 /// The same with C(i,j) - A(i,k)·B(k,j).
 void SubtractProduct(ConstView A, ConstView B, View C);
 
+/// x[k] = x[k] / divisor for `count` numbers.
+void DivideBy(double divisor, double* x, int count);
+
+/// The largest magnitude of `count` numbers, at least 1. As in a search that goes from the first to
+/// the last and keeps what is strictly larger, a NaN counts only in the first place.
+double LargestMagnitude(const double* x, int count);
+
 /// What the routine can be built on. All of them give the same bits.
 enum class InstructionSet { kPlain, kSse2, kAvx2, kAvx512 };
 

@@ -18,17 +18,21 @@ struct ProductJob {
   std::ptrdiff_t cRow = 0;
 };
 
-/// How one instruction set does it.
-struct ProductTiles {
-  int rows;  ///< Rows of the largest tile. A packed operand comes in panels of this height.
-  int cols;  ///< Columns of the largest tile.
+/// What one instruction set does best in its own way. All give the same bits.
+struct Kernels {
+  int tileRows;  ///< Rows of the largest tile. A packed operand comes in panels of this height.
+  int tileCols;  ///< Columns of the largest tile.
   void (*add)(const ProductJob& job);
   void (*subtract)(const ProductJob& job);
+  /// x[k] = x[k] / divisor for all of them.
+  void (*divide)(double* x, int count, double divisor);
+  /// The largest magnitude; a NaN counts only in the first place, and then it is the result.
+  double (*largestMagnitude)(const double* x, int count);
 };
 
-extern const ProductTiles kPlainTiles;
-extern const ProductTiles kSse2Tiles;
-extern const ProductTiles kAvx2Tiles;
-extern const ProductTiles kAvx512Tiles;
+extern const Kernels kPlainKernels;
+extern const Kernels kSse2Kernels;
+extern const Kernels kAvx2Kernels;
+extern const Kernels kAvx512Kernels;
 
 }  // namespace qmx

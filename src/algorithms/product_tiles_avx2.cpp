@@ -16,6 +16,6 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const ProductTiles kAvx2Tiles{6, 8, Run<Plus>, Run<Minus>};
+const Kernels kAvx2Kernels{6, 8, Run<Plus>, Run<Minus>, Divide<Lanes4>, LargestMagnitude<Lanes4>};
 
 }  // namespace qmx

@@ -17,6 +17,7 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const ProductTiles kAvx512Tiles{16, 8, Run<Plus>, Run<Minus>};
+const Kernels kAvx512Kernels{
+    16, 8, Run<Plus>, Run<Minus>, Divide<Lanes8>, LargestMagnitude<Lanes8>};
 
 }  // namespace qmx

@@ -35,6 +35,11 @@ struct Lanes1 {
   static Vector Add(Vector x, Vector y) { return x + y; }
   static Vector Subtract(Vector x, Vector y) { return x - y; }
   static Vector Multiply(Vector x, Vector y) { return x * y; }
+  static Vector Divide(Vector x, Vector y) { return x / y; }
+  static Vector Larger(Vector x, Vector kept) {
+    x = __builtin_fabs(x);
+    return x > kept ? x : kept;
+  }
 };
 
 #if defined(__SSE2__)
@@ -47,6 +52,10 @@ struct Lanes2 {
   static Vector Add(Vector x, Vector y) { return _mm_add_pd(x, y); }
   static Vector Subtract(Vector x, Vector y) { return _mm_sub_pd(x, y); }
   static Vector Multiply(Vector x, Vector y) { return _mm_mul_pd(x, y); }
+  static Vector Divide(Vector x, Vector y) { return _mm_div_pd(x, y); }
+  static Vector Larger(Vector x, Vector kept) {
+    return _mm_max_pd(_mm_andnot_pd(_mm_set1_pd(-0.0), x), kept);
+  }
 };
 #endif
 
@@ -60,12 +69,18 @@ struct Lanes4 {
   static Vector Add(Vector x, Vector y) { return _mm256_add_pd(x, y); }
   static Vector Subtract(Vector x, Vector y) { return _mm256_sub_pd(x, y); }
   static Vector Multiply(Vector x, Vector y) { return _mm256_mul_pd(x, y); }
+  static Vector Divide(Vector x, Vector y) { return _mm256_div_pd(x, y); }
+  static Vector Larger(Vector x, Vector kept) {
+    return _mm256_max_pd(_mm256_andnot_pd(_mm256_set1_pd(-0.0), x), kept);
+  }
 };
 #endif
 
 #if defined(__AVX512F__)
 struct Lanes8 {
   using Vector = __m512d;
+  // The maximum without a mask makes g++ 12 warn of its own header.
+  static constexpr __mmask8 kAllLanes = 0xFF;
   static constexpr int kWidth = 8;
   static Vector Load(const double* p) { return _mm512_loadu_pd(p); }
   static void Store(double* p, Vector v) { _mm512_storeu_pd(p, v); }
@@ -73,8 +88,15 @@ struct Lanes8 {
   static Vector Add(Vector x, Vector y) { return _mm512_add_pd(x, y); }
   static Vector Subtract(Vector x, Vector y) { return _mm512_sub_pd(x, y); }
   static Vector Multiply(Vector x, Vector y) { return _mm512_mul_pd(x, y); }
+  static Vector Divide(Vector x, Vector y) { return _mm512_div_pd(x, y); }
+  static Vector Larger(Vector x, Vector kept) {
+    return _mm512_maskz_max_pd(kAllLanes, _mm512_abs_pd(x), kept);
+  }
 };
 #endif
+
+// In Larger the operand that is kept goes last: the processor's maximum gives that one where the
+// other is a NaN, as the comparison of the scalar loop does.
 
 struct Plus {
   template <class Lanes>
@@ -149,6 +171,36 @@ inline int Strips(const ProductJob& job, int col) {
   constexpr int kCols = V * Lanes::kWidth;
   for (; col + kCols <= job.cols; col += kCols) Strip<Sign, R, V, Lanes>(job, col);
   return col;
+}
+
+template <class Lanes>
+inline void Divide(double* x, int count, double divisor) {
+  const typename Lanes::Vector divisors = Lanes::Broadcast(&divisor);
+  int k = 0;
+  for (; k + Lanes::kWidth <= count; k += Lanes::kWidth) {
+    Lanes::Store(x + k, Lanes::Divide(Lanes::Load(x + k), divisors));
+  }
+  for (; k < count; ++k) x[k] /= divisor;
+}
+
+template <class Lanes>
+inline double LargestMagnitude(const double* x, int count) {
+  constexpr int kWidth = Lanes::kWidth;
+  const double first = __builtin_fabs(x[0]);
+  typename Lanes::Vector even = Lanes::Broadcast(&first);
+  typename Lanes::Vector odd = even;
+  int k = 0;
+  for (; k + 2 * kWidth <= count; k += 2 * kWidth) {
+    even = Lanes::Larger(Lanes::Load(x + k), even);
+    odd = Lanes::Larger(Lanes::Load(x + k + kWidth), odd);
+  }
+  double lanes[2 * kWidth];
+  Lanes::Store(lanes, even);
+  Lanes::Store(lanes + kWidth, odd);
+  double largest = first;
+  for (const double lane : lanes) largest = Lanes1::Larger(lane, largest);
+  for (; k < count; ++k) largest = Lanes1::Larger(x[k], largest);
+  return largest;
 }
 
 }  // namespace

@@ -11,6 +11,6 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const ProductTiles kPlainTiles{4, 4, Run<Plus>, Run<Minus>};
+const Kernels kPlainKernels{4, 4, Run<Plus>, Run<Minus>, Divide<Lanes1>, LargestMagnitude<Lanes1>};
 
 }  // namespace qmx

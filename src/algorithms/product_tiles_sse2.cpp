@@ -12,6 +12,6 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const ProductTiles kSse2Tiles{4, 4, Run<Plus>, Run<Minus>};
+const Kernels kSse2Kernels{4, 4, Run<Plus>, Run<Minus>, Divide<Lanes2>, LargestMagnitude<Lanes2>};
 
 }  // namespace qmx

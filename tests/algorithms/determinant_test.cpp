@@ -8,6 +8,7 @@
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -26,6 +27,23 @@ TEST(DeterminantTest, HasTheBitsOfThePlainLoop) {
                        [&] { return testing::Record{reference::Determinant(testing::ToTable(A))}; },
                        {&A});
   }
+}
+
+TEST(DeterminantTest, HasThemInBlocksOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(211, testing::CaseShape::kSquare, 1);
+    testing::Comparison comparison("determinant in blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int n : {40, 41, 49, 65, 129, 150}) {
+      for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
+        const Matrix A = cases.Next(n, n);
+        comparison.Compare(
+            [&] { return testing::Record{Determinant(A, unheard)}; },
+            [&] { return testing::Record{reference::Determinant(testing::ToTable(A))}; }, {},
+            std::to_string(n));
+      }
+    }
+  });
 }
 
 TEST(DeterminantTest, OneExchangeTurnsTheSign) {

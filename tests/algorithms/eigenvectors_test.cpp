@@ -78,6 +78,18 @@ VectorOutcome Find(const Matrix& A, double lambda, int origin, const EigenParame
   return FindEigenvector(A, lambda, origin, parameters, x);
 }
 
+TEST(EigenvectorsTest, LargeMatricesHaveTheBitsOfThePlainLoopToo) {
+  testing::CaseSource cases(1011, testing::CaseShape::kSymmetric, 1);
+  testing::Comparison comparison("eigenvectors of large matrices");
+  for (const int n : {41, 64, 130}) {
+    for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
+      const Matrix A = cases.Next(n, n);
+      CompareRuns(comparison, A, A(1, 1), 1, {5e-4, 4, 0.1, 0.001},
+                  StartVector(cases.Randomness(), n));
+    }
+  }
+}
+
 TEST(EigenvectorsTest, ADiagonalEntryEqualToTheEigenvalueIsShiftedDown) {
   // Down to 1, where the matrix is exactly singular; up to 3 it would not be.
   const Matrix A = Rows({{2, 0}, {0, 1}});

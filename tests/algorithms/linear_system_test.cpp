@@ -65,6 +65,23 @@ TEST(LinearSystemTest, OneShotHasTheBitsOfThePlainLoop) {
   }
 }
 
+TEST(LinearSystemTest, LargeSystemsHaveTheBitsOfThePlainLoopToo) {
+  CaseSource cases(811, CaseShape::kAny, 1);
+  Comparison comparison("large systems");
+  for (const int n : {41, 64, 129, 140}) {
+    for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
+      const Matrix system = cases.Next(n, n + 1);
+      comparison.Compare([&] { return Of(SolveOneShot(system, unheard)); },
+                         [&] { return Of(reference::SolveOneShot(ToTable(system))); }, {},
+                         std::to_string(n));
+      const Matrix tall = cases.Next(n, 45);
+      comparison.Compare([&] { return Of(SolveLeastSquares(tall, unheard)); },
+                         [&] { return Of(reference::SolveLeastSquares(ToTable(tall))); }, {},
+                         std::to_string(n));
+    }
+  }
+}
+
 TEST(LinearSystemTest, LeastSquaresHasTheBitsOfThePlainLoop) {
   CaseSource cases(802, CaseShape::kAny, 12);
   Dice& dice = cases.Randomness();

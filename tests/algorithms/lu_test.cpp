@@ -8,6 +8,7 @@
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -40,6 +41,24 @@ TEST_P(LuBitsTest, HasTheBitsOfThePlainLoop) {
                        [&] { return Of(reference::FactorLu(testing::ToTable(A), pivoting)); },
                        {&A});
   }
+}
+
+TEST_P(LuBitsTest, HasThemInBlocksOnEveryInstructionSet) {
+  const bool pivoting = GetParam();
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(pivoting ? 411 : 412, testing::CaseShape::kAny, 1);
+    testing::Dice& dice = cases.Randomness();
+    testing::Comparison comparison("LU in blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int size : {39, 40, 41, 48, 49, 64, 100, 128, 129, 137}) {
+      for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+        const Matrix A = cases.Next(size, dice.Chance(0.6) ? size : size + dice.Integer(-30, 30));
+        comparison.Compare([&] { return Of(FactorLu(A, pivoting, unheard)); },
+                           [&] { return Of(reference::FactorLu(testing::ToTable(A), pivoting)); },
+                           {}, std::to_string(A.Rows()) + " x " + std::to_string(A.Cols()));
+      }
+    }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(WithAndWithoutPivoting, LuBitsTest, ::testing::Bool());

@@ -3,25 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 #include "support/core_cases.h"
 #include "support/core_compare.h"
+#include "support/core_instruction_sets.h"
 
 namespace qmx {
 namespace {
 
 using testing::Record;
-
-constexpr std::array<InstructionSet, 4> kSets{InstructionSet::kPlain, InstructionSet::kSse2,
-                                              InstructionSet::kAvx2, InstructionSet::kAvx512};
-
-/// Restores the instruction set that the program would use.
-class OrderedProductTest : public ::testing::Test {
- protected:
-  void TearDown() override { UseInstructionSet(BestInstructionSet()); }
-};
 
 /// What the routine promises, element by element.
 void PlainLoop(const ConstView& A, const ConstView& B, const View& C, bool subtract) {
@@ -86,10 +77,8 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
           std::to_string(shape.cols));
 }
 
-TEST_F(OrderedProductTest, EverySmallShapeHasTheBitsOfThePlainLoopOnEveryInstructionSet) {
-  for (const InstructionSet set : kSets) {
-    if (!HasInstructionSet(set)) continue;
-    UseInstructionSet(set);
+TEST(OrderedProductTest, EverySmallShapeHasTheBitsOfThePlainLoopOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
     testing::CaseSource cases(1201, testing::CaseShape::kAny, 1);
     testing::Comparison comparison("ordered product, small, instruction set " +
                                    std::to_string(static_cast<int>(set)));
@@ -100,14 +89,12 @@ TEST_F(OrderedProductTest, EverySmallShapeHasTheBitsOfThePlainLoopOnEveryInstruc
         }
       }
     }
-  }
+  });
 }
 
-TEST_F(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSet) {
+TEST(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSet) {
   const std::vector<int> edges{159, 160, 161, 239, 240, 241, 255, 256, 257};
-  for (const InstructionSet set : kSets) {
-    if (!HasInstructionSet(set)) continue;
-    UseInstructionSet(set);
+  testing::ForEachInstructionSet([&](InstructionSet set) {
     testing::CaseSource cases(1202, testing::CaseShape::kAny, 1);
     testing::Dice& dice = cases.Randomness();
     testing::Comparison comparison("ordered product, block edges, instruction set " +
@@ -122,11 +109,11 @@ TEST_F(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstruction
       CompareShape(comparison, cases, {dice.Integer(1, 20), edge(), edge()});
       CompareShape(comparison, cases, {edge(), dice.Integer(1, 20), edge()});
     }
-  }
+  });
 }
 
-TEST_F(OrderedProductTest, TheProgramUsesTheWidestInstructionSet) {
-  for (const InstructionSet set : kSets) {
+TEST(OrderedProductTest, TheProgramUsesTheWidestInstructionSet) {
+  for (const InstructionSet set : testing::kInstructionSets) {
     EXPECT_TRUE(!HasInstructionSet(set) || BestInstructionSet() >= set);
   }
   EXPECT_TRUE(HasInstructionSet(BestInstructionSet()));
