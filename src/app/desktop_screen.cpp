@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QSignalBlocker>
 
+#include "app/widgets.h"
 #include "app/window_placement.h"
 #include "grids/editor_window.h"
 #include "grids/qt_text.h"
@@ -29,7 +30,7 @@ void DesktopScreen::SetText(const Control& control, const std::string& text) {
   // Only what the user types has consequences.
   const QSignalBlocker quiet(found);
   if (auto* field = qobject_cast<QLineEdit*>(found)) field->setText(QString::fromStdString(text));
-  if (auto* label = qobject_cast<QLabel*>(found)) label->setText(QString::fromStdString(text));
+  if (auto* label = qobject_cast<QLabel*>(found)) SetLabelText(label, QString::fromStdString(text));
 }
 
 void DesktopScreen::SetEnabled(const Control& control, bool enabled) {

@@ -30,6 +30,8 @@ constexpr std::array<SlotButton, 5> kSlotButtons{{
 QGroupBox* MakeFrame(const Control& control, const QString& title, QWidget* parent) {
   auto* frame = new QGroupBox(title, parent);
   frame->setObjectName(QString::fromStdString(control.ObjectName()));
+  // A frame within a frame would otherwise be announced by the outer one's title.
+  frame->setAccessibleName(title);
   return frame;
 }
 
@@ -61,6 +63,8 @@ CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString&
                          QWidget* parent, const QString& toolTip) {
   auto* button = new CommandButton(control, caption, parent);
   button->setToolTip(toolTip);
+  // Heard alone, "Show" does not tell what.
+  button->setAccessibleName(parent->accessibleName() + ": " + QString(caption).remove('&'));
   row->addWidget(button);
   return button;
 }
@@ -75,9 +79,7 @@ CommandButton* MakeTaskButton(int task, QWidget* parent) {
 void AddSlotButtons(QBoxLayout* row, int slot, QWidget* parent) {
   for (const SlotButton& entry : kSlotButtons) {
     if (slot == entry.notFor) continue;
-    CommandButton* button = AddButton(row, entry.control(slot), entry.caption, parent);
-    // Heard alone, "Show" does not tell what.
-    button->setAccessibleName(ToQString(InfoOf(slot).title) + ": " + entry.caption);
+    AddButton(row, entry.control(slot), entry.caption, parent);
   }
 }
 

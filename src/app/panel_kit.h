@@ -20,6 +20,7 @@ QHBoxLayout* AddRow(QVBoxLayout* rows);
 
 /// A field with its caption before it, which may have a name of its own.
 void AddField(QBoxLayout* row, const Control& control, QWidget* parent, const Control& label = {});
+/// A button that is announced with the name of the frame it stands in.
 CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString& caption,
                          QWidget* parent, const QString& toolTip = {});
 /// The button of a task, as the task table describes it.

@@ -45,8 +45,7 @@ void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
   rows->addLayout(table);
   int row = 0;
   for (const ScalarTask& entry : kScalarTasks) {
-    QLabel* value = MakeLabel(entry.label, {}, parent);
-    value->setAccessibleName(entry.meaning);
+    QLabel* value = MakeResultLabel(entry.label, entry.meaning, parent);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     table->addWidget(MakeTaskButton(entry.task, parent), row, 0);
     table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row, 1);

@@ -10,8 +10,9 @@ namespace qmx {
 namespace {
 
 /// A label for a count, with room for three digits so that counts do not move what is beside them.
-QLabel* MakeCount(const Control& control, Qt::Alignment alignment, QWidget* parent) {
-  QLabel* label = MakeLabel(control, {}, parent);
+QLabel* MakeCount(const Control& control, const QString& meaning, Qt::Alignment alignment,
+                  QWidget* parent) {
+  QLabel* label = MakeResultLabel(control, meaning, parent);
   label->setMinimumWidth(label->fontMetrics().horizontalAdvance("000"));
   label->setAlignment(alignment | Qt::AlignVCenter);
   return label;
@@ -26,11 +27,9 @@ ResultFrame::ResultFrame(int slot, QLabel* title, QWidget* parent) : QFrame(pare
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(4);
-  QLabel* rows = MakeCount(info.rows, Qt::AlignRight, this);
+  QLabel* rows = MakeCount(info.rows, tr("Rows"), Qt::AlignRight, this);
   times_ = new QLabel(QString(QChar(0x00d7)), this);
-  cols_ = MakeCount(info.cols, Qt::AlignLeft, this);
-  rows->setAccessibleName(tr("Rows"));
-  cols_->setAccessibleName(tr("Columns"));
+  cols_ = MakeCount(info.cols, tr("Columns"), Qt::AlignLeft, this);
   for (QWidget* part : {rows, times_, cols_}) row->addWidget(part);
   AddSlotButtons(row, slot, this);
   QSizePolicy keepsPlace(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -9,6 +9,8 @@
 namespace qmx {
 namespace {
 
+constexpr const char* kMeaning = "meaning";
+
 QString NameOf(const Control& control) { return QString::fromStdString(control.ObjectName()); }
 
 const OptionInfo& OptionOf(const Control& control) {
@@ -107,6 +109,20 @@ QLabel* MakeLabel(const Control& control, const QString& text, QWidget* parent) 
   label->setObjectName(NameOf(control));
   label->setTextFormat(Qt::PlainText);
   return label;
+}
+
+QLabel* MakeResultLabel(const Control& control, const QString& meaning, QWidget* parent) {
+  QLabel* label = MakeLabel(control, {}, parent);
+  label->setProperty(kMeaning, meaning);
+  SetLabelText(label, {});
+  return label;
+}
+
+void SetLabelText(QLabel* label, const QString& text) {
+  label->setText(text);
+  const QString meaning = label->property(kMeaning).toString();
+  if (meaning.isEmpty()) return;
+  label->setAccessibleName(text.isEmpty() ? meaning : meaning + ": " + text.trimmed());
 }
 
 }  // namespace qmx

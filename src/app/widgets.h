@@ -52,4 +52,9 @@ QAbstractButton* MakeOption(const Control& control, QWidget* parent);
 /// A label with a name and a text that is shown as it is.
 QLabel* MakeLabel(const Control& control, const QString& text, QWidget* parent);
 
+/// A label whose text is a result. It is announced by what the result means and the result itself.
+QLabel* MakeResultLabel(const Control& control, const QString& meaning, QWidget* parent);
+/// Sets the text of a label and, if it is one for a result, how it is announced.
+void SetLabelText(QLabel* label, const QString& text);
+
 }  // namespace qmx
