@@ -4,7 +4,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev f
 run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-utils xdg-utils"
 display_packages="xvfb xauth x11-utils imagemagick"
 test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core
-  xdotool libbenchmark-dev libglib2.0-bin"
+  xdotool libbenchmark-dev libglib2.0-bin libatspi2.0-dev locales"
 
 # Runs a command as root, with sudo where we are not.
 as_root() {

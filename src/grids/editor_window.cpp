@@ -12,7 +12,7 @@ EditorWindow::EditorWindow(Context& context, int slot) : GridWindow(context, slo
   connect(&Grid(), &MatrixGrid::ArrowPressed, this, &EditorWindow::MoveAndEdit);
   connect(&Grid(), &MatrixGrid::CharacterTyped, this, &EditorWindow::StartTyping);
   connect(Box(), &EntryBox::ArrowPressed, this, &EditorWindow::MoveAndEdit);
-  connect(Box(), &EntryBox::textEdited, this, &EditorWindow::Commit);
+  connect(Box(), &EntryBox::textChanged, this, &EditorWindow::Commit);
 }
 
 void EditorWindow::StartEditing() { OpenEntryBox(); }
@@ -20,7 +20,7 @@ void EditorWindow::StartEditing() { OpenEntryBox(); }
 void EditorWindow::StartTyping(const QString& character) {
   if (!IsAcceptedInCell(character.front())) return;
   StartEditing();
-  Box()->setText(character.front());
+  FillEntryBox(character.front());
   Commit(character.front());
 }
 

@@ -79,15 +79,21 @@ void GridWindow::Toggle() {
   ToggleWidth(context_, slot_);
   if (box_ == nullptr || box_->isHidden()) return;
   // The cell shows the number in another precision now.
-  box_->setText(grid_->TextMatrix(grid_->Row(), grid_->Col()));
+  FillEntryBox(grid_->TextMatrix(grid_->Row(), grid_->Col()));
   PlaceEntryBox();
+}
+
+// What the cell shows is no change of the element: it may be rounded.
+void GridWindow::FillEntryBox(const QString& text) {
+  const QSignalBlocker quiet(box_);
+  box_->setText(text);
 }
 
 void GridWindow::OpenEntryBox() {
   if (box_ == nullptr || grid_->Row() < 0) return;
   grid_->SetCurrentCell(grid_->Row(), grid_->Col());
   const QString text = grid_->TextMatrix(grid_->Row(), grid_->Col());
-  box_->setText(text);
+  FillEntryBox(text);
   ShowToolTip(text);
   box_->show();
   PlaceEntryBox();

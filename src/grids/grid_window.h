@@ -39,6 +39,8 @@ class GridWindow : public QWidget {
   void AddToggle();
   /// Lays the entry box over the current cell, with the cell's text and tool tip.
   void OpenEntryBox();
+  /// Writes a text into the entry box as if nobody had typed it.
+  void FillEntryBox(const QString& text);
   void ShowToolTip(const QString& text);
 
   bool event(QEvent* event) override;

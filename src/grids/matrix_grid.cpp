@@ -20,7 +20,11 @@ MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
     : QTableView(parent), model_(new GridModel(hasHeaderRow, this)) {
   setModel(model_);
   setLayoutDirection(Qt::LeftToRight);
-  setSelectionMode(QAbstractItemView::NoSelection);
+  // Keys and clicks select nothing: a selection comes from assistive technology alone, which has no
+  // other means to choose a cell.
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &MatrixGrid::ChooseSelected);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTabKeyNavigation(false);
   setAutoScroll(false);
@@ -104,6 +108,16 @@ void MatrixGrid::SetCurrentCell(int row, int col) {
   selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
   scrollTo(cell, EnsureVisible);
   viewport()->update();
+}
+
+void MatrixGrid::ChooseSelected() {
+  const QModelIndexList cells = selectionModel()->selectedIndexes();
+  if (cells.isEmpty()) return;
+  const QModelIndex cell = cells.front();
+  selectionModel()->clearSelection();
+  if (!model_->IsData(cell.row(), cell.column())) return;
+  SetCurrentCell(cell.row(), cell.column());
+  Q_EMIT CellChosen(cell.row(), cell.column());
 }
 
 bool MatrixGrid::IsInSight(int row, int col) const {

@@ -92,6 +92,7 @@ class MatrixGrid : public QTableView {
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
   void ApplyWidths();
+  void ChooseSelected();
   void PaintArea(QPainter& painter, const Area& area) const;
   void PaintCell(QPainter& painter, const QRect& rect, int row, int col) const;
   void PaintCurrentCell(QPainter& painter) const;
