@@ -31,6 +31,9 @@ void Desktop::Click(const Control& button) {
 
 void Desktop::TypeInto(const Control& field, const std::string& text) {
   auto* target = Get<QLineEdit>(field);
+  // A click into another window brings that window the keyboard first.
+  Main().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Main()));
   QTest::mouseClick(target, Qt::LeftButton);
   QTest::keyClicks(target, QString::fromStdString(text));
 }

@@ -1,0 +1,220 @@
+// The program as a whole: message boxes, drops, faults, the end.
+
+#include "app/program.h"
+
+#include <QAction>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QTest>
+#include <QTimer>
+
+#include "app/application.h"
+#include "support/desktop_bench.h"
+
+namespace qmx::test {
+namespace {
+
+using ProgramTest = Desktop;
+
+TEST_F(ProgramTest, RefusalsAreCriticalBoxesWithTheProgramsTitle) {
+  const SeenBox box = ClickAndAnswer(cmdTask(0), QMessageBox::Ok);
+  EXPECT_EQ(box.title, "Orvane");
+  EXPECT_EQ(box.text, "Please create matrices A and B");
+  EXPECT_EQ(box.icon, QMessageBox::Critical);
+  EXPECT_EQ(box.buttons, QMessageBox::Ok);
+}
+
+TEST_F(ProgramTest, OneRefusalIsPlain) {
+  Enter(kSlotA, 2, 4, {});
+  const SeenBox box = ClickAndAnswer(cmdTask(9), QMessageBox::Ok);
+  EXPECT_EQ(box.text, "Number of columns exceeds number of rows.");
+  EXPECT_EQ(box.icon, QMessageBox::NoIcon);
+}
+
+TEST_F(ProgramTest, AResetAsksFirst) {
+  Enter(kSlotA, 2, 2, {"1"});
+  for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Cancel}) {
+    const SeenBox box = ClickAndAnswer(cmdResetA, answer);
+    EXPECT_EQ(box.title, "Warning!");
+    EXPECT_EQ(box.text,
+              "This action will reset all results associated with matrix A.\n\n"
+              "Do you wish to proceed?\n\n");
+    EXPECT_EQ(box.icon, QMessageBox::Critical);
+    EXPECT_EQ(box.buttons, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    EXPECT_TRUE(State().ACreated);
+    EXPECT_EQ(Cell(kSlotA, 1, 1), "1");
+  }
+  ClickAndAnswer(cmdResetA, QMessageBox::Yes);
+  EXPECT_FALSE(State().ACreated);
+  EXPECT_EQ(Text(txtRowsA), "2");
+  EXPECT_TRUE(IsEnabled(txtRowsA));
+}
+
+TEST_F(ProgramTest, TextOfBoxesIsNeverMarkup) {
+  TypeInto(txtRowsA, "<b>2</b>");
+  const SeenBox box = ClickAndAnswer(cmdCreateA, QMessageBox::Ok);
+  EXPECT_NE(box.text.find("<b>2</b>"), std::string::npos);
+  EXPECT_FALSE(State().ACreated);
+}
+
+TEST_F(ProgramTest, TheTypicalRoadByKeyboardAlone) {
+  Keys("3");
+  Key(Qt::Key_Tab);
+  Keys("3");
+  Key(Qt::Key_Tab);
+  Key(Qt::Key_Space);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotA)));
+  for (const char* element : {"2", "1", "0", "1", "3", "1", "0", "1", "4"}) {
+    Keys(element);
+    Key(Qt::Key_Right);
+  }
+  Main().Action("mnuMain")->trigger();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Main()));
+  Click(cmdTask(5));
+  Click(cmdIntoB(kSlotInverse));
+  Click(cmdTask(2));
+  for (int i = 1; i <= 3; ++i) {
+    for (int j = 1; j <= 3; ++j) {
+      EXPECT_NEAR(Slot(kSlotProduct).array(i, j), i == j, 1e-15) << i << "," << j;
+    }
+  }
+  EXPECT_TRUE(Window(kSlotProduct).isVisible());
+}
+
+TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
+  Enter(kSlotA, 1, 1, {"7"});
+  State().currentFileName = "/data/p.qmx";
+  Main().Action("mnuSave")->trigger();
+  ASSERT_EQ(files.files.count("/data/p.qmx"), 1U);
+  QTest::keyClick(&Box(kSlotA), '9');
+  ASSERT_EQ(Slot(kSlotA).array(1, 1), 9.0);
+  EXPECT_TRUE(Main().acceptDrops());
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile("/data/p.qmx"), QUrl::fromLocalFile("/data/other.qmx")});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&Main(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&Main(), &drop);
+  EXPECT_EQ(Slot(kSlotA).array(1, 1), 7.0);
+  EXPECT_EQ(Cell(kSlotA, 1, 1), "7");
+}
+
+TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
+  DesktopScreen& screen = program.Windows();
+  screen.BeginWork();
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  screen.ReportProgress(0.5);
+  auto* bar = Main().findChild<QProgressBar*>();
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(bar->value(), 50);
+  screen.EndWork();
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ProgramTest, ClosingTheMainWindowEndsTheProgram) {
+  Enter(kSlotA, 1, 1, {"7"});
+  QTimer::singleShot(0, [&] { CloseByBox(Main()); });
+  QTimer::singleShot(5000, [] { QCoreApplication::exit(99); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(program.Windows().ShownWindows().empty());
+}
+
+TEST_F(ProgramTest, TheWindowsMenuListsWhatIsOpen) {
+  Enter(kSlotA, 1, 1, {"7"});
+  auto* menu = Main().findChild<QMenu*>("mnuWindows");
+  const auto lists = [&](const QString& title) {
+    Q_EMIT menu->aboutToShow();
+    for (const QAction* entry : menu->actions()) {
+      if (entry->text() == title) return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(lists("Matrix A"));
+  EXPECT_FALSE(lists("Matrix B"));
+  CloseByBox(Window(kSlotA));
+  EXPECT_FALSE(lists("Matrix A"));
+}
+
+/// Answers the box of a fault when it comes, and prints what it says.
+void AnswerFault(QMessageBox::StandardButton answer) {
+  auto* poll = new QTimer(qApp);
+  QObject::connect(poll, &QTimer::timeout, [answer] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || !box->text().startsWith("Run-time error")) return;
+    std::fprintf(stderr, "%s\n", qPrintable(box->text()));
+    box->button(answer)->click();
+  });
+  poll->start(5);
+}
+
+/// Runs the program up to a fault inside of as many loops as asked for.
+void FaultInside(int loops, const std::function<void()>& fault) {
+  MemoryFiles files;
+  RecordingPrinter printer;
+  FixedRandom random;
+  FixedClock clock;
+  PointSettings settings;
+  Program program({files, printer, random, clock}, settings);
+  auto* application = static_cast<Application*>(qApp);
+  application->SetFaultHandler([&](Fault number) { program.EndAfterFault(number); });
+  program.Start("");
+  AnswerFault(QMessageBox::Discard);
+  std::function<void(int)> enter = [&](int level) {
+    QTimer::singleShot(0, &program.MainWindow(), [&, level] {
+      if (level == 0) return fault();
+      enter(level - 1);
+      QEventLoop().exec();
+    });
+  };
+  enter(loops);
+  QApplication::exec();
+}
+
+class FaultTest : public ::testing::Test {
+ public:
+  FaultTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_F(FaultTest, IsToldAndEndsTheProgramWithAFailure) {
+  const auto fault = [] { throw RuntimeFault(Fault::kSubscriptOutOfRange); };
+  EXPECT_EXIT(FaultInside(0, fault), ::testing::ExitedWithCode(1),
+              "Run-time error '9': Subscript out of range");
+}
+
+TEST_F(FaultTest, EndsTheProgramFromInsideNestedLoops) {
+  const auto fault = [] { throw RuntimeFault(Fault::kOverflow); };
+  EXPECT_EXIT(FaultInside(2, fault), ::testing::ExitedWithCode(1), "Run-time error '6': Overflow");
+}
+
+TEST_F(FaultTest, LackOfMemoryIsFaultSeven) {
+  const auto fault = [] { throw std::bad_alloc(); };
+  EXPECT_EXIT(FaultInside(0, fault), ::testing::ExitedWithCode(1),
+              "Run-time error '7': Out of memory");
+}
+
+/// A x A of a huge number overflows: a fault by way of a real task.
+void SquareSomethingHuge() {
+  struct Road : Desktop {
+    void TestBody() override {
+      static_cast<Application*>(qApp)->SetFaultHandler(
+          [this](Fault number) { program.EndAfterFault(number); });
+      Enter(kSlotA, 1, 1, {"1e200"});
+      Click(cmdIntoB(kSlotA));
+      AnswerFault(QMessageBox::Discard);
+      Click(cmdTask(2));
+    }
+  } road;
+  road.TestBody();
+}
+
+TEST_F(FaultTest, AnOverflowInATaskIsTold) {
+  EXPECT_EXIT(SquareSomethingHuge(), ::testing::ExitedWithCode(1), "Run-time error '6': Overflow");
+}
+
+}  // namespace
+}  // namespace qmx::test

@@ -1,0 +1,97 @@
+// The results list.
+
+#include "grids/results_window.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTest>
+
+#include "support/desktop_bench.h"
+
+namespace qmx::test {
+namespace {
+
+class Results : public Desktop {
+ public:
+  ResultsWindow& List() {
+    if (program.Windows().Results() == nullptr) throw std::runtime_error("no results window");
+    return *program.Windows().Results();
+  }
+  QListWidget* Lines() { return List().findChild<QListWidget*>("lstResults"); }
+  void Clear() {
+    QTest::mouseClick(List().findChild<QAbstractButton*>("cmdClearResults"), Qt::LeftButton);
+  }
+  int Separators() {
+    const QString separator(80, QChar(0x2014));
+    return static_cast<int>(Lines()->findItems(separator, Qt::MatchExactly).size());
+  }
+  void RunEigenTask() {
+    if (!State().ACreated) Enter(kSlotA, 2, 2, {"2", "1", "1", "2"});
+    Click(cmdTask(14));
+  }
+};
+
+TEST_F(Results, ShowIsDisabledUntilThereIsAReport) {
+  EXPECT_FALSE(IsEnabled(cmdShowResults));
+  RunEigenTask();
+  EXPECT_TRUE(IsEnabled(cmdShowResults));
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_EQ(Lines()->font().family(), "Courier New");
+}
+
+TEST_F(Results, ClearingAnEmptyListDoesNothing) {
+  program.Windows().ShowResults();
+  Clear();
+  EXPECT_EQ(Lines()->count(), 0);
+  EXPECT_TRUE(List().isVisible());
+}
+
+TEST_F(Results, ClearRemovesLinesAndNothingElse) {
+  RunEigenTask();
+  ASSERT_GT(Lines()->count(), 0);
+  Clear();
+  EXPECT_EQ(Lines()->count(), 0);
+  EXPECT_TRUE(State().EigenvaluesComputed);
+  EXPECT_TRUE(Get(fraFrame(kSlotEigenvalues))->isVisible());
+}
+
+TEST_F(Results, TheCloseBoxHidesAndShowBringsTheLinesBack) {
+  RunEigenTask();
+  const int lines = Lines()->count();
+  CloseByBox(List());
+  EXPECT_FALSE(List().isVisible());
+  Click(cmdShowResults);
+  EXPECT_TRUE(List().isVisible());
+  EXPECT_EQ(Lines()->count(), lines);
+}
+
+TEST_F(Results, ShowRestoresAMinimisedList) {
+  RunEigenTask();
+  List().showMinimized();
+  Click(cmdShowResults);
+  EXPECT_FALSE(List().isMinimized());
+}
+
+TEST_F(Results, TwoTasksLeaveTwoReports) {
+  RunEigenTask();
+  EXPECT_EQ(Separators(), 1);
+  const int lines = Lines()->count();
+  RunEigenTask();
+  EXPECT_EQ(Separators(), 2);
+  EXPECT_EQ(Lines()->count(), 2 * lines);
+}
+
+TEST_F(Results, SelectedLinesAreCopied) {
+  for (const char* line : {"first", "  second", "third"}) program.Windows().AddResultLine(line);
+  program.Windows().ShowResults();
+  List().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&List()));
+  Lines()->setFocus();
+  Lines()->item(0)->setSelected(true);
+  Lines()->item(1)->setSelected(true);
+  QTest::keyClick(Lines(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "first\n  second");
+}
+
+}  // namespace
+}  // namespace qmx::test
