@@ -127,6 +127,7 @@ bool FieldScanner::ReadText(std::string& value) {
   });
   if (last == end_ || (quoted && *last != '"')) return false;
   const char* fieldEnd = quoted ? last + 1 : last;
+  first = SkipBlanks(first, last);
   while (last != first && IsBlank(last[-1])) --last;
   value.assign(first, last);
   return FinishField(fieldEnd);

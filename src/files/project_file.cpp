@@ -47,7 +47,9 @@ bool ReadScalar(FieldScanner& scanner, const char* meaning, double& value) {
 }
 
 bool ReadVerdict(FieldScanner& scanner, const char* meaning, std::string& text) {
-  return scanner.ReadText(text) || scanner.Refuse(meaning);
+  if (!scanner.ReadText(text)) return scanner.Refuse(meaning);
+  return text.find(',') == std::string::npos ||
+         scanner.RefuseLast(std::string(meaning) + " without a comma");
 }
 
 /// The map of exchanges must name rows of the Permutation matrix that is made of it.

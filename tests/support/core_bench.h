@@ -2,19 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "base/matrix.h"
 #include "support/core_ports.h"
+#include "support/core_rows.h"
 #include "support/core_screen.h"
 #include "workspace/context.h"
 
 namespace qmx::test {
-
-/// A matrix from its rows: Rows({{1, 2}, {3, 4}}).
-Matrix Rows(std::initializer_list<std::initializer_list<double>> rows);
 
 /// A whole program without windows, as it stands right after its start.
 class Workbench : public ::testing::Test {

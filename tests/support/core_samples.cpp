@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "files/project_layout.h"
-#include "support/core_bench.h"
+#include "support/core_rows.h"
 
 namespace qmx::test {
 namespace {
