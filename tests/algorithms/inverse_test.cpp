@@ -9,6 +9,7 @@
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -48,6 +49,25 @@ TEST(InverseTest, HasTheBitsOfThePlainLoop) {
     comparison.Compare([&] { return Of(Inverse(A, unheard)); },
                        [&] { return Of(reference::Inverse(testing::ToTable(A))); }, {&A});
   }
+}
+
+TEST(InverseTest, HasThemInBlocksOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    CaseSource cases(311, CaseShape::kSquare, 1);
+    Comparison comparison("inverses in blocks, instruction set " +
+                          std::to_string(static_cast<int>(set)));
+    for (const int n : {44, 45, 48, 49, 65, 128, 129, 141}) {
+      for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+        const Matrix A = cases.Next(n, n);
+        comparison.Compare([&] { return Of(Inverse(A, unheard)); },
+                           [&] { return Of(reference::Inverse(testing::ToTable(A))); }, {},
+                           std::to_string(n));
+        comparison.Compare([&] { return Of(AdjointByInverse(A, unheard)); },
+                           [&] { return Of(reference::AdjointByInverse(testing::ToTable(A))); }, {},
+                           "adjoint " + std::to_string(n));
+      }
+    }
+  });
 }
 
 TEST(AdjointTest, ByInverseHasTheBitsOfThePlainLoop) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "base/matrix.h"
+#include "base/progress.h"
+
+namespace qmx {
+
+/// Which of several largest magnitudes in a column becomes the pivot.
+enum class EqualPivots {
+  kUpperRow,     ///< The one that stands highest now, after the exchanges so far.
+  kFirstNumber,  ///< The one that stood highest in the beginning.
+};
+
+struct JordanExchange {
+  bool complete = true;  ///< False where a column had no pivot; W then means nothing.
+  int exchanges = 0;
+  std::vector<int> order;  ///< For each row, from 0, the number of the row that came here, from 1.
+  std::vector<double> pivots;  ///< In the order of the columns.
+};
+
+/// Gauss-Jordan elimination in the form of exchange steps (Householder, The Theory of Matrices in
+/// Numerical Analysis, 5.2) on a square W. The row with the largest magnitude at and below the
+/// diagonal of column i is exchanged into row i, and with p = W(i,i):
+/// for all other rows k, f = W(k,i) / p, W(k,j) = W(k,j) - f·W(i,j) for j other than i, W(k,i) =
+/// -f; then W(i,j) = W(i,j) / p for j other than i, and W(i,i) = 1 / p. In the end W is the inverse
+/// with its columns in the order of the rows of the matrix given: column j belongs to row order[j -
+/// 1].
+JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress);
+
+}  // namespace qmx
