@@ -29,6 +29,9 @@ ResultFrame::ResultFrame(int slot, QLabel* title, QWidget* parent) : QFrame(pare
   row->setSpacing(4);
   QLabel* rows = MakeCount(info.rows, tr("Rows"), Qt::AlignRight, this);
   times_ = new QLabel(QString(QChar(0x00d7)), this);
+  QSizePolicy keepsWidth = times_->sizePolicy();
+  keepsWidth.setRetainSizeWhenHidden(true);
+  times_->setSizePolicy(keepsWidth);
   cols_ = MakeCount(info.cols, tr("Columns"), Qt::AlignLeft, this);
   for (QWidget* part : {rows, times_, cols_}) row->addWidget(part);
   AddSlotButtons(row, slot, this);

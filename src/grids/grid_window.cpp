@@ -29,6 +29,7 @@ GridWindow::GridWindow(Context& context, int slot)
   grid_->setObjectName(ToQString(info.grid));
   grid_->setAccessibleName(ToQString(info.caption));
   layout_->addWidget(grid_);
+  connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
 }
 
@@ -115,7 +116,9 @@ void GridWindow::PlaceEntryBox() {
     return;
   }
   const QPoint corner = grid_->viewport()->mapTo(this, QPoint(0, 0));
-  box_->setGeometry(grid_->CellRect(grid_->Row(), grid_->Col()).translated(corner));
+  // A cell that is larger than the window is covered as far as it is seen.
+  const QRect cell = grid_->CellRect(grid_->Row(), grid_->Col()) & grid_->viewport()->rect();
+  box_->setGeometry(cell.translated(corner));
 }
 
 void GridWindow::HideEntryBox() {

@@ -39,7 +39,8 @@ MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
 }
 
 int MatrixGrid::TextWidthWithMargins(const QString& text) const {
-  return fontMetrics().horizontalAdvance(text) + 2 * kTextMargin;
+  // One more on each side, for an advance that is not a whole number.
+  return fontMetrics().horizontalAdvance(text) + 2 * (kTextMargin + 1);
 }
 
 int MatrixGrid::DefaultColumnWidth() const {
@@ -85,6 +86,7 @@ void MatrixGrid::WidenHeaderFor(const QString& text) {
   if (width <= headerWidth_) return;
   headerWidth_ = width;
   setColumnWidth(0, width);
+  Q_EMIT HeaderWidened();
   Q_EMIT CellsMoved();
 }
 

@@ -64,6 +64,8 @@ class MatrixGrid : public QTableView {
   void CharacterTyped(const QString& character);
   /// Cells are elsewhere now: scrolled, or given another width.
   void CellsMoved();
+  /// The header column became wider to hold its texts.
+  void HeaderWidened();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -105,10 +106,10 @@ TEST_F(Layout, CaptionsOfFramesAndTasksAreTheirOwn) {
 
 TEST_F(Layout, FitsASmallScreenWithoutScrolling) {
   ShowAllFrames(*this);
-  // A title bar and the desktop's panel take the rest of 768.
-  Main().resize(1366, 768 - 40 - 28);
-  QTest::qWait(20);
-  ASSERT_EQ(Main().size(), QSize(1366, 700));
+  ASSERT_EQ(Main().screen()->size(), QSize(1366, 768));
+  EXPECT_LE(Main().width(), 1366);
+  // A title bar and the desktop's panel take the rest.
+  EXPECT_LE(Main().height(), 768 - 40 - 28);
   const auto* area = qobject_cast<QScrollArea*>(Main().centralWidget());
   EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
   EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
