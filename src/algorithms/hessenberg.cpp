@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "algorithms/ordered_product.h"
 #include "base/arithmetic.h"
 
 namespace qmx {
@@ -39,27 +40,25 @@ Matrix Reflector(const Matrix& M, int k) {
 /// H·M, of which column k is formed only down to its subdiagonal element, the others being zero.
 Matrix ReflectRows(const Matrix& H, const Matrix& M, int k) {
   const int n = M.Rows();
+  const int rest = n - k;
   Matrix W(n, n);
   for (int i = 1; i <= k; ++i) std::copy(M.Row(i) + (k - 1), M.Row(i) + n, W.Row(i) + (k - 1));
   for (int m = k + 1; m <= n; ++m) W(k + 1, k) += M(m, k) * H(k + 1, m);
-  for (int i = k + 1; i <= n; ++i) {
-    for (int m = k + 1; m <= n; ++m) {
-      for (int j = k + 1; j <= n; ++j) W(i, j) += H(i, m) * M(m, j);
-    }
-  }
+  AddProduct(Part(H, k + 1, k + 1, rest, rest), Part(M, k + 1, k + 1, rest, rest),
+             Part(W, k + 1, k + 1, rest, rest));
   return W;
 }
 
 /// M := W·H in the columns from k + 1 on; column k is that of W.
 void ReflectColumns(const Matrix& W, const Matrix& H, int k, Matrix& M) {
   const int n = M.Rows();
+  const int rest = n - k;
   for (int i = 1; i <= n; ++i) {
     M(i, k) = W(i, k);
     std::fill(M.Row(i) + k, M.Row(i) + n, 0.0);
-    for (int m = k + 1; m <= n; ++m) {
-      for (int j = k + 1; j <= n; ++j) M(i, j) += W(i, m) * H(m, j);
-    }
   }
+  AddProduct(Part(W, 1, k + 1, n, rest), Part(H, k + 1, k + 1, rest, rest),
+             Part(M, 1, k + 1, n, rest));
 }
 
 /// Number of rows that column j of an n x n Hessenberg matrix fills.

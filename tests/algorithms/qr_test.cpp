@@ -5,10 +5,12 @@
 #include <cmath>
 
 #include "algorithms/elementary.h"
+#include "base/arithmetic.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -35,6 +37,31 @@ TEST(QrTest, HasTheBitsOfThePlainLoop) {
     comparison.Compare([&] { return Of(FactorQr(A, unheard)); },
                        [&] { return Of(reference::FactorQr(testing::ToTable(A))); }, {&A});
   }
+}
+
+TEST(QrTest, HasThemInBlocksOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(511, testing::CaseShape::kTall, 1);
+    testing::Dice& dice = cases.Randomness();
+    testing::Comparison comparison("QR in blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int n : {20, 31, 40, 64, 100, 128, 129, 140}) {
+      for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+        const Matrix A = cases.Next(n + (dice.Chance(0.5) ? 0 : dice.Integer(1, 40)), n);
+        comparison.Compare([&] { return Of(FactorQr(A, unheard)); },
+                           [&] { return Of(reference::FactorQr(testing::ToTable(A))); }, {},
+                           std::to_string(A.Rows()) + " x " + std::to_string(n));
+      }
+    }
+  });
+}
+
+TEST(QrTest, AFailureForgetsTheFaultsOfLaterColumns) {
+  // Column 2 fails; column 3 alone would overflow.
+  const Matrix A = Rows({{1, 1, 1e200}, {0, 0, 1e200}, {0, 0, 1}});
+  ClearArithmeticFaults();
+  EXPECT_FALSE(FactorQr(A, unheard).factored);
+  EXPECT_NO_THROW(CheckArithmetic());
 }
 
 TEST(QrTest, AColumnIsDividedByItsLength) {
