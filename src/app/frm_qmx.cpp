@@ -21,6 +21,7 @@ namespace qmx {
 namespace {
 
 constexpr int kProgressSteps = 100;
+constexpr int kSlack = 2;      // Lest rounding bring up scroll bars.
 constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
 
 struct MenuEntry {
@@ -58,7 +59,7 @@ frmQMX::frmQMX() {
 
 void frmQMX::ResizeToPanels() {
   const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height();
-  const QSize wanted = panels_->sizeHint() + QSize(0, bars);
+  const QSize wanted = panels_->sizeHint() + QSize(kSlack, bars + kSlack);
   resize(wanted.boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
 }
 
@@ -69,8 +70,8 @@ void frmQMX::BuildPanels() {
   area->setFocusPolicy(Qt::NoFocus);
   panels_ = new QWidget(area);
   auto* columns = new QHBoxLayout(panels_);
-  columns->setContentsMargins(8, 4, 8, 4);
-  columns->setSpacing(8);
+  columns->setContentsMargins(6, 4, 6, 4);
+  columns->setSpacing(6);
   auto* operands = new QVBoxLayout;
   operands->setSpacing(4);
   columns->addLayout(operands);

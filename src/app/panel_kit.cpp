@@ -41,7 +41,7 @@ QGroupBox* MakeSlotFrame(int slot, QWidget* parent) {
 
 QVBoxLayout* MakeRows(QWidget* frame) {
   auto* rows = new QVBoxLayout(frame);
-  rows->setContentsMargins(8, 4, 8, 6);
+  rows->setContentsMargins(6, 4, 6, 6);
   rows->setSpacing(kGap);
   return rows;
 }

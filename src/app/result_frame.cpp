@@ -9,11 +9,13 @@
 namespace qmx {
 namespace {
 
-/// A label for a count, with room for three digits so that counts do not move what is beside them.
+/// A label for a count, with room for four digits so that counts do not move what is beside them.
 QLabel* MakeCount(const Control& control, const QString& meaning, Qt::Alignment alignment,
                   QWidget* parent) {
   QLabel* label = MakeResultLabel(control, meaning, parent);
-  label->setMinimumWidth(label->fontMetrics().horizontalAdvance("000"));
+  label->setText("0000");
+  label->setMinimumWidth(label->sizeHint().width());
+  label->clear();
   label->setAlignment(alignment | Qt::AlignVCenter);
   return label;
 }
@@ -26,7 +28,7 @@ ResultFrame::ResultFrame(int slot, QLabel* title, QWidget* parent) : QFrame(pare
   setAccessibleName(ToQString(info.title));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(4);
+  row->setSpacing(3);
   QLabel* rows = MakeCount(info.rows, tr("Rows"), Qt::AlignRight, this);
   times_ = new QLabel(QString(QChar(0x00d7)), this);
   QSizePolicy keepsWidth = times_->sizePolicy();

@@ -1,6 +1,7 @@
 #include "app/window_placement.h"
 
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 
 namespace qmx {
@@ -26,7 +27,10 @@ void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vecto
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
   const int width = std::min(window.width(), std::max(screen.right() - free, kNarrowest));
-  if (width < window.width()) window.resize(width, window.height());
+  if (width < window.width()) {
+    const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    window.resize(width, window.height() + bar);
+  }
   const int rightmost = screen.right() - width;
   const int wanted = std::min(beside, std::max(free, rightmost - kGap));
   // On the screen in any case, even where that covers the tasks.

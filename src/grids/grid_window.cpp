@@ -28,6 +28,7 @@ GridWindow::GridWindow(Context& context, int slot)
   setWindowTitle(ToQString(info.caption));
   grid_->setObjectName(ToQString(info.grid));
   grid_->setAccessibleName(ToQString(info.caption));
+  layout_->setContentsMargins(6, 6, 6, 6);
   layout_->addWidget(grid_);
   connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);

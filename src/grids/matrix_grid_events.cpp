@@ -51,7 +51,9 @@ void MatrixGrid::PaintCell(QPainter& painter, const QRect& rect, int row, int co
   painter.drawLine(rect.bottomLeft(), rect.bottomRight());
   painter.drawLine(rect.topRight(), rect.bottomRight());
   if (lastColumnApart_ && col > 1 && col == model_->DataCols()) {
-    painter.fillRect(QRect(rect.topLeft(), QSize(2, rect.height())), palette().dark());
+    QColor line = palette().color(QPalette::Text);
+    line.setAlphaF(0.5F);
+    painter.fillRect(QRect(rect.topLeft(), QSize(2, rect.height())), line);
   }
   const QRect room = rect.adjusted(kTextMargin, 0, -kTextMargin, 0);
   const QString text =

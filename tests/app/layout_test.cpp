@@ -65,8 +65,8 @@ void ShowAllFrames(Desktop& desktop) {
   for (int slot = 0; slot < kSlotCount; ++slot) {
     desktop.program.Windows().SetFrameVisible(slot, true);
     if (HasPermanentFrame(slot)) continue;
-    desktop.program.Windows().SetText(InfoOf(slot).rows, "100");
-    desktop.program.Windows().SetText(InfoOf(slot).cols, "100");
+    desktop.program.Windows().SetText(InfoOf(slot).rows, "2000");
+    desktop.program.Windows().SetText(InfoOf(slot).cols, "2000");
   }
   QTest::qWait(20);
 }
