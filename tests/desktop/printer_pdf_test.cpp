@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kNoServer = "/nowhere/cups.sock";
 
-class PdfPrinting : public ::testing::Test {
+class PdfPrinting : public Workbench {
  protected:
   Outcome Print(const std::vector<std::string>& lines, const std::string& font = "Courier New") {
     return PrintLines(lines, font, Pdf(), kNoServer);
@@ -47,13 +47,7 @@ TEST_F(PdfPrinting, AsksForTheFileAndKeepsEveryColumn) {
 }
 
 TEST_F(PdfPrinting, PrintsTheWholeReportOfASession) {
-  Workspace workspace = EverythingWorkspace();
-  RecordingScreen screen;
-  MemoryFiles files;
-  RecordingPrinter printer;
-  FixedRandom random;
-  FixedClock clock;
-  Context context{workspace, screen, files, printer, random, clock};
+  workspace = EverythingWorkspace();
   PrintReport(context);
   ASSERT_GT(printer.lines.size(), 100U);
   EXPECT_EQ(Print(printer.lines).status, 0);
