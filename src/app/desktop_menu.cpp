@@ -27,8 +27,7 @@ DesktopMenu::DesktopMenu(frmQMX& window, Screen& screen) : help_(screen, BesideP
   };
   choose("mnuAssociate", [] { AssociateProjectFiles(ProgramFolder()); });
   choose("mnuHelp", [this, &window] {
-    void* const handle = reinterpret_cast<void*>(window.winId());
-    if (!ShowSystemHelp(handle, BesideProgram("qmx.chm"))) help_.ShowContents();
+    if (!ShowSystemHelp(window.winId(), BesideProgram("qmx.chm"))) help_.ShowContents();
   });
   choose("mnuAbout", [this] { ShowAbout(frmAbout_); });
   choose("mnuWindowHelp", [this] { help_.ShowWindowHelp(); });

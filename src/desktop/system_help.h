@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace qmx {
@@ -7,6 +8,6 @@ namespace qmx {
 /// Opens a compiled help file at its contents in the system's own viewer, owned by the window with
 /// this handle. False where the system has no such viewer. Whether the file exists is not checked:
 /// the viewer reports a missing one itself.
-bool ShowSystemHelp(void* window, const std::string& file);
+bool ShowSystemHelp(std::uintptr_t window, const std::string& file);
 
 }  // namespace qmx

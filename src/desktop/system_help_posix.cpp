@@ -2,6 +2,6 @@
 
 namespace qmx {
 
-bool ShowSystemHelp(void*, const std::string&) { return false; }
+bool ShowSystemHelp(std::uintptr_t, const std::string&) { return false; }
 
 }  // namespace qmx

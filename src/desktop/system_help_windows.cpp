@@ -20,10 +20,10 @@ HtmlHelpFunction FindHtmlHelp() {
 
 }  // namespace
 
-bool ShowSystemHelp(void* window, const std::string& file) {
+bool ShowSystemHelp(std::uintptr_t window, const std::string& file) {
   static const HtmlHelpFunction htmlHelp = FindHtmlHelp();
   if (htmlHelp == nullptr) return false;
-  htmlHelp(static_cast<HWND>(window), file.c_str(), kDisplayContents, 0);
+  htmlHelp(reinterpret_cast<HWND>(window), file.c_str(), kDisplayContents, 0);
   return true;
 }
 

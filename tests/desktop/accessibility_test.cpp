@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <set>
 #include <thread>
 
@@ -26,15 +27,19 @@ bool Wait(const std::function<bool()>& holds) {
 /// Drives the program as somebody does who cannot see it: by names alone.
 class AccessibilityTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() { ASSERT_EQ(atspi_init(), 0); }
+  // 1 says that it was done before.
+  static void SetUpTestSuite() { ASSERT_LE(atspi_init(), 1); }
   void SetUp() override {
+    StartProgram();
+    ASSERT_TRUE(Wait([this] { return static_cast<bool>(Window("Orvane")); }));
+  }
+  void StartProgram() {
     ASSERT_NE(std::getenv("DISPLAY"), nullptr);
     setenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1", 1);
     unsetenv("QT_QPA_PLATFORM");
     std::string name = QMX_PROGRAM;
     char* const arguments[] = {name.data(), nullptr};
     ASSERT_EQ(posix_spawn(&program_, QMX_PROGRAM, nullptr, nullptr, arguments, environ), 0);
-    ASSERT_TRUE(Wait([this] { return static_cast<bool>(Window("Orvane")); }));
   }
   void TearDown() override {
     if (program_ == 0) return;
@@ -54,6 +59,19 @@ class AccessibilityTest : public testing::Test {
     AccessibleNode window;
     EXPECT_TRUE(Wait([&] { return static_cast<bool>(window = Window(name)); })) << name;
     return window;
+  }
+  /// The message box that is open.
+  static AccessibleNode WaitForAlert() {
+    AccessibleNode alert;
+    EXPECT_TRUE(Wait([&] {
+      for (const AccessibleNode& application : AccessibleDesktop().Children()) {
+        for (const AccessibleNode& window : application.Children()) {
+          if (window.Role() == ATSPI_ROLE_ALERT && window.Has(ATSPI_STATE_SHOWING)) alert = window;
+        }
+      }
+      return static_cast<bool>(alert);
+    }));
+    return alert;
   }
   /// What stands in the main window under a name.
   AccessibleNode Control(const std::string& name) const {
@@ -163,21 +181,58 @@ TEST_F(AccessibilityTest, TypicalRoadCanBeGoneByNamesAlone) {
 
 TEST_F(AccessibilityTest, MessageBoxTellsItsTextAndKind) {
   Press("Trace(A)");
-  AccessibleNode alert;
-  EXPECT_TRUE(Wait([&] {
-    for (const AccessibleNode& application : AccessibleDesktop().Children()) {
-      for (const AccessibleNode& window : application.Children()) {
-        if (window.Role() == ATSPI_ROLE_ALERT) alert = window;
-      }
-    }
-    return static_cast<bool>(alert);
-  }));
+  const AccessibleNode alert = WaitForAlert();
   EXPECT_TRUE(alert.Find(
       [](const AccessibleNode& node) { return node.Name() == "Please create matrix A"; }));
   const AccessibleNode ok =
       alert.Find([](const AccessibleNode& node) { return node.Name() == "OK"; });
   EXPECT_TRUE(ok.Press());
   EXPECT_TRUE(Wait([&] { return !alert.Has(ATSPI_STATE_SHOWING); }));
+}
+
+/// A user whose locale has the decimal comma.
+class DecimalCommaTest : public AccessibilityTest {
+ protected:
+  void SetUp() override {
+    char name[] = "/tmp/qmx-comma-XXXXXX";
+    ASSERT_NE(mkdtemp(name), nullptr);
+    folder_ = name;
+    const std::string locale = folder_ + "/de_DE.UTF-8";
+    ASSERT_EQ(std::system(("localedef -i de_DE -f UTF-8 " + locale).c_str()), 0);
+    setenv("LOCPATH", name, 1);
+    setenv("LC_ALL", "de_DE.UTF-8", 1);
+    StartProgram();
+  }
+  void TearDown() override {
+    AccessibilityTest::TearDown();
+    unsetenv("LOCPATH");
+    unsetenv("LC_ALL");
+    std::filesystem::remove_all(folder_);
+  }
+  void Answer(const std::string& button) const {
+    const AccessibleNode alert = WaitForAlert();
+    EXPECT_EQ(alert.Name(), "Decimal Comma Warning!");
+    EXPECT_FALSE(Window("Orvane"));
+    EXPECT_TRUE(
+        alert.Find([&](const AccessibleNode& node) { return node.Name() == button; }).Press());
+  }
+
+ private:
+  std::string folder_;
+};
+
+TEST_F(DecimalCommaTest, NoEndsTheProgramBeforeItsWindow) {
+  Answer("No");
+  int status = -1;
+  ASSERT_TRUE(Wait([&] { return waitpid(program_, &status, WNOHANG) == program_; }));
+  program_ = 0;
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
+TEST_F(DecimalCommaTest, YesShowsTheMainWindow) {
+  Answer("Yes");
+  EXPECT_TRUE(Wait([this] { return static_cast<bool>(Window("Orvane")); }));
 }
 
 }  // namespace

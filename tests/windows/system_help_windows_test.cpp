@@ -7,7 +7,7 @@ namespace qmx::test {
 namespace {
 
 TEST(WindowsSystemHelp, FindsTheSystemsViewerAndLeavesAMissingFileToIt) {
-  EXPECT_TRUE(ShowSystemHelp(nullptr, "Z:\\no\\such\\folder\\qmx.chm"));
+  EXPECT_TRUE(ShowSystemHelp(0, "Z:\\no\\such\\folder\\qmx.chm"));
   EXPECT_NE(GetModuleHandleA("hhctrl.ocx"), nullptr);
 }
 
