@@ -101,9 +101,10 @@ void DesktopScreen::PlaceIfNew(QWidget& window) {
 void DesktopScreen::ShowWindow(int slot) {
   GridWindow& window = Ensure(slot);
   PlaceIfNew(window);
-  // A window that opens empty waits for typing. Any other leaves the keyboard where it is.
-  const bool typing =
-      InfoOf(slot).IsEditor() && !window.isVisible() && window.Grid().Model().IsEmpty();
+  // A window that opens empty waits for typing, except that of the special matrix, which is filled
+  // next. Any other leaves the keyboard where it is.
+  const bool typing = InfoOf(slot).IsEditor() && slot != kSlotCreated && !window.isVisible() &&
+                      window.Grid().Model().IsEmpty();
   window.setAttribute(Qt::WA_ShowWithoutActivating, !typing);
   window.show();
   window.raise();

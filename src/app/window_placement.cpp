@@ -26,13 +26,13 @@ void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vecto
   const QRect screen = window.screen()->availableGeometry();
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
-  const int width = std::min(window.width(), std::max(screen.right() - free, kNarrowest));
+  const int width = std::min(window.width(), std::max(screen.right() - kGap - free, kNarrowest));
   if (width < window.width()) {
     const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     window.resize(width, window.height() + bar);
   }
-  const int rightmost = screen.right() - width;
-  const int wanted = std::min(beside, std::max(free, rightmost - kGap));
+  const int rightmost = screen.right() - width - kGap;
+  const int wanted = std::min(beside, std::max(free, rightmost));
   // On the screen in any case, even where that covers the tasks.
   const int left = std::clamp(wanted, screen.left(), std::max(screen.left(), rightmost));
   const int lowest = std::max(screen.top(), screen.bottom() - window.height() - kTitle);

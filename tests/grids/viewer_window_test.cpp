@@ -35,6 +35,12 @@ TEST_F(Viewer, ATaskShowsItsResult) {
       << "results leave the keyboard to the main window";
 }
 
+TEST_F(Viewer, TheSpecialMatrixLeavesTheKeyboardToTheMainWindow) {
+  Click(cmdTask(18));
+  EXPECT_TRUE(Window(kSlotCreated).isVisible());
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Main()));
+}
+
 TEST_F(Viewer, TheCloseBoxHidesAndShowBringsBack) {
   ComputeSum();
   const GridWindow* before = &Window(kSlotSum);
