@@ -61,47 +61,6 @@ void ReflectColumns(const Matrix& W, const Matrix& H, int k, Matrix& M) {
              Part(M, 1, k + 1, n, rest));
 }
 
-/// Number of rows that column j of an n x n Hessenberg matrix fills.
-int ColumnLength(int j, int n) { return std::min(j + 1, n); }
-
-/// Column j of V and of R above its diagonal: what is left of column j of M without its projections
-/// on the earlier columns, whose norms stand on the diagonal of R.
-void OrthogonaliseColumn(const Matrix& M, int j, int n, const std::vector<double>& squaredNorm,
-                         HessenbergQr& work) {
-  auto& [V, Q, R] = work;
-  for (int i = 1; i <= ColumnLength(j, n); ++i) V(i, j) = M(i, j);
-  for (int p = 1; p < j; ++p) {
-    double d = 0.0;
-    for (int i = 1; i <= p + 1; ++i) d += V(i, p) * M(i, j);
-    const double a = squaredNorm[p];
-    R(p, j) = a == 0 ? 0.0 : d / R(p, p);
-    if (a == 0 || d == 0) continue;
-    const double c = d / a;
-    for (int i = 1; i <= p + 1; ++i) V(i, j) -= c * V(i, p);
-  }
-}
-
-void NormaliseColumn(int j, int n, std::vector<double>& squaredNorm, HessenbergQr& work) {
-  auto& [V, Q, R] = work;
-  double sum = 0.0;
-  for (int i = 1; i <= ColumnLength(j, n); ++i) sum += V(i, j) * V(i, j);
-  squaredNorm[j] = sum;
-  const double norm = std::sqrt(sum);
-  for (int i = 1; i <= ColumnLength(j, n); ++i) Q(i, j) = norm == 0 ? 0.0 : V(i, j) / norm;
-  R(j, j) = norm;
-}
-
-/// M := R·Q on and right of the subdiagonal of the leading n x n block. Column j of Q ends with row
-/// j + 1, so row m of Q starts in column m - 1.
-void MultiplyFactors(const HessenbergQr& work, int n, Matrix& M) {
-  for (int i = 1; i <= n; ++i) {
-    std::fill(M.Row(i) + std::max(0, i - 2), M.Row(i) + n, 0.0);
-    for (int m = i; m <= n; ++m) {
-      for (int j = std::max(1, m - 1); j <= n; ++j) M(i, j) += work.R(i, m) * work.Q(m, j);
-    }
-  }
-}
-
 }  // namespace
 
 void ReduceToHessenberg(Matrix& M) {
@@ -111,15 +70,6 @@ void ReduceToHessenberg(Matrix& M) {
     ReflectColumns(ReflectRows(H, M, k), H, k, M);
     CheckArithmetic();
   }
-}
-
-void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work) {
-  std::vector<double> squaredNorm(n + 1);
-  for (int j = 1; j <= n; ++j) {
-    OrthogonaliseColumn(M, j, n, squaredNorm, work);
-    NormaliseColumn(j, n, squaredNorm, work);
-  }
-  MultiplyFactors(work, n, M);
 }
 
 }  // namespace qmx

@@ -13,10 +13,12 @@ void ReduceToHessenberg(Matrix& M);
 
 /// What one QR step works with; the contents mean nothing between steps.
 struct HessenbergQr {
-  explicit HessenbergQr(int order) : V(order, order), Q(order, order), R(order, order) {}
+  explicit HessenbergQr(int order)
+      : V(order, order), Q(order, order), R(order, order), C((order + 1) / 2, (order + 1) / 2) {}
   Matrix V;  ///< Orthogonal columns before scaling.
   Matrix Q;  ///< Orthonormal columns.
   Matrix R;  ///< Upper triangular.
+  Matrix C;  ///< Projections divided by squared norms.
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical

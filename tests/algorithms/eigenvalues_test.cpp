@@ -13,6 +13,7 @@
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -84,6 +85,22 @@ TEST(EigenvaluesTest, HasTheBitsOfThePlainLoop) {
     const int carried = dice.Chance(0.5) ? 0 : dice.Integer(0, A.Rows() + 1);
     CompareRuns(comparison, A, NextParameters(dice), carried);
   }
+}
+
+TEST(EigenvaluesTest, HasThemInBlocksOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([](InstructionSet set) {
+    testing::CaseSource squares(911, testing::CaseShape::kSquare, 1);
+    testing::CaseSource symmetric(912, testing::CaseShape::kSymmetric, 1);
+    testing::Comparison comparison("eigenvalues in blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int n : {12, 13, 16, 17, 25, 33, 64, 65, 70}) {
+      for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+        const EigenParameters p{n < 40 ? 5e-4 : 0.05, n < 40 ? 15 : 6, 0.1, 0.001};
+        CompareRuns(comparison, squares.Next(n, n), p, 0);
+        CompareRuns(comparison, symmetric.Next(n, n), p, 2);
+      }
+    }
+  });
 }
 
 TEST(EigenvaluesTest, OrderTwoNeedsNoReduction) {
