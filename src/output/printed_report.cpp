@@ -17,31 +17,18 @@ void ElementLine(LineComposer& lines, std::string_view prefix, int i, int j, dou
   lines.Add(prefix).Add(i).Add(",").Add(j).Add(")=").Add(value).End();
 }
 
-/// All elements of columns firstCol..lastCol, which may depend on the row.
-template <typename FirstCol, typename LastCol>
-void Rows(LineComposer& lines, int slot, const Matrix& values, FirstCol firstCol, LastCol lastCol) {
+/// Which elements of a matrix are printed. A lower triangle has ones on its diagonal.
+enum class Part { kAll, kUnitLower, kUpper };
+
+void Rows(LineComposer& lines, int slot, const Matrix& values, Part part) {
   for (int i = 1; i <= values.Rows(); ++i) {
-    const int last = std::min(lastCol(i), values.Cols());
-    for (int j = firstCol(i); j <= last; ++j)
-      ElementLine(lines, InfoOf(slot).prefix, i, j, values(i, j));
-    if (slot == kSlotL) lines.Add("L(").Add(i).Add(",").Add(i).Add(")= 1").End();
+    const int first = part == Part::kUpper ? i : 1;
+    const int last = part == Part::kUnitLower ? std::min(i - 1, values.Cols()) : values.Cols();
+    for (int j = first; j <= last; ++j) ElementLine(lines, InfoOf(slot).prefix, i, j, values(i, j));
+    if (part == Part::kUnitLower)
+      lines.Add(InfoOf(slot).prefix).Add(i).Add(",").Add(i).Add(")= 1").End();
     lines.EmptyLine();
   }
-}
-
-void AllRows(LineComposer& lines, int slot, const Matrix& values) {
-  Rows(
-      lines, slot, values, [](int) { return 1; }, [&](int) { return values.Cols(); });
-}
-
-void LowerRows(LineComposer& lines, const Matrix& values) {
-  Rows(
-      lines, kSlotL, values, [](int) { return 1; }, [](int i) { return i - 1; });
-}
-
-void UpperRows(LineComposer& lines, const Matrix& values) {
-  Rows(
-      lines, kSlotU, values, [](int i) { return i; }, [&](int) { return values.Cols(); });
 }
 
 /// The elements of a vector, one to a row: with an index behind a prefix, or alone on their lines.
@@ -72,12 +59,12 @@ void PrintSection(LineComposer& lines, const Workspace& workspace, int slot) {
   lines.Line(byFactors ? kRightHandSideHeading : info.heading);
   switch (slot) {
     case kSlotL:
-      return LowerRows(lines, values);
+      return Rows(lines, slot, values, Part::kUnitLower);
     case kSlotU:
-      return UpperRows(lines, values);
+      return Rows(lines, slot, values, Part::kUpper);
     case kSlotTranspose:
       lines.EmptyLine();
-      return AllRows(lines, slot, values);
+      return Rows(lines, slot, values, Part::kAll);
     case kSlotEigenvectors:
       lines.EmptyLine();
       return Eigenvectors(lines, workspace);
@@ -87,9 +74,9 @@ void PrintSection(LineComposer& lines, const Workspace& workspace, int slot) {
       return VectorRows(lines, values, info.prefix, ")=");
     case kSlotSystem:
       if (byFactors) return VectorRows(lines, values, "R.H.S.(", ",1)=");
-      return AllRows(lines, slot, values);
+      return Rows(lines, slot, values, Part::kAll);
     default:
-      return AllRows(lines, slot, values);
+      return Rows(lines, slot, values, Part::kAll);
   }
 }
 
