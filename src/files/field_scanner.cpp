@@ -67,11 +67,14 @@ const char* FieldScanner::SkipEmptyLines(const char* from) const {
   return at;
 }
 
+bool FieldScanner::LastLineMayLackItsEnd() const { return std::find(start_, end_, '\r') == end_; }
+
 bool FieldScanner::FinishField(const char* fieldEnd) {
-  if (fieldEnd == end_ || !EndsField(*fieldEnd)) return false;
+  if (fieldEnd != end_ && !EndsField(*fieldEnd)) return false;
   const char* next = SkipBlanks(fieldEnd, end_);
-  if (next == end_) return false;
-  if (*next == ',') {
+  if (next == end_) {
+    if (!LastLineMayLackItsEnd()) return false;
+  } else if (*next == ',') {
     ++next;
   } else if (const char* line = AfterLineEnd(next, end_)) {
     next = line;
@@ -125,7 +128,7 @@ bool FieldScanner::ReadText(std::string& value) {
   const char* last = std::find_if(first, end_, [quoted](char c) {
     return c == '\r' || c == '\n' || c == (quoted ? '"' : ',');
   });
-  if (last == end_ || (quoted && *last != '"')) return false;
+  if (quoted && (last == end_ || *last != '"')) return false;
   const char* fieldEnd = quoted ? last + 1 : last;
   first = SkipBlanks(first, last);
   while (last != first && IsBlank(last[-1])) --last;

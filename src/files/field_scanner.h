@@ -22,8 +22,10 @@ struct ReadProblem {
 ///
 /// A field starts after blanks (tabs count as blanks); before a number, an integer or a flag, empty
 /// lines are skipped as well. It ends at a blank, a comma or the end of the line, text only at a
-/// comma or the end of the line. Lines end with LF or CR LF, the last one too: a file that ends
-/// within a line was cut off, and what stands there may be half a number.
+/// comma or the end of the line. Lines end with LF or CR LF. Where they end with CR LF, as the
+/// program writes them, the last line must end too: a file that ends within a line was cut off, and
+/// what stands there may be half a number. A file with plain LF was written by hand or by another
+/// tool, and the end of its last line may be missing.
 ///
 /// Each Read returns false where the field is not what it should be. The scanner then stands at
 /// that field, and Refuse tells what was expected.
@@ -46,9 +48,10 @@ class FieldScanner {
   /// True where nothing but blanks and empty lines is left.
   bool AtEnd();
 
-  /// True if the rest of the file is long enough for so many numbers, at two bytes each.
+  /// True if the rest of the file is long enough for so many numbers, at two bytes each but for the
+  /// last one.
   bool CanHoldNumbers(std::uint64_t count) const {
-    return count <= static_cast<std::uint64_t>(end_ - at_) / 2;
+    return count <= (static_cast<std::uint64_t>(end_ - at_) + 1) / 2;
   }
   /// The line of the field read last.
   int LineOfLast() const { return LineOf(lastField_); }
@@ -63,6 +66,7 @@ class FieldScanner {
   std::string ProblemText() const { return problem_ ? problem_->Text() : std::string(); }
 
  private:
+  bool LastLineMayLackItsEnd() const;
   bool FinishField(const char* fieldEnd);
   const char* SkipEmptyLines(const char* from) const;
   int LineOf(const char* field) const;

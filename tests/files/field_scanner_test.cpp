@@ -43,19 +43,39 @@ TEST(FieldScanner, RefusesWhatIsNoFiniteNumber) {
   }
 }
 
-TEST(FieldScanner, RefusesAFieldThatTheFileEndsIn) {
-  for (const char* bytes : {"1", "1 ", "1\r", "1 \r"}) {
+TEST(FieldScanner, RefusesAFieldThatAFileWithCarriageReturnsEndsIn) {
+  for (const char* bytes : {"0\r\n1", "0\r\n1 ", "0\r\n1\r", "0\r\n1 \r"}) {
     FieldScanner scanner(bytes);
     double value = 0;
+    ASSERT_TRUE(scanner.ReadNumber(value)) << bytes;
     EXPECT_FALSE(scanner.ReadNumber(value)) << bytes;
     std::int32_t count = 0;
     EXPECT_FALSE(scanner.ReadInteger(count)) << bytes;
     std::string text;
     EXPECT_FALSE(scanner.ReadText(text)) << bytes;
   }
-  FieldScanner flag("#TRUE#");
+  FieldScanner flag("#TRUE#\r\n#TRUE#");
   bool value = false;
+  ASSERT_TRUE(flag.ReadFlag(value));
   EXPECT_FALSE(flag.ReadFlag(value));
+}
+
+TEST(FieldScanner, TheLastLineOfAPlainTextMayLackItsEnd) {
+  for (const char* bytes : {"0\n1", "0\n1 ", "0,1"}) {
+    FieldScanner scanner(bytes);
+    double value = 0;
+    ASSERT_TRUE(scanner.ReadNumber(value)) << bytes;
+    ASSERT_TRUE(scanner.ReadNumber(value)) << bytes;
+    EXPECT_EQ(value, 1.0);
+    EXPECT_TRUE(scanner.AtEnd());
+    EXPECT_FALSE(scanner.ReadNumber(value));
+  }
+  FieldScanner scanner("#TRUE#\nYes");
+  bool flag = false;
+  std::string text;
+  EXPECT_TRUE(scanner.ReadFlag(flag));
+  EXPECT_TRUE(scanner.ReadText(text));
+  EXPECT_EQ(text, "Yes");
 }
 
 TEST(FieldScanner, ReadsIntegersOfThirtyTwoBits) {
@@ -100,7 +120,7 @@ TEST(FieldScanner, ReadsTextToTheCommaOrTheEndOfTheLine) {
 }
 
 TEST(FieldScanner, RefusesTextThatIsCutOff) {
-  for (const char* bytes : {"Positive", "\"Positive", "\"Positive\n", "\"Pos\"itive\n"}) {
+  for (const char* bytes : {"\"Positive", "\"Positive\n", "\"Pos\"itive\n"}) {
     FieldScanner scanner(bytes);
     std::string text;
     EXPECT_FALSE(scanner.ReadText(text)) << bytes;
@@ -116,6 +136,8 @@ TEST(FieldScanner, CountsTheNumbersItCouldRead) {
 }
 
 TEST(FieldScanner, KnowsHowManyNumbersTheRestCanHold) {
+  EXPECT_TRUE(FieldScanner("1\n2").CanHoldNumbers(2));
+  EXPECT_FALSE(FieldScanner("1\n2").CanHoldNumbers(3));
   FieldScanner scanner("1\n2\n");
   EXPECT_TRUE(scanner.CanHoldNumbers(2));
   EXPECT_FALSE(scanner.CanHoldNumbers(3));
@@ -140,7 +162,7 @@ TEST(FieldScanner, NamesTheLineAndWhatStandsThere) {
   EXPECT_EQ(ProblemAfter("1,2\r\n 3 \r\n", 3),
             "Line 3: expected a number, but found the end of the file.");
   EXPECT_EQ(ProblemAfter("1,,2\n", 1), "Line 1: expected a number, but found an empty field.");
-  EXPECT_EQ(ProblemAfter("1\n\n\n 2", 1),
+  EXPECT_EQ(ProblemAfter("1\r\n\r\n\r\n 2", 1),
             "Line 4: expected a number, but found \"2\" and the end of the file.");
   EXPECT_EQ(ProblemAfter("", 0), "Line 1: expected a number, but found the end of the file.");
   EXPECT_EQ(ProblemAfter("\x01\xff\x80 much longer than any number ever is\n", 0),

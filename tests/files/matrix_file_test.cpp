@@ -83,7 +83,7 @@ TEST(MatrixFile, NamesTheLineAndWhatWasExpected) {
        "Line 1: expected the number of columns of Matrix A, at least 0, but found \"-2\"."},
       {"2.5,2\n", "Line 1: expected the number of rows of Matrix A, but found \"2.5\"."},
       {"2,2\n1\n2\nthree\n4\n", "Line 4: expected element (2,1) of Matrix A, but found \"three\"."},
-      {"2,2\n1\n2\n3,4444444444",
+      {"2,2\r\n1\r\n2\r\n3,4444444444",
        "Line 4: expected element (2,2) of Matrix A, but found \"4444444444\" and the end of the "
        "file."},
       {"2,2\n1\n2\n3\n4\n5\n", "Line 6: expected the end of the file, but found \"5\"."},
