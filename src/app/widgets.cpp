@@ -25,7 +25,7 @@ const OptionInfo& OptionOf(const Control& control) {
 CommandButton::CommandButton(const Control& control, const QString& caption, QWidget* parent)
     : QPushButton(caption, parent) {
   setObjectName(NameOf(control));
-  setAutoDefault(false);
+  setAutoDefault(true);  // Enter presses it, as Space does.
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 

@@ -128,7 +128,10 @@ void ListWindows(QMenu* menu, DesktopScreen& screen, Context& context) {
   if (screen.Results() == nullptr || !screen.Results()->isVisible()) return;
   QAction* results = menu->addAction(screen.Results()->windowTitle());
   results->setData(true);
-  QObject::connect(results, &QAction::triggered, menu, [&context] { PressShowResults(context); });
+  QObject::connect(results, &QAction::triggered, menu, [&context, &screen] {
+    PressShowResults(context);
+    ActivateResults(context, &screen);
+  });
 }
 
 void WireWindowMenu(frmQMX& window, DesktopScreen& screen, Context& context) {

@@ -40,7 +40,7 @@ void GridWindow::AddToggle() {
   auto* toggle = new QPushButton(tr("Toggle &width"), this);
   toggle->setObjectName("cmdToggleWidth");
   toggle->setToolTip(tr("All digits in wide columns, or seven in narrow ones"));
-  toggle->setAutoDefault(false);
+  toggle->setAutoDefault(true);  // Enter presses it, as Space does.
   layout_->addWidget(toggle, 0, Qt::AlignLeft);
   connect(toggle, &QPushButton::clicked, this, &GridWindow::Toggle);
 }

@@ -91,7 +91,8 @@ void MatrixGrid::keyPressEvent(QKeyEvent* event) {
     Q_EMIT CellChosen(Row(), Col());
   } else if (!MoveByKey(*event)) {
     const QString text = event->text();
-    if (text.isEmpty() || !text.front().isPrint()) {
+    const bool isCommand = (held & ~Qt::ShiftModifier) != Qt::NoModifier;
+    if (isCommand || text.isEmpty() || !text.front().isPrint()) {
       event->ignore();
     } else {
       Q_EMIT CharacterTyped(text);

@@ -25,6 +25,7 @@ ResultsWindow::ResultsWindow() : list_(new QListWidget(this)) {
   list_->setUniformItemSizes(false);
   auto* clear = new QPushButton(tr("&Clear"), this);
   clear->setObjectName("cmdClearResults");
+  clear->setAutoDefault(true);  // Enter presses it, as Space does.
   clear->setToolTip(tr("Removes all reports from this list"));
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(list_);

@@ -84,6 +84,17 @@ TEST_F(ProgramTest, TheTypicalRoadByKeyboardAlone) {
   EXPECT_TRUE(Window(kSlotProduct).isVisible());
 }
 
+TEST_F(ProgramTest, EnterAndSpacePressTheButtonWithTheFocus) {
+  Get(cmdCreateA)->setFocus();
+  Key(Qt::Key_Return);
+  EXPECT_TRUE(State().ACreated);
+  Main().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Main()));
+  Get(cmdCreateB)->setFocus();
+  Key(Qt::Key_Space);
+  EXPECT_TRUE(State().BCreated);
+}
+
 TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
   Enter(kSlotA, 1, 1, {"7"});
   State().currentFileName = "/data/p.qmx";
