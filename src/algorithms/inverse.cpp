@@ -18,15 +18,6 @@ Matrix Unscramble(const Matrix& W, const std::vector<int>& order) {
   return result;
 }
 
-/// A without row `row` and column `col`, into `minor`.
-void FillMinor(const Matrix& A, int row, int col, Matrix& minor) {
-  for (int k = 1; k <= minor.Rows(); ++k) {
-    for (int l = 1; l <= minor.Cols(); ++l) {
-      minor(k, l) = A(k < row ? k : k + 1, l < col ? l : l + 1);
-    }
-  }
-}
-
 }  // namespace
 
 std::optional<Matrix> Inverse(Matrix W, Progress& progress) {
@@ -34,22 +25,6 @@ std::optional<Matrix> Inverse(Matrix W, Progress& progress) {
   const JordanExchange done = ExchangeAllColumns(W, EqualPivots::kFirstNumber, progress);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
   return Unscramble(W, done.order);
-}
-
-Matrix AdjointByCofactors(const Matrix& A, Progress& progress) {
-  const int n = A.Rows();
-  Matrix adjoint(n, n);
-  if (n == 0) return adjoint;
-  Matrix minor(n - 1, n - 1);
-  Progress unheard;
-  for (int i = 1; i <= n; ++i) {
-    for (int j = 1; j <= n; ++j) {
-      FillMinor(A, i, j, minor);
-      adjoint(j, i) = AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard);
-    }
-    progress.Report(static_cast<double>(i) / n);
-  }
-  return adjoint;
 }
 
 std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress) {

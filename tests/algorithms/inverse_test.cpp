@@ -4,7 +4,11 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
+#include "algorithms/determinant.h"
+#include "base/arithmetic.h"
+#include "base/fault.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
@@ -81,7 +85,7 @@ TEST(AdjointTest, ByInverseHasTheBitsOfThePlainLoop) {
 }
 
 TEST(AdjointTest, ByCofactorsHasTheBitsOfThePlainLoop) {
-  CaseSource cases(303, CaseShape::kSquare, 9);
+  CaseSource cases(303, CaseShape::kSquare, 11);
   Comparison comparison("adjoint by cofactors");
   while (comparison.Count() < testing::kCases && !comparison.HasSeenEnough()) {
     const Matrix A = cases.Next();
@@ -93,6 +97,43 @@ TEST(AdjointTest, ByCofactorsHasTheBitsOfThePlainLoop) {
         },
         [&] { return Of(reference::AdjointByCofactors(testing::ToTable(A))); }, {&A});
   }
+}
+
+TEST(AdjointTest, ByCofactorsHasThemOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    CaseSource cases(312, CaseShape::kSquare, 1);
+    Comparison comparison("adjoints by cofactors, instruction set " +
+                          std::to_string(static_cast<int>(set)));
+    for (const int n : {10, 11, 12, 13, 14, 15, 16, 17, 18, 24}) {
+      for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
+        const Matrix A = cases.Next(n, n);
+        comparison.Compare(
+            [&] {
+              Record record;
+              testing::Append(record, AdjointByCofactors(A, unheard));
+              return record;
+            },
+            [&] { return Of(reference::AdjointByCofactors(testing::ToTable(A))); }, {&A});
+      }
+    }
+  });
+}
+
+TEST(AdjointTest, SharedStepsRaiseNoFaultOfTheirOwn) {
+  // Eleven steps add up in the last element: all of them are too much, but every minor lacks one.
+  const int n = 12;
+  Matrix A = testing::IdentityMatrix(n);
+  for (int k = 1; k < n; ++k) {
+    A(n, k) = 0.5;
+    A(k, n) = -0.1875 * std::numeric_limits<double>::max();
+  }
+  A(n, n) = 0;
+  ClearArithmeticFaults();
+  AdjointByCofactors(A, unheard);
+  EXPECT_NO_THROW(CheckArithmetic());
+  Determinant(A, unheard);
+  EXPECT_THROW(CheckArithmetic(), RuntimeFault) << "the whole matrix does overflow";
+  ClearArithmeticFaults();
 }
 
 TEST(InverseTest, RowsStayWhereTheyAreUntilTheEnd) {
