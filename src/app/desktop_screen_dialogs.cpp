@@ -55,7 +55,11 @@ Answer DesktopScreen::ShowMessage(const Message& message) {
   box.setWindowTitle(QString::fromStdString(message.title));
   box.setTextFormat(Qt::PlainText);
   box.setText(QString::fromStdString(message.text).replace('\r', '\n'));
-  box.setIcon(message.icon == Icon::kCritical ? QMessageBox::Critical : QMessageBox::NoIcon);
+  const bool isCritical = message.icon == Icon::kCritical;
+  box.setIcon(isCritical ? QMessageBox::Critical : QMessageBox::NoIcon);
+  // Who cannot see the icon is told the kind of the box.
+  box.setAccessibleDescription(isCritical ? QObject::tr("Critical message")
+                                          : QObject::tr("Message"));
   box.setStandardButtons(ToStandard(message.buttons));
   return ToAnswer(box.exec());
 }

@@ -182,6 +182,7 @@ TEST_F(AccessibilityTest, TypicalRoadCanBeGoneByNamesAlone) {
 TEST_F(AccessibilityTest, MessageBoxTellsItsTextAndKind) {
   Press("Trace(A)");
   const AccessibleNode alert = WaitForAlert();
+  EXPECT_EQ(alert.Description(), "Critical message");
   EXPECT_TRUE(alert.Find(
       [](const AccessibleNode& node) { return node.Name() == "Please create matrix A"; }));
   const AccessibleNode ok =
