@@ -8,6 +8,10 @@
 #include "desktop/decimal_guard.h"
 #include "support/core_screen.h"
 
+/// The C library does not free the search path that it makes of LOCPATH.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() { return "leak:__argz_add_sep\n"; }
+
 namespace qmx {
 namespace {
 
