@@ -130,7 +130,9 @@ TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
 TEST_F(ProgramTest, ClosingTheMainWindowEndsTheProgram) {
   Enter(kSlotA, 1, 1, {"7"});
   QTimer::singleShot(0, [&] { CloseByBox(Main()); });
-  QTimer::singleShot(5000, [] { QCoreApplication::exit(99); });
+  QTimer tooLong;
+  QObject::connect(&tooLong, &QTimer::timeout, [] { QCoreApplication::exit(99); });
+  tooLong.start(5000);
   EXPECT_EQ(QApplication::exec(), 0);
   EXPECT_TRUE(program.Windows().ShownWindows().empty());
 }
