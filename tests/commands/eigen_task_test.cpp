@@ -12,12 +12,6 @@ using test::Rows;
 using test::WindowState;
 using EigenTaskTest = test::Workbench;
 
-std::string Rule() {
-  std::string rule;
-  for (int i = 0; i < 80; ++i) rule += "—";
-  return rule;
-}
-
 TEST_F(EigenTaskTest, ADiagonalMatrixGivesItsDiagonalFromTheBottomUpAndTheTopLast) {
   random.sequence = {0.25F, 0.125F, 0.75F};
   EnterA(Rows({{1, 0, 0}, {0, 2, 0}, {0, 0, 3}}));
@@ -31,7 +25,7 @@ TEST_F(EigenTaskTest, ADiagonalMatrixGivesItsDiagonalFromTheBottomUpAndTheTopLas
   EXPECT_EQ(screen.lines[5], "UNIT EIGENVECTORS:");
   EXPECT_EQ(screen.lines[6], "EVL(3)=3");
   EXPECT_EQ(screen.lines[7].substr(0, 19), "          EVC(1,3)=");
-  EXPECT_EQ(screen.lines.back(), Rule());
+  EXPECT_EQ(screen.lines.back(), test::DashRule());
   EXPECT_EQ(screen.lines.size(), 6U + 3 * 4 + 1);
   EXPECT_EQ(Array(kSlotEigenvalues), Rows({{3}, {2}, {1}}));
   EXPECT_EQ(screen.Text({"lblRowsEigenvalues"}), "3");
@@ -56,7 +50,7 @@ TEST_F(EigenTaskTest, ARotationHasNoRealEigenvalues) {
       " - ALGORITHM BREAKDOWN: SOME MATRICES DON'T YIELD TO THE",
       "   PROCESS IN THEIR ORIGINAL FORM.  THIS GENERALLY MAY",
       "   BE REMEDIED BY INTRODUCING AN ARBITRARY SHIFT.",
-      Rule()};
+      test::DashRule()};
   EXPECT_EQ(screen.lines, expected);
   EXPECT_FALSE(workspace.EigenvaluesComputed);
   EXPECT_FALSE(screen.frames[kSlotEigenvalues]);
@@ -69,8 +63,8 @@ TEST_F(EigenTaskTest, TwoRunsLeaveTwoReportsEachWithItsOwnClosingLine) {
   const std::size_t one = screen.lines.size();
   Press(14);
   EXPECT_EQ(screen.lines.size(), 2 * one);
-  EXPECT_EQ(screen.lines[one - 1], Rule());
-  EXPECT_EQ(screen.lines[2 * one - 1], Rule());
+  EXPECT_EQ(screen.lines[one - 1], test::DashRule());
+  EXPECT_EQ(screen.lines[2 * one - 1], test::DashRule());
 }
 
 TEST_F(EigenTaskTest, AOneByOneMatrixEndsInASubscriptFault) {

@@ -17,12 +17,10 @@ const std::vector<std::string> kDependent = {
 
 /// The lines of the report without its closing line, which must be 80 em dashes.
 std::vector<std::string> ReportBody(const test::RecordingScreen& screen) {
-  std::string rule;
-  for (int i = 0; i < 80; ++i) rule += "—";
   std::vector<std::string> lines = screen.lines;
   EXPECT_FALSE(lines.empty());
   if (lines.empty()) return lines;
-  EXPECT_EQ(lines.back(), rule);
+  EXPECT_EQ(lines.back(), test::DashRule());
   lines.pop_back();
   return lines;
 }

@@ -1,8 +1,5 @@
 #include "commands/tasks.h"
 
-#include "base/fault.h"
-#include "base/number_text.h"
-#include "commands/dispatcher.h"
 #include "commands/lifecycle.h"
 #include "commands/parameters.h"
 #include "support/core_bench.h"
@@ -13,22 +10,6 @@ namespace {
 using test::Rows;
 using test::WindowState;
 using TasksTest = test::Workbench;
-
-std::string Rule() {
-  std::string rule;
-  for (int i = 0; i < 80; ++i) rule += "—";
-  return rule;
-}
-
-/// Runs a press that must fault, and returns the fault's number.
-int FaultOf(test::Workbench& bench, int task) {
-  try {
-    bench.Press(task);
-  } catch (const RuntimeFault& fault) {
-    return static_cast<int>(fault.Number());
-  }
-  return 0;
-}
 
 TEST_F(TasksTest, SumDifferenceAndProductArePublished) {
   EnterA(Rows({{1, 2}, {3, 4}}));
@@ -92,7 +73,7 @@ TEST_F(TasksTest, TheTransposeTakesTheDimensionsFromTheFields) {
 TEST_F(TasksTest, ATransposeBeyondTheArrayIsASubscriptFault) {
   EnterA(Rows({{1, 2, 3}}));
   screen.Type(txtRowsA, "2");
-  EXPECT_EQ(FaultOf(*this, 15), 9);
+  EXPECT_EQ(FaultOf(15), 9);
   EXPECT_FALSE(workspace.TransposeComputed);
 }
 
@@ -270,7 +251,7 @@ TEST_F(TasksTest, TheDefinitenessReportLinesUpPivotsAndMinors) {
       "SMALLEST PIVOTS (ABS.VAL.):   DETERMINANTS:",
       "2                             2",
       "1.5                           3",
-      Rule(),
+      test::DashRule(),
   };
   EXPECT_EQ(screen.lines, expected);
   EXPECT_TRUE(screen.resultsShown);
@@ -314,7 +295,7 @@ TEST_F(TasksTest, AnOverflowIsAFaultAndPublishesNothing) {
   EnterA(Rows({{1e308, 1e308}, {1e308, -1e308}}));
   EnterB(Rows({{1e308, 1e308}, {1e308, 1e308}}));
   for (const int task : {0, 2, 3, 10, 16}) {
-    EXPECT_EQ(FaultOf(*this, task), 6) << task;
+    EXPECT_EQ(FaultOf(task), 6) << task;
   }
   EXPECT_FALSE(workspace.SumComputed || workspace.ProductComputed ||
                workspace.DeterminantComputed || workspace.DefinitenessComputed);
@@ -337,73 +318,6 @@ TEST_F(TasksTest, AFaultMetBeforeATaskIsNotItsOwn) {
   EXPECT_GT(infinite, 0);
   Press(4);
   EXPECT_EQ(screen.Text(lblTraceOfA), " 1");
-}
-
-TEST_F(TasksTest, SpecialMatricesAreFilledAsChosen) {
-  screen.Type(txtRowsCreated, "2");
-  screen.Type(txtColsCreated, "3");
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Matrix(2, 3));
-  EXPECT_EQ(screen.grids[kSlotCreated].Text(2, 3), "0");
-  screen.Select(OptCreate(1));
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{1, 1, 1}, {1, 1, 1}}));
-  screen.Select(OptCreate(2));
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{1, 0, 0}, {0, 1, 0}}));
-  EXPECT_TRUE(workspace.At(kSlotCreated).present);
-  EXPECT_TRUE(screen.Enabled(cmdIntoA(15)));
-}
-
-TEST_F(TasksTest, AnIdentityWithTooManyRowsIsToldAndFilledAsFarAsItGoes) {
-  screen.Type(txtRowsCreated, "3");
-  screen.Type(txtColsCreated, "2");
-  screen.Select(OptCreate(2));
-  Press(18);
-  ASSERT_EQ(screen.messages.size(), 1U);
-  EXPECT_EQ(screen.messages[0].icon, Icon::kCritical);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{1, 0}, {0, 1}, {0, 0}}));
-  EXPECT_EQ(screen.grids[kSlotCreated].Text(1, 1), "1");
-}
-
-TEST_F(TasksTest, ARandomMatrixStaysWithinItsBounds) {
-  screen.Select(OptCreate(3));
-  random.sequence = {0.0F, 0.5F, 0.75F, 0.25F};
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{-10, 0}, {5, -5}}));
-  EXPECT_EQ(random.seeds.size(), 1U);
-  screen.Type(txtRandHigh, "-10");
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{-10, -10}, {-10, -10}}));
-  EXPECT_EQ(random.seeds.size(), 2U);
-}
-
-TEST_F(TasksTest, ASymmetricRandomMatrixOfWholeNumbers) {
-  screen.Select(OptCreate(3));
-  screen.Check(chkSymmetric, true);
-  screen.Check(chkIntegers, true);
-  screen.Type(txtRowsCreated, "3");
-  screen.Type(txtColsCreated, "3");
-  random.sequence = {0.0F, 0.515F, 0.58F, 0.26F, 0.99F, 0.1F};
-  Press(18);
-  EXPECT_EQ(Array(kSlotCreated), Rows({{-10, 0, 2}, {0, -5, 10}, {2, 10, -8}}));
-}
-
-TEST_F(TasksTest, ASymmetricRandomMatrixWithTooManyColumnsIsTold) {
-  screen.Select(OptCreate(3));
-  screen.Check(chkSymmetric, true);
-  screen.Type(txtColsCreated, "3");
-  Press(18);
-  ASSERT_EQ(screen.messages.size(), 1U);
-  EXPECT_EQ(screen.messages[0].icon, Icon::kCritical);
-}
-
-TEST_F(TasksTest, ABoundBeyondTheDoublesIsAFaultAndKeepsTheMatrixOfZeros) {
-  screen.Select(OptCreate(3));
-  screen.Type(txtRandLow, "-1.7e308");
-  screen.Type(txtRandHigh, "1.7e308");
-  EXPECT_EQ(FaultOf(*this, 18), 6);
-  EXPECT_EQ(Array(kSlotCreated), Matrix(2, 2));
 }
 
 TEST_F(TasksTest, AMatrixWithoutColumnsIsNoTrouble) {

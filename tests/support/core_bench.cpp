@@ -1,5 +1,6 @@
 #include "support/core_bench.h"
 
+#include "base/fault.h"
 #include "base/number_text.h"
 #include "commands/dispatcher.h"
 #include "commands/grid_commands.h"
@@ -7,6 +8,12 @@
 #include "commands/parameters.h"
 
 namespace qmx::test {
+
+std::string DashRule() {
+  std::string rule;
+  for (int i = 0; i < 80; ++i) rule += "—";
+  return rule;
+}
 
 Workbench::Workbench() { SetStartState(context); }
 
@@ -33,6 +40,15 @@ void Workbench::TypeElements(int slot, const Matrix& values) {
 }
 
 void Workbench::Press(int task) { PressTask(context, task); }
+
+int Workbench::FaultOf(int task) {
+  try {
+    Press(task);
+  } catch (const RuntimeFault& fault) {
+    return static_cast<int>(fault.Number());
+  }
+  return 0;
+}
 
 void Workbench::Reset(int operand) {
   screen.answers.push_back(Answer::kYes);

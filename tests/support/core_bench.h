@@ -13,6 +13,9 @@
 
 namespace qmx::test {
 
+/// The line that ends a report, written out: 80 em dashes.
+std::string DashRule();
+
 /// A whole program without windows, as it stands right after its start.
 class Workbench : public ::testing::Test {
  public:
@@ -33,6 +36,8 @@ class Workbench : public ::testing::Test {
   void EnterSystem(const Matrix& augmented);
   /// Presses a task button.
   void Press(int task);
+  /// Presses a task button and returns the number of the fault that this ends in, or 0.
+  int FaultOf(int task);
   /// Resets A or B and says yes.
   void Reset(int operand);
 
