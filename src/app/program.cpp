@@ -47,7 +47,9 @@ void Program::OfferToSave(Fault fault) {
   box.setTextFormat(Qt::PlainText);
   box.setInformativeText(QObject::tr("The program must end. Save the project first?"));
   box.setDefaultButton(QMessageBox::Save);
-  if (box.exec() == QMessageBox::Save) SaveProjectAfterFault(context_);
+  // What could not be saved is offered again: perhaps another place takes it.
+  while (box.exec() == QMessageBox::Save && !SaveProjectAfterFault(context_)) {
+  }
 }
 
 void Program::EndAfterFault(Fault fault) {
