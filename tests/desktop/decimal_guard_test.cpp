@@ -2,32 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/fake_settings.h"
 #include "support/core_screen.h"
 
-namespace qmx {
+namespace qmx::test {
 namespace {
-
-/// A setting in memory that keeps every value written to it.
-class FakeSettings : public RegionalSettings {
- public:
-  explicit FakeSettings(std::string separator) : separator_(std::move(separator)) {}
-  std::vector<std::string> written;
-
-  std::string DecimalSeparator() override { return separator_; }
-  void SetDecimalSeparator(const std::string& separator) override {
-    written.push_back(separator);
-    separator_ = separator;
-  }
-
- private:
-  std::string separator_;
-};
 
 using Written = std::vector<std::string>;
 
 TEST(DecimalGuard, PointRaisesNoBoxAndIsWrittenBackAtTheEnd) {
   FakeSettings settings(".");
-  test::RecordingScreen screen;
+  RecordingScreen screen;
   screen.answers = {Answer::kNo};
   DecimalGuard guard(settings);
   EXPECT_TRUE(guard.Check(screen));
@@ -39,7 +24,7 @@ TEST(DecimalGuard, PointRaisesNoBoxAndIsWrittenBackAtTheEnd) {
 
 TEST(DecimalGuard, YesSetsThePointAndTheEndBringsTheCommaBack) {
   FakeSettings settings(",");
-  test::RecordingScreen screen;
+  RecordingScreen screen;
   screen.answers = {Answer::kYes};
   DecimalGuard guard(settings);
   EXPECT_TRUE(guard.Check(screen));
@@ -52,7 +37,7 @@ TEST(DecimalGuard, YesSetsThePointAndTheEndBringsTheCommaBack) {
 TEST(DecimalGuard, AnyOtherAnswerEndsTheProgramWithNothingChanged) {
   for (const Answer answer : {Answer::kNo, Answer::kCancel, Answer::kOk}) {
     FakeSettings settings(",");
-    test::RecordingScreen screen;
+    RecordingScreen screen;
     screen.answers = {answer};
     DecimalGuard guard(settings);
     EXPECT_FALSE(guard.Check(screen));
@@ -65,7 +50,7 @@ TEST(DecimalGuard, AnyOtherAnswerEndsTheProgramWithNothingChanged) {
 TEST(DecimalGuard, EverySeparatorButThePointAloneRaisesTheBox) {
   for (const char* separator : {",", "\xD9\xAB", "..", " .", "'", ""}) {
     FakeSettings settings(separator);
-    test::RecordingScreen screen;
+    RecordingScreen screen;
     screen.answers = {Answer::kYes};
     DecimalGuard guard(settings);
     EXPECT_TRUE(guard.Check(screen));
@@ -78,7 +63,7 @@ TEST(DecimalGuard, EverySeparatorButThePointAloneRaisesTheBox) {
 
 TEST(DecimalGuard, BoxReadsAsItShould) {
   FakeSettings settings(",");
-  test::RecordingScreen screen;
+  RecordingScreen screen;
   screen.answers = {Answer::kCancel};
   DecimalGuard(settings).Check(screen);
   ASSERT_EQ(screen.messages.size(), 1u);
@@ -99,7 +84,7 @@ TEST(DecimalGuard, BoxReadsAsItShould) {
 
 TEST(DecimalGuard, SecondInstanceSavesWhatTheFirstOneSet) {
   FakeSettings settings(",");
-  test::RecordingScreen screen;
+  RecordingScreen screen;
   screen.answers = {Answer::kYes};
   DecimalGuard first(settings);
   DecimalGuard second(settings);
@@ -113,4 +98,4 @@ TEST(DecimalGuard, SecondInstanceSavesWhatTheFirstOneSet) {
 }
 
 }  // namespace
-}  // namespace qmx
+}  // namespace qmx::test

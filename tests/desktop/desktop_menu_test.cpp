@@ -13,22 +13,11 @@
 #include <filesystem>
 
 #include "app/program.h"
+#include "desktop/fake_settings.h"
 #include "support/core_ports.h"
 
 namespace qmx::test {
 namespace {
-
-/// A setting in memory.
-class FakeSettings : public RegionalSettings {
- public:
-  std::string separator = ".";
-  int timesWritten = 0;
-  std::string DecimalSeparator() override { return separator; }
-  void SetDecimalSeparator(const std::string& text) override {
-    separator = text;
-    ++timesWritten;
-  }
-};
 
 /// What a modal box looked like before its button was pressed.
 struct SeenBox {
@@ -146,15 +135,15 @@ TEST_F(DesktopMenuTest, CommaKeptEndsTheProgramBeforeItsWindow) {
     AnswerNextBox(answer);
     EXPECT_FALSE(program_.Start(""));
     EXPECT_FALSE(program_.MainWindow().isVisible());
-    EXPECT_EQ(settings_.timesWritten, 0);
+    EXPECT_TRUE(settings_.written.empty());
   }
 }
 
 TEST_F(DesktopMenuTest, PointIsWrittenBackAtTheEnd) {
   ASSERT_TRUE(program_.Start(""));
-  EXPECT_EQ(settings_.timesWritten, 0);
+  EXPECT_TRUE(settings_.written.empty());
   program_.MainWindow().close();
-  EXPECT_EQ(settings_.timesWritten, 1);
+  EXPECT_EQ(settings_.written.size(), 1u);
   EXPECT_EQ(settings_.separator, ".");
 }
 
