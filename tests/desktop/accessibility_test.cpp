@@ -18,7 +18,7 @@ namespace {
 
 /// Asks again and again until something holds, for as long as a slow machine may take.
 bool Wait(const std::function<bool()>& holds) {
-  for (int tries = 0; tries < 200; ++tries) {
+  for (int tries = 0; tries < 600; ++tries) {
     if (holds()) return true;
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
