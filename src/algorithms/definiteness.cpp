@@ -1,27 +1,89 @@
 #include "algorithms/definiteness.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "algorithms/elimination.h"
+#include "algorithms/ordered_product.h"
 
 namespace qmx {
 namespace {
 
-/// Reduces row k by the rows above it; the larger magnitude of the two stays as the upper row. A
-/// pivot of exactly zero ends the reduction. Returns the number of exchanges.
-int JoinRow(Matrix& W, int k) {
-  int exchanges = 0;
-  for (int i = 1; i < k; ++i) {
-    if (std::abs(W(k, i)) > std::abs(W(i, i))) {
-      W.SwapRows(i, k, i);
-      ++exchanges;
-    }
-    if (W(i, i) == 0) break;
-    const double f = W(k, i) / W(i, i);
-    for (int j = i + 1; j <= W.Cols(); ++j) W(k, j) -= f * W(i, j);
+/// Reduces one row of W after the other by the rows above it. Of the row and the row of each step
+/// the one with the larger magnitude stays as the upper row; a pivot of exactly zero ends the
+/// reduction.
+///
+/// Whether rows are exchanged shows in the column of the step alone. So a row takes a few steps in
+/// their own columns first; the columns behind take them together afterwards, or right before an
+/// exchange.
+class GrowingElimination {
+ public:
+  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()) {}
+
+  void JoinRow(int k);
+  int Exchanges() const { return exchanges_; }
+
+ private:
+  static constexpr int kBlockSteps = 16;
+  // Up to here blocks take longer than they save.
+  static constexpr int kSmallOrder = 48;
+
+  bool TakeSteps(int k, int first, int last, int own);
+  void TakeStepsBehind(int own, int k, int first, int end);
+
+  Matrix& W_;
+  const int n_;
+  int exchanges_ = 0;
+  std::array<double, kBlockSteps> factors_{};
+};
+
+void GrowingElimination::JoinRow(int k) {
+  if (n_ <= kSmallOrder) {
+    // The textbook loop itself: all columns are the step's own.
+    TakeSteps(k, 1, k - 1, n_);
+    return;
   }
-  return exchanges;
+  for (int first = 1; first < k; first += kBlockSteps) {
+    const int last = std::min(first + kBlockSteps, k) - 1;
+    if (!TakeSteps(k, first, last, last)) return;
+  }
+}
+
+/// The steps first..last of row k, one by one up to column `own` and together behind it. False
+/// where a zero pivot ends them.
+bool GrowingElimination::TakeSteps(int k, int first, int last, int own) {
+  int pending = first;  // The columns behind have taken the steps before this one.
+  bool complete = true;
+  double* row = W_.Row(k);
+  for (int i = first; i <= last; ++i) {
+    const double* upper = W_.Row(i);
+    if (std::abs(row[i - 1]) > std::abs(upper[i - 1])) {
+      TakeStepsBehind(own, k, pending, i);
+      pending = i;
+      W_.SwapRows(i, k, i);
+      ++exchanges_;
+    }
+    if (upper[i - 1] == 0) {
+      last = i - 1;
+      complete = false;
+      break;
+    }
+    const double f = row[i - 1] / upper[i - 1];
+    if (own < n_) factors_[i - pending] = f;
+    for (int j = i; j < own; ++j) row[j] -= f * upper[j];
+  }
+  TakeStepsBehind(own, k, pending, last + 1);
+  return complete;
+}
+
+/// The steps first..end - 1 of row k in the columns behind `own`.
+void GrowingElimination::TakeStepsBehind(int own, int k, int first, int end) {
+  const int steps = end - first;
+  const int cols = n_ - own;
+  if (steps == 0 || cols == 0) return;
+  SubtractProduct({factors_.data(), 1, steps, steps, 1}, Part(W_, first, own + 1, steps, cols),
+                  Part(W_, k, own + 1, 1, cols));
 }
 
 /// Product of the leading k diagonal elements, the next one times the product so far.
@@ -62,12 +124,15 @@ Definiteness ClassifyMinors(const std::vector<double>& leadingMinor) {
 DefinitenessReport TestDefiniteness(Matrix W, Progress& progress) {
   const int n = W.Rows();
   DefinitenessReport report;
-  report.leadingMinor.push_back(W.At(1, 1));
-  report.smallestPivot.push_back(std::abs(W(1, 1)));
-  int exchanges = 0;
+  const double corner = W.At(1, 1);
+  report.leadingMinor.reserve(n);
+  report.smallestPivot.reserve(n);
+  report.leadingMinor.push_back(corner);
+  report.smallestPivot.push_back(std::abs(corner));
+  GrowingElimination elimination(W);
   for (int k = 2; k <= n; ++k) {
-    exchanges += JoinRow(W, k);
-    report.leadingMinor.push_back(AlternatingSign(exchanges) * LeadingProduct(W, k));
+    elimination.JoinRow(k);
+    report.leadingMinor.push_back(AlternatingSign(elimination.Exchanges()) * LeadingProduct(W, k));
     report.smallestPivot.push_back(SmallestMagnitude(W, k));
     progress.Report(static_cast<double>(k) / n * k / n);
   }

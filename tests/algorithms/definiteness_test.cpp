@@ -11,6 +11,7 @@
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_exact.h"
+#include "support/core_instruction_sets.h"
 #include "support/core_tolerance.h"
 
 namespace qmx {
@@ -25,30 +26,46 @@ void Append(Record& record, const std::string& verdict) {
   record.insert(record.end(), verdict.begin(), verdict.end());
 }
 
+void CompareReports(testing::Comparison& comparison, const Matrix& A) {
+  comparison.Compare(
+      [&] {
+        const DefinitenessReport report = TestDefiniteness(A, unheard);
+        Record record{report.overallSmallestPivot};
+        testing::Append(record, report.smallestPivot);
+        testing::Append(record, report.leadingMinor);
+        Append(record, DefinitenessText(report.verdict));
+        return record;
+      },
+      [&] {
+        const reference::Definite definite = reference::TestDefiniteness(testing::ToTable(A));
+        Record record{definite.overallSmallestPivot};
+        testing::Append(record, definite.smallestPivot);
+        testing::Append(record, definite.leadingMinor);
+        Append(record, definite.verdict);
+        return record;
+      },
+      {&A});
+}
+
 TEST(DefinitenessTest, HasTheBitsAndTheVerdictOfThePlainLoop) {
   testing::CaseSource cases(601, testing::CaseShape::kSymmetric, 12);
   testing::Comparison comparison("definiteness");
   while (comparison.Count() < testing::kCases && !comparison.HasSeenEnough()) {
-    const Matrix A = cases.Next();
-    comparison.Compare(
-        [&] {
-          const DefinitenessReport report = TestDefiniteness(A, unheard);
-          Record record{report.overallSmallestPivot};
-          testing::Append(record, report.smallestPivot);
-          testing::Append(record, report.leadingMinor);
-          Append(record, DefinitenessText(report.verdict));
-          return record;
-        },
-        [&] {
-          const reference::Definite definite = reference::TestDefiniteness(testing::ToTable(A));
-          Record record{definite.overallSmallestPivot};
-          testing::Append(record, definite.smallestPivot);
-          testing::Append(record, definite.leadingMinor);
-          Append(record, definite.verdict);
-          return record;
-        },
-        {&A});
+    CompareReports(comparison, cases.Next());
   }
+}
+
+TEST(DefinitenessTest, HasThemInBlocksOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([](InstructionSet set) {
+    testing::CaseSource cases(611, testing::CaseShape::kSymmetric, 1);
+    testing::Comparison comparison("definiteness in blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int n : {16, 17, 47, 48, 49, 50, 64, 65, 100}) {
+      for (int kind = 0; kind < 50 && !comparison.HasSeenEnough(); ++kind) {
+        CompareReports(comparison, cases.Next(n, n));
+      }
+    }
+  });
 }
 
 struct Verdict {

@@ -100,10 +100,10 @@ TEST(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSe
     testing::Comparison comparison("ordered product, block edges, instruction set " +
                                    std::to_string(static_cast<int>(set)));
     const auto edge = [&] { return edges[dice.Integer(0, static_cast<int>(edges.size()) - 1)]; };
-    for (int round = 0; round < 60 && !comparison.HasSeenEnough(); ++round) {
+    for (int round = 0; round < 12 && !comparison.HasSeenEnough(); ++round) {
       CompareShape(comparison, cases, {edge(), edge(), edge()});
     }
-    for (int round = 0; round < 20 && !comparison.HasSeenEnough(); ++round) {
+    for (int round = 0; round < 5 && !comparison.HasSeenEnough(); ++round) {
       CompareShape(comparison, cases, {edge(), edge(), 2 * 256 + dice.Integer(-1, 1)});
       CompareShape(comparison, cases, {2 * 240 + dice.Integer(-1, 1), edge(), edge()});
       CompareShape(comparison, cases, {dice.Integer(1, 20), edge(), edge()});
