@@ -18,7 +18,7 @@ std::function<float()> Drawing(testing::Dice& dice) {
   return [&dice] { return static_cast<float>(dice.Next() >> 40) * 0x1p-24f; };
 }
 
-TEST(SpecialMatrixTest, RandomEntriesHaveTheBitsOfThePlainLoop) {
+TEST(MatrixFillTest, RandomEntriesHaveTheBitsOfThePlainLoop) {
   testing::Dice dice(701);
   testing::Comparison comparison("random matrices");
   while (comparison.Count() < testing::kCases && !comparison.HasSeenEnough()) {
@@ -47,7 +47,7 @@ TEST(SpecialMatrixTest, RandomEntriesHaveTheBitsOfThePlainLoop) {
   }
 }
 
-TEST(SpecialMatrixTest, IdentitiesAgreeWithThePlainLoop) {
+TEST(MatrixFillTest, IdentitiesAgreeWithThePlainLoop) {
   testing::Comparison comparison("identities");
   for (int rows = 0; rows <= 12; ++rows) {
     for (int cols = 0; cols <= 12; ++cols) {
@@ -69,7 +69,7 @@ TEST(SpecialMatrixTest, IdentitiesAgreeWithThePlainLoop) {
   }
 }
 
-TEST(SpecialMatrixTest, OnesFillEverything) {
+TEST(MatrixFillTest, OnesFillEverything) {
   Matrix one(1, 1);
   FillOnes(one);
   EXPECT_EQ(one, Rows({{1}}));
@@ -78,39 +78,39 @@ TEST(SpecialMatrixTest, OnesFillEverything) {
   EXPECT_EQ(wide, Rows({{1, 1, 1}, {1, 1, 1}}));
 }
 
-TEST(SpecialMatrixTest, IdentityOfAWideMatrixHasAZeroColumn) {
+TEST(MatrixFillTest, IdentityOfAWideMatrixHasAZeroColumn) {
   Matrix wide(2, 3);
   EXPECT_TRUE(FillIdentity(wide));
   EXPECT_EQ(wide, Rows({{1, 0, 0}, {0, 1, 0}}));
 }
 
-TEST(SpecialMatrixTest, IdentityOfATallMatrixLeavesItAndKeepsTheEntriesInside) {
+TEST(MatrixFillTest, IdentityOfATallMatrixLeavesItAndKeepsTheEntriesInside) {
   Matrix tall(3, 2);
   EXPECT_FALSE(FillIdentity(tall));
   EXPECT_EQ(tall, Rows({{1, 0}, {0, 1}, {0, 0}}));
 }
 
-TEST(SpecialMatrixTest, ASymmetricFillOfAWideMatrixStopsAtTheFirstMirrorOutside) {
+TEST(MatrixFillTest, ASymmetricFillOfAWideMatrixStopsAtTheFirstMirrorOutside) {
   Matrix wide(2, 3);
   EXPECT_FALSE(FillRandom(wide, {0, 1, true, false}, [] { return 0.5f; }));
   EXPECT_EQ(wide, Rows({{0.5, 0.5, 0.5}, {0.5, 0, 0}}));
 }
 
-TEST(SpecialMatrixTest, ASymmetricFillOfATallMatrixMirrorsItsUpperTriangle) {
+TEST(MatrixFillTest, ASymmetricFillOfATallMatrixMirrorsItsUpperTriangle) {
   Matrix tall(3, 2);
   float next = 0;
   EXPECT_TRUE(FillRandom(tall, {0, 8, true, false}, [&] { return next += 0.125f; }));
   EXPECT_EQ(tall, Rows({{1, 2}, {2, 3}, {0, 0}}));
 }
 
-TEST(SpecialMatrixTest, EqualBoundsGiveThatNumberEverywhere) {
+TEST(MatrixFillTest, EqualBoundsGiveThatNumberEverywhere) {
   testing::Dice dice(702);
   Matrix A(3, 3);
   EXPECT_TRUE(FillRandom(A, {2.5, 2.5, false, false}, Drawing(dice)));
   for (std::size_t k = 0; k < A.Size(); ++k) EXPECT_EQ(A.Data()[k], 2.5);
 }
 
-TEST(SpecialMatrixTest, SymmetricWholeNumbersLieWithinTheBounds) {
+TEST(MatrixFillTest, SymmetricWholeNumbersLieWithinTheBounds) {
   testing::Dice dice(703);
   for (int round = 0; round < 200; ++round) {
     Matrix A(3, 3);
@@ -125,7 +125,7 @@ TEST(SpecialMatrixTest, SymmetricWholeNumbersLieWithinTheBounds) {
   }
 }
 
-TEST(SpecialMatrixTest, HalvesRoundToEven) {
+TEST(MatrixFillTest, HalvesRoundToEven) {
   Matrix A(1, 4);
   float next = -1;
   EXPECT_TRUE(FillRandom(A, {0.5, 1.5, false, true}, [&] { return next += 1; }));
