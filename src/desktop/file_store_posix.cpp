@@ -89,8 +89,10 @@ int FollowLinks(std::string& path) {
     std::array<char, PATH_MAX> target;
     const ssize_t length = readlink(path.c_str(), target.data(), target.size());
     if (length < 0) return errno == EINVAL || errno == ENOENT ? 0 : errno;
-    const std::string next(target.data(), static_cast<std::size_t>(length));
-    path = next.starts_with('/') ? next : FolderOf(path) + next;
+    if (static_cast<std::size_t>(length) == target.size()) return ENAMETOOLONG;
+    std::string next(target.data(), static_cast<std::size_t>(length));
+    if (!next.starts_with('/')) next.insert(0, FolderOf(path));
+    path = std::move(next);
   }
   return ELOOP;
 }

@@ -59,9 +59,10 @@ bool ReadVectors(FieldScanner& scanner, EigenSection& section) {
   if (!ReadCount(scanner, "the number of rows of the eigenvectors", section.rows) ||
       !ReadCount(scanner, "the number of columns of the eigenvectors", cols))
     return false;
-  if (cols != section.Count())
+  if (cols != section.Count()) {
     return scanner.RefuseLast("a column of eigenvectors for each of " + CStr(section.Count()) +
                               " eigenvalues");
+  }
   const auto stored =
       static_cast<int>(std::count(section.status.begin(), section.status.end(), 0.0));
   return ReadElements(scanner, "the eigenvectors", section.rows, stored, section.converged) &&
