@@ -153,13 +153,11 @@ void OpenNamedProject(Context& context, const std::string& name) {
 
 bool SaveProjectAfterFault(Context& context) {
   try {
-    while (AskForSaving(context)) {
-      if (WriteProject(context)) return true;
-    }
+    return AskForSaving(context) && WriteProject(context);
   } catch (...) {
     // The fault that brought us here is the one to report.
+    return false;
   }
-  return false;
 }
 
 }  // namespace qmx

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/memory.h"
+#include "desktop/file_problems.h"
 #include "desktop/file_store_system.h"
 
 namespace qmx {
@@ -24,22 +25,22 @@ struct ErrorText {
 };
 
 constexpr std::array<ErrorText, 16> kErrorTexts{{
-    {ENOENT, "There is no such file or folder."},
+    {ENOENT, file_problem::kMissing},
     {ENOTDIR, "A part of its path is not a folder."},
-    {EISDIR, "It is a folder."},
-    {EACCES, "You have no permission for it."},
-    {EPERM, "You have no permission for it."},
-    {EROFS, "The disk is write-protected."},
-    {ENOSPC, "There is no space left on the disk."},
+    {EISDIR, file_problem::kFolder},
+    {EACCES, file_problem::kNoPermission},
+    {EPERM, file_problem::kNoPermission},
+    {EROFS, file_problem::kWriteProtected},
+    {ENOSPC, file_problem::kNoSpace},
     {EDQUOT, "Your share of the disk is used up."},
     {EFBIG, "The file would be larger than the system permits."},
-    {ENAMETOOLONG, "The name is too long."},
+    {ENAMETOOLONG, file_problem::kLongName},
     {ELOOP, "Its links lead in a circle."},
     {EIO, "The disk reports an error."},
-    {ENOMEM, "There is not enough memory."},
+    {ENOMEM, file_problem::kNoMemory},
     {EMFILE, "Too many files are open."},
     {ENFILE, "Too many files are open."},
-    {EINVAL, "The name cannot be used for a file."},
+    {EINVAL, file_problem::kBadName},
 }};
 
 FileOutcome Failure(int error) {
@@ -48,8 +49,6 @@ FileOutcome Failure(int error) {
   }
   return {std::string("The system says: ") + std::strerror(error) + "."};
 }
-
-constexpr const char* kNotRegular = "It is not an ordinary file.";
 
 /// A file descriptor that closes itself.
 class Descriptor {
@@ -215,7 +214,7 @@ class PosixFileStore : public FileStore {
     if (stat(name.c_str(), &info) != 0) return Failure(errno);
     if (S_ISDIR(info.st_mode)) return Failure(EISDIR);
     // Opening a pipe would wait for its other end, opening a device may set it in motion.
-    if (!S_ISREG(info.st_mode)) return {kNotRegular};
+    if (!S_ISREG(info.st_mode)) return {file_problem::kNotRegular};
     const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     if (!file.IsOpen()) return Failure(errno);
     const auto size = static_cast<std::size_t>(info.st_size);
@@ -237,7 +236,7 @@ class PosixFileStore : public FileStore {
     if (stat(path.c_str(), &old) != 0)
       return errno == ENOENT ? ReplaceRegularFile(path, nullptr, bytes) : Failure(errno);
     if (S_ISDIR(old.st_mode)) return Failure(EISDIR);
-    if (!S_ISREG(old.st_mode)) return {kNotRegular};
+    if (!S_ISREG(old.st_mode)) return {file_problem::kNotRegular};
     if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Failure(errno);
     return ReplaceRegularFile(path, &old, bytes);
   }

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "base/memory.h"
+#include "desktop/file_problems.h"
 #include "desktop/file_store_system.h"
 
 namespace qmx {
@@ -20,26 +21,20 @@ struct ErrorText {
   const char* text;
 };
 
-constexpr const char* kFolder = "It is a folder.";
-constexpr const char* kNotRegular = "It is not an ordinary file.";
-constexpr const char* kNoPermission = "You have no permission for it.";
-constexpr const char* kNoMemory = "There is not enough memory.";
-constexpr const char* kBadName = "The name cannot be used for a file.";
-
 constexpr std::array<ErrorText, 13> kErrorTexts{{
-    {ERROR_FILE_NOT_FOUND, "There is no such file or folder."},
-    {ERROR_PATH_NOT_FOUND, "There is no such file or folder."},
-    {ERROR_BAD_NETPATH, "There is no such file or folder."},
-    {ERROR_ACCESS_DENIED, kNoPermission},
-    {ERROR_PRIVILEGE_NOT_HELD, kNoPermission},
+    {ERROR_FILE_NOT_FOUND, file_problem::kMissing},
+    {ERROR_PATH_NOT_FOUND, file_problem::kMissing},
+    {ERROR_BAD_NETPATH, file_problem::kMissing},
+    {ERROR_ACCESS_DENIED, file_problem::kNoPermission},
+    {ERROR_PRIVILEGE_NOT_HELD, file_problem::kNoPermission},
     {ERROR_SHARING_VIOLATION, "Another program has it open."},
     {ERROR_LOCK_VIOLATION, "Another program has it open."},
-    {ERROR_WRITE_PROTECT, "The disk is write-protected."},
-    {ERROR_DISK_FULL, "There is no space left on the disk."},
-    {ERROR_HANDLE_DISK_FULL, "There is no space left on the disk."},
-    {ERROR_INVALID_NAME, kBadName},
-    {ERROR_FILENAME_EXCED_RANGE, "The name is too long."},
-    {ERROR_NOT_ENOUGH_MEMORY, kNoMemory},
+    {ERROR_WRITE_PROTECT, file_problem::kWriteProtected},
+    {ERROR_DISK_FULL, file_problem::kNoSpace},
+    {ERROR_HANDLE_DISK_FULL, file_problem::kNoSpace},
+    {ERROR_INVALID_NAME, file_problem::kBadName},
+    {ERROR_FILENAME_EXCED_RANGE, file_problem::kLongName},
+    {ERROR_NOT_ENOUGH_MEMORY, file_problem::kNoMemory},
 }};
 
 FileOutcome Failure(DWORD error) {
@@ -159,33 +154,33 @@ class Temporary {
 class WindowsFileStore : public FileStore {
  public:
   FileOutcome Read(const std::string& name, std::string& bytes) override {
-    if (!NameIsUsable(name)) return {kBadName};
+    if (!NameIsUsable(name)) return {file_problem::kBadName};
     const DWORD attributes = GetFileAttributesA(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return Failure(GetLastError());
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {kFolder};
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {file_problem::kFolder};
     const Handle file(CreateFileA(name.c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.IsOpen()) return Failure(GetLastError());
-    if (GetFileType(file.Get()) != FILE_TYPE_DISK) return {kNotRegular};
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK) return {file_problem::kNotRegular};
     LARGE_INTEGER size;
     if (!GetFileSizeEx(file.Get(), &size)) return Failure(GetLastError());
     const auto count = static_cast<std::size_t>(size.QuadPart);
-    if (count > AvailableMemory() / 2) return {kNoMemory};
+    if (count > AvailableMemory() / 2) return {file_problem::kNoMemory};
     try {
       bytes.resize(count);
     } catch (const std::bad_alloc&) {
-      return {kNoMemory};
+      return {file_problem::kNoMemory};
     }
     return ReadAll(file.Get(), bytes);
   }
 
   FileOutcome Replace(const std::string& name, std::string_view bytes) override {
-    if (!NameIsUsable(name)) return {kBadName};
+    if (!NameIsUsable(name)) return {file_problem::kBadName};
     const std::string path = BehindLinks(name);
     const DWORD attributes = GetFileAttributesA(path.c_str());
     const bool replaces = attributes != INVALID_FILE_ATTRIBUTES;
-    if (replaces && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {kFolder};
+    if (replaces && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {file_problem::kFolder};
     if (replaces && !MayBeReplaced(path)) return Failure(GetLastError());
     Temporary temporary(FolderOf(path));
     if (!temporary.IsOpen() || !temporary.Fill(bytes) || !temporary.TakeName(path, replaces))

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace qmx::file_problem {
+
+// What keeps a file from being read or written, in words for the user that do not name it.
+inline constexpr const char* kMissing = "There is no such file or folder.";
+inline constexpr const char* kFolder = "It is a folder.";
+inline constexpr const char* kNotRegular = "It is not an ordinary file.";
+inline constexpr const char* kNoPermission = "You have no permission for it.";
+inline constexpr const char* kWriteProtected = "The disk is write-protected.";
+inline constexpr const char* kNoSpace = "There is no space left on the disk.";
+inline constexpr const char* kNoMemory = "There is not enough memory.";
+inline constexpr const char* kLongName = "The name is too long.";
+inline constexpr const char* kBadName = "The name cannot be used for a file.";
+
+}  // namespace qmx::file_problem
