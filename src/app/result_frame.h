@@ -7,7 +7,7 @@ namespace qmx {
 
 /// The frame of a result: its dimensions and buttons. It stands beside the result's title, which is
 /// muted while the frame is hidden, and keeps its place then.
-class ResultFrame : public QFrame {
+class ResultFrame final : public QFrame {
   Q_OBJECT
 
  public:

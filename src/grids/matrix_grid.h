@@ -16,7 +16,7 @@ namespace qmx {
 ///
 /// The current cell is always a data cell. A click moves it; so do arrows, Home, End, Page Up, Page
 /// Down, Ctrl+Home and Ctrl+End.
-class MatrixGrid : public QTableView {
+class MatrixGrid final : public QTableView {
   Q_OBJECT
 
  public:
