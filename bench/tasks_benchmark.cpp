@@ -179,15 +179,15 @@ void RegisterEigen(int n) {
 }
 
 void RegisterAll() {
-  for (const int n : {10, 30, 100, 300, 1000}) RegisterProduct(n);
-  for (const int n : {2, 4, 6, 10, 15, 20, 25, 30, 35, 40, 100, 300, 1000}) RegisterElimination(n);
-  for (const int n : {2, 5, 10, 15, 20, 25, 30, 35, 40, 100, 300, 500, 1000}) RegisterInverse(n);
-  for (const int n : {2, 4, 6, 8, 10, 15, 20, 30, 50, 100}) RegisterAdjoint(n);
-  for (const int n : {2, 5, 10, 15, 20, 25, 30, 100, 200, 300, 500, 1000}) RegisterQr(n);
-  for (const int n : {2, 5, 10, 20, 30, 100, 300, 1000}) RegisterDefiniteness(n);
-  for (const int n : {5, 10, 15, 20, 30, 100, 300, 500}) RegisterHessenberg(n);
-  for (const int n : {10, 30, 100, 300}) RegisterEigen(n);
-  for (const int n : {10, 30, 100, 300}) RegisterSmallTasks(n);
+  for (const int n : {10, 30, 100, 300, 500, 1000}) RegisterProduct(n);
+  for (const int n : {10, 30, 100, 300, 500, 1000}) RegisterElimination(n);
+  for (const int n : {10, 30, 100, 300, 500, 1000}) RegisterInverse(n);
+  for (const int n : {10, 30, 100}) RegisterAdjoint(n);
+  for (const int n : {10, 30, 100, 200, 300, 500, 1000}) RegisterQr(n);
+  for (const int n : {10, 30, 100, 300, 1000}) RegisterDefiniteness(n);
+  for (const int n : {10, 30, 100, 300, 500}) RegisterHessenberg(n);
+  for (const int n : {10, 100, 300}) RegisterEigen(n);
+  for (const int n : {10, 100, 300}) RegisterSmallTasks(n);
 }
 
 }  // namespace
