@@ -91,7 +91,7 @@ void RetrieveOperand(Context& context, int operand) {
   if (name.empty()) return;
   context.workspace.currentFileName = std::move(name);
   auto matrix = ReadCurrentFile(
-      context, [operand](std::string_view bytes) { return ReadMatrixFile(operand, bytes); });
+      context, [operand](std::string_view bytes) { return ReadOperandFile(operand, bytes); });
   if (!matrix) return;
   const int rows = matrix->Rows();
   const int cols = matrix->Cols();

@@ -1,5 +1,7 @@
 #include "files/system_file.h"
 
+#include <utility>
+
 namespace qmx {
 
 std::size_t SystemSectionSize(const Workspace& workspace) {
@@ -38,6 +40,14 @@ FileReading<SystemSection> ReadSystemFile(std::string_view bytes) {
   if (ReadSystemSection(scanner, reading.content) && !reading.content.StopsAtFactors())
     ReadEnd(scanner);
   reading.problem = scanner.ProblemText();
+  return reading;
+}
+
+FileReading<Matrix> ReadOperandFile(int operand, std::string_view bytes) {
+  FileReading<Matrix> reading = ReadMatrixFile(operand, bytes);
+  if (reading.Ok()) return reading;
+  FileReading<SystemSection> system = ReadSystemFile(bytes);
+  if (system.Ok()) return {std::move(system.content.matrix.array), {}};
   return reading;
 }
 

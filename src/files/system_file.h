@@ -32,4 +32,8 @@ std::size_t SystemSectionSize(const Workspace& workspace);
 std::string SystemFile(const Workspace& workspace);
 FileReading<SystemSection> ReadSystemFile(std::string_view bytes);
 
+/// Reads a file into an operand: a matrix file or, as copying the System would give it, the
+/// augmented matrix of a system file. The problem of any other file is that of a matrix file.
+FileReading<Matrix> ReadOperandFile(int operand, std::string_view bytes);
+
 }  // namespace qmx

@@ -93,5 +93,18 @@ TEST(SystemFile, RefusesAFileOfAnotherKind) {
     EXPECT_FALSE(ReadSystemFile(test::DataFile(name)).Ok()) << name;
 }
 
+TEST(SystemFile, ReadsIntoAnOperandAsItsAugmentedMatrix) {
+  const FileReading<Matrix> reading = ReadOperandFile(kSlotA, "2,3\n1\n2\n3\n4\n5\n6\n0\n");
+  EXPECT_EQ(reading.problem, "");
+  EXPECT_EQ(reading.content, Rows({{1, 2, 3}, {4, 5, 6}}));
+  EXPECT_EQ(ReadOperandFile(kSlotA, "1,1\n7\n").content, Rows({{7}}));
+}
+
+TEST(SystemFile, OtherRemaindersAreRefusedForAnOperand) {
+  EXPECT_EQ(ReadOperandFile(kSlotA, "1,1\n7\n3\n").problem,
+            "Line 3: expected the end of the file, but found \"3\".");
+  EXPECT_FALSE(ReadOperandFile(kSlotA, "1,1\n7\n0\n0\n").Ok());
+}
+
 }  // namespace
 }  // namespace qmx
