@@ -88,7 +88,7 @@ void RunBlock(const Kernels& kernels, Run run, const ProductJob& block) {
       tile.aCol = tile.rows;
       tile.c = block.c + i * block.cRow + j;
       run(tile);
-      tile.a += tile.rows * tile.depth;
+      tile.a += static_cast<std::ptrdiff_t>(tile.rows) * tile.depth;
     }
   }
 }

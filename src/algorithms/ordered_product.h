@@ -10,6 +10,7 @@ namespace qmx {
 // one in increasing order, each product and each sum rounded on its own. That is what the inner
 // loop of a textbook does, so the algorithms built on it keep the bits of the textbook loop while
 // the work on different elements is done side by side.
+// It keeps packed operands in storage of its own: one thread at a time may use it.
 
 /// A rectangular part of a matrix, or of its transpose. Counted from 0.
 template <class Number>

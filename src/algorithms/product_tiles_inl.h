@@ -117,7 +117,7 @@ template <class Sign, int R, int V, class Lanes>
 [[gnu::always_inline]] inline void Tile(const ProductJob& job, const double* a, const double* b,
                                         double* c) {
   using Vector = typename Lanes::Vector;
-  constexpr int kWidth = Lanes::kWidth;
+  constexpr std::ptrdiff_t kWidth = Lanes::kWidth;
   Vector sum[R][V];
   for (int i = 0; i < R; ++i) {
     for (int v = 0; v < V; ++v) sum[i][v] = Lanes::Load(c + i * job.cRow + v * kWidth);

@@ -90,8 +90,9 @@ TEST(MatrixTest, SwapRowsStartsAtAColumn) {
 TEST(MatrixTest, MatricesWithoutRowsOrColumnsHoldNothing) {
   EXPECT_EQ(Matrix(0, 5).Size(), 0u);
   EXPECT_EQ(Matrix(5, 0).Size(), 0u);
-  Matrix wide = Matrix(0, 5);
-  const Matrix copy = wide;
+  const Matrix wide(0, 5);
+  Matrix copy = wide;
+  copy = Matrix(copy);
   EXPECT_EQ(copy.Cols(), 5);
   EXPECT_FALSE(Matrix(0, 5) == Matrix(5, 0)) << "shapes differ";
 }
@@ -111,7 +112,7 @@ TEST(MatrixTest, StorageThatCannotBeHadIsAFault) {
 #endif
   constexpr int kTooMany = std::numeric_limits<int>::max();
   try {
-    Matrix(kTooMany, kTooMany);
+    const Matrix never(kTooMany, kTooMany);
     FAIL();
   } catch (const RuntimeFault& fault) {
     EXPECT_EQ(fault.Number(), Fault::kOutOfMemory);

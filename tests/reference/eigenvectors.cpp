@@ -3,16 +3,11 @@
 #include "reference/reference.h"
 
 namespace qmx::reference {
+namespace {
 
-int FindEigenvector(const Table& A, double lambda, int origin, const EigenLimits& limits,
-                    Table& x) {
-  const int n = A.Rows();
-  Table M = A;
-  const double mu = A(origin, origin) - lambda >= 0.0 ? lambda - limits.additionalShift
-                                                      : limits.additionalShift + lambda;
-  for (int i = 1; i <= n; ++i) M(i, i) = M(i, i) - mu;
-
-  Row<int> order(n);
+/// LU factors of M in its place; returns the last pivot's magnitude.
+double Factor(Table& M, Row<int>& order) {
+  const int n = M.Rows();
   for (int i = 1; i <= n; ++i) order(i) = i;
   double big = 0.0;
   for (int c = 1; c <= n; ++c) {
@@ -41,6 +36,21 @@ int FindEigenvector(const Table& A, double lambda, int origin, const EigenLimits
       for (int j = c + 1; j <= n; ++j) M(r, j) = M(r, j) - f * M(c, j);
     }
   }
+  return big;
+}
+
+}  // namespace
+
+int FindEigenvector(const Table& A, double lambda, int origin, const EigenLimits& limits,
+                    Table& x) {
+  const int n = A.Rows();
+  Table M = A;
+  const double mu = A(origin, origin) - lambda >= 0.0 ? lambda - limits.additionalShift
+                                                      : limits.additionalShift + lambda;
+  for (int i = 1; i <= n; ++i) M(i, i) = M(i, i) - mu;
+
+  Row<int> order(n);
+  const double big = Factor(M, order);
   CheckFlags();
   if (big == 0.0 || M(n, n) == 0.0) return -1;
 

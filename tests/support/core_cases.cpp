@@ -170,7 +170,7 @@ std::uint64_t Dice::Next() {
 }
 
 int Dice::Integer(int low, int high) {
-  const auto count = static_cast<std::uint64_t>(high - low + 1);
+  const auto count = static_cast<std::uint64_t>(high - low) + 1;
   return low + static_cast<int>(Next() % count);
 }
 
