@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "algorithms/elimination.h"
+#include "base/number_text.h"
 
 namespace qmx {
 namespace {
@@ -33,6 +34,14 @@ LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
   factors.factored = done.complete;
   if (factors.factored) factors.L = SplitOffMultipliers(factors.U);
   return factors;
+}
+
+Matrix PermutationOf(const Matrix& exchanges) {
+  Matrix permutation(exchanges.Rows(), exchanges.Rows());
+  for (int k = 1; k <= exchanges.Rows(); ++k) {
+    permutation(k, RoundToInteger(exchanges(k, 1))) = 1.0;
+  }
+  return permutation;
 }
 
 }  // namespace qmx

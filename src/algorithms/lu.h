@@ -23,4 +23,8 @@ struct LuFactors {
 /// columns 1..min(m, n).
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress);
 
+/// The matrix P of P·A = L·U: element (k, exchanges(k)) is 1, all others are 0. `exchanges` has one
+/// column and names a row from 1 to m in each of its m elements.
+Matrix PermutationOf(const Matrix& exchanges);
+
 }  // namespace qmx

@@ -144,8 +144,6 @@ void DesktopScreen::AddResultLine(const std::string& line) {
   EnsureResults().AddLine(QString::fromStdString(line));
 }
 
-void DesktopScreen::ClearResults() { EnsureResults().Clear(); }
-
 void DesktopScreen::ShowResults() {
   ResultsWindow& window = EnsureResults();
   PlaceIfNew(window);

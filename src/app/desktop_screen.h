@@ -41,7 +41,6 @@ class DesktopScreen : public Screen {
 
   void UseResultsFont() override;
   void AddResultLine(const std::string& line) override;
-  void ClearResults() override;
   void ShowResults() override;
 
   void Beep() override;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "algorithms/lu.h"
 #include "base/number_text.h"
 #include "commands/parameters.h"
 #include "workspace/availability.h"
@@ -34,9 +35,7 @@ void MarkSlot(Context& context, int slot) {
 void RebuildPermutation(Context& context) {
   const Matrix& exchanges = context.workspace.At(kSlotExchanges).array;
   const int rows = exchanges.Rows();
-  MatrixSection permutation{Matrix(rows, rows), rows, rows};
-  for (int i = 1; i <= rows; ++i) permutation.array(i, RoundToInteger(exchanges(i, 1))) = 1;
-  ApplyMatrix(context, kSlotPermutation, std::move(permutation));
+  ApplyMatrix(context, kSlotPermutation, {PermutationOf(exchanges), rows, rows});
 }
 
 void ApplyEigenvalues(Context& context, const EigenSection& section) {

@@ -7,6 +7,7 @@
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
 #include "workspace/reset.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
@@ -57,7 +58,7 @@ bool ConfirmReset(Context& context, int operand) {
 /// The dimensions that the selected way of solving gives a new System; nothing after a refusal.
 std::optional<Dimensions> SystemDimensions(Context& context) {
   const Workspace& workspace = context.workspace;
-  if (workspace.SystemMethod == 1) {
+  if (workspace.SystemMethod == kSystemByFactors) {
     // Only right-hand sides: the coefficients are the stored factors. Without factors nothing is
     // known.
     const SlotData& system = workspace.At(kSlotSystem);
@@ -66,7 +67,7 @@ std::optional<Dimensions> SystemDimensions(Context& context) {
     if (!equations) return std::nullopt;
     return Dimensions{*equations, 1};
   }
-  if (workspace.SystemMethod == 2 &&
+  if (workspace.SystemMethod == kSystemOverdetermined &&
       Val(context.screen.Text(txtUnknowns)) > Val(context.screen.Text(txtEquations))) {
     context.screen.ShowMessage({"Can't have more unknowns than equations", Icon::kCritical});
     return std::nullopt;
@@ -171,7 +172,7 @@ void ResetSystemCommand(Context& context) {
   for (const Control& field : {txtEquations, txtUnknowns}) {
     context.screen.SetText(field, std::string(kDimensionReset));
   }
-  SelectSystemMethod(context, 0);
+  SelectSystemMethod(context, kSystemOneShot);
 }
 
 }  // namespace qmx

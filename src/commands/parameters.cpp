@@ -5,6 +5,7 @@
 #include "base/number_text.h"
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
@@ -76,19 +77,20 @@ void TxtRowsCreatedChange(Context& context) {
 }
 
 void TxtEquationsChange(Context& context) {
-  if (!context.screen.IsSelected(OptSystem(0))) return;
+  if (!context.screen.IsSelected(OptSystem(kSystemOneShot))) return;
   context.screen.SetText(txtUnknowns, context.screen.Text(txtEquations));
 }
 
 void OptSystemClick(Context& context, int method) {
   Workspace& workspace = context.workspace;
   Screen& screen = context.screen;
+  const bool byFactors = method == kSystemByFactors;
   workspace.SystemMethod = static_cast<std::int16_t>(method);
-  screen.SetEnabled(cmdRetrieveLU, method == 1);
-  screen.SetEnabled(txtEquations, method != 1);
-  screen.SetEnabled(txtUnknowns, method == 2);
-  EnableSystemCreation(context, method != 1 || workspace.StoredFactorsValid);
-  if (method != 1 || !workspace.StoredFactorsValid) return;
+  screen.SetEnabled(cmdRetrieveLU, byFactors);
+  screen.SetEnabled(txtEquations, !byFactors);
+  screen.SetEnabled(txtUnknowns, method == kSystemOverdetermined);
+  EnableSystemCreation(context, !byFactors || workspace.StoredFactorsValid);
+  if (!byFactors || !workspace.StoredFactorsValid) return;
   const std::string order = CStr(workspace.storedFactors.lRows);
   screen.SetText(txtEquations, order);
   screen.SetText(txtUnknowns, order);

@@ -4,6 +4,7 @@
 #include "commands/lifecycle.h"
 #include "commands/task_support.h"
 #include "workspace/availability.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
@@ -30,11 +31,11 @@ SystemSolution SolveSelected(Context& context) {
   const Matrix& system = workspace.At(kSlotSystem).array;
   return Compute(context, [&](Progress& progress) {
     switch (workspace.SystemMethod) {
-      case 1: {
+      case kSystemByFactors: {
         const StoredFactors& factors = workspace.storedFactors;
         return SolveByFactors(factors.L, factors.U, factors.exchanges, system);
       }
-      case 2:
+      case kSystemOverdetermined:
         return SolveLeastSquares(system, progress);
       default:
         return SolveOneShot(system, progress);
@@ -53,7 +54,7 @@ void PressSolve(Context& context) {
   workspace.At(kSlotSolution).cols = 1;
   if (solution.solved) return PublishSolution(context, std::move(solution.x));
   workspace.At(kSlotSolution).array = std::move(solution.x);
-  ReportUnsolved(context, workspace.SystemMethod == 2
+  ReportUnsolved(context, workspace.SystemMethod == kSystemOverdetermined
                               ? UnsolvedNormalEquationsReport(solution.inconsistent)
                               : UnsolvedSystemReport(solution.inconsistent));
 }

@@ -8,6 +8,7 @@
 #include "commands/tasks.h"
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
@@ -23,14 +24,6 @@ void ShowFactor(Context& context, int slot) {
   MarkAvailable(context, slot);
   Populate(context, slot);
   context.screen.ShowWindow(slot);
-}
-
-Matrix PermutationOf(const Matrix& exchanges) {
-  Matrix permutation(exchanges.Rows(), exchanges.Rows());
-  for (int k = 1; k <= exchanges.Rows(); ++k) {
-    permutation(k, RoundToInteger(exchanges(k, 1))) = 1.0;
-  }
-  return permutation;
 }
 
 void PublishExchanges(Context& context) {
@@ -60,7 +53,7 @@ void StoreFactors(Context& context) {
   context.screen.SetEnabled(cmdSaveLU, true);
   workspace.storedFactors = {l.array, u.array, exchanges.array, l.rows,        l.cols,
                              u.rows,  u.cols,  exchanges.rows,  exchanges.cols};
-  if (!context.screen.IsSelected(OptSystem(1))) return;
+  if (!context.screen.IsSelected(OptSystem(kSystemByFactors))) return;
   context.screen.SetText(txtEquations, CStr(l.rows));
   context.screen.SetText(txtUnknowns, CStr(l.rows));
   context.screen.SetEnabled(cmdCreateSystem, true);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/number_text.h"
+#include "workspace/known_eigenvalues.h"
 
 namespace qmx {
 namespace {
@@ -82,8 +83,7 @@ void PopulateEigenvectors(Context& context) {
   const SlotData& vectors = workspace.At(kSlotEigenvectors);
   const Matrix& values = workspace.At(kSlotEigenvalues).array;
   const EigenState& eigen = workspace.eigen;
-  const int found = std::min({eigen.EigenCount, vectors.array.Cols(), values.Rows(),
-                              static_cast<int>(eigen.VectorStatus.size())});
+  const int found = std::min(KnownEigenvalues(workspace), vectors.array.Cols());
 
   for (int c = 0; c <= found; ++c) screen.SetCellColour(kSlotEigenvectors, 0, c, Colour::kRed);
   screen.SetCellColour(kSlotEigenvectors, 1, 0, Colour::kBlue);

@@ -4,6 +4,7 @@
 
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
@@ -74,7 +75,7 @@ void ResetLU(Context& context) {
   if (workspace.StoredFactorsValid) return;
   context.screen.SetEnabled(cmdSaveLU, false);
   workspace.storedFactors = StoredFactors();
-  if (!context.screen.IsSelected(OptSystem(1))) return;
+  if (!context.screen.IsSelected(OptSystem(kSystemByFactors))) return;
   for (const Control& field : {txtEquations, txtUnknowns}) {
     context.screen.SetText(field, std::string(kDimensionReset));
   }

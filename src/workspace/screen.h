@@ -73,7 +73,6 @@ class Screen {
   /// Puts the results list into the fixed-pitch font that its columns need.
   virtual void UseResultsFont() = 0;
   virtual void AddResultLine(const std::string& line) = 0;
-  virtual void ClearResults() = 0;
   /// Shows the results window in its normal state.
   virtual void ShowResults() = 0;
 

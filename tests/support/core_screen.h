@@ -83,7 +83,6 @@ class RecordingScreen : public Screen {
   void BringMainToFront() override { ++timesBroughtToFront; }
   void UseResultsFont() override { resultsFontSet = true; }
   void AddResultLine(const std::string& line) override { lines.push_back(line); }
-  void ClearResults() override { lines.clear(); }
   void ShowResults() override { resultsShown = true; }
   void Beep() override { ++beeps; }
   void LetWindowsPaint() override {}
