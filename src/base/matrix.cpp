@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <cstdlib>
 #include <utility>
 
 #include "base/fault.h"
@@ -10,15 +9,8 @@
 
 namespace qmx {
 
-void Matrix::Release::operator()(double* block) const { std::free(block); }
-
-Matrix::Matrix(int rows, int cols) : rows_(rows), cols_(cols) {
+Matrix::Matrix(int rows, int cols) : rows_(rows), cols_(cols), data_(Size()) {
   assert(rows >= 0 && cols >= 0);
-  if (Size() == 0) return;
-  // calloc hands out pages that the system zeroes on first touch: a large matrix of zeros costs
-  // nothing until it is used.
-  data_.reset(static_cast<double*>(std::calloc(Size(), sizeof(double))));
-  if (!data_) throw RuntimeFault(Fault::kOutOfMemory);
 }
 
 Matrix::Matrix(const Matrix& other) : Matrix(other.rows_, other.cols_) {
@@ -29,7 +21,7 @@ Matrix::Matrix(Matrix&& other) noexcept { Swap(other); }
 
 Matrix& Matrix::operator=(const Matrix& other) {
   if (this == &other) return *this;
-  if (rows_ == other.rows_ && cols_ == other.cols_) {
+  if (rows_ == other.rows_ && cols_ == other.cols_ && !data_.IsShared()) {
     std::copy_n(other.Data(), other.Size(), Data());
   } else {
     Matrix copy(other);
@@ -71,7 +63,7 @@ bool operator==(const Matrix& one, const Matrix& two) {
 }
 
 bool CanAllocate(int rows, int cols) {
-  // One copy in the Workspace, one in the grid that shows it.
+  // The matrix itself and one more to compute with.
   constexpr std::size_t kCopies = 2;
   const std::size_t spare = AvailableMemory() / (kCopies * sizeof(double));
   return cols == 0 || static_cast<std::size_t>(rows) <= spare / static_cast<std::size_t>(cols);

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+
+#include "base/element_storage.h"
 
 namespace qmx {
+
+class MatrixView;
 
 /// A dense real matrix of doubles, stored row by row and addressed from 1: element (i, j) with 1 <=
 /// i <= Rows() and 1 <= j <= Cols(). A vector is a matrix of one column. A matrix may have no rows
@@ -34,33 +37,32 @@ class Matrix {
   }
 
   /// Element (row, col), not checked in optimised builds.
-  double& operator()(int row, int col) { return data_[Offset(row, col)]; }
-  double operator()(int row, int col) const { return data_[Offset(row, col)]; }
+  double& operator()(int row, int col) { return data_.Get()[Offset(row, col)]; }
+  double operator()(int row, int col) const { return data_.Get()[Offset(row, col)]; }
 
   /// Element (row, col). Faults: 9 (subscript out of range) outside the matrix.
   double& At(int row, int col);
   double At(int row, int col) const;
 
   /// The elements row by row, Size() of them; rows follow each other without a gap.
-  double* Data() { return data_.get(); }
-  const double* Data() const { return data_.get(); }
+  double* Data() { return data_.Get(); }
+  const double* Data() const { return data_.Get(); }
   /// The first element of a row: Row(i)[j - 1] is element (i, j).
-  double* Row(int row) { return data_.get() + Offset(row, 1); }
-  const double* Row(int row) const { return data_.get() + Offset(row, 1); }
+  double* Row(int row) { return data_.Get() + Offset(row, 1); }
+  const double* Row(int row) const { return data_.Get() + Offset(row, 1); }
 
   /// Exchanges two rows in columns firstCol..Cols().
   void SwapRows(int rowOne, int rowTwo, int firstCol = 1);
 
   void Swap(Matrix& other) noexcept;
 
+  /// These elements for others to read, without a copy of them.
+  MatrixView View() const;
+
   /// True if both have the same shape and the same numbers (0 equals -0, a NaN equals nothing).
   friend bool operator==(const Matrix& one, const Matrix& two);
 
  private:
-  struct Release {
-    void operator()(double* block) const;
-  };
-
   std::size_t Offset(int row, int col) const {
     return static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(cols_) +
            static_cast<std::size_t>(col - 1);
@@ -68,11 +70,38 @@ class Matrix {
 
   int rows_ = 0;
   int cols_ = 0;
-  std::unique_ptr<double[], Release> data_;
+  ElementStorage data_;
 };
 
-/// True if a rows x cols matrix, together with the copies that showing it and computing with it
-/// take, fits into the memory that the machine has to spare now. Both counts must be at least 0.
+/// The elements of a matrix as those read them who outlive it: a view keeps them in memory. It sees
+/// what is written into single elements of its matrix, until that gets others as a whole, by an
+/// assignment, a move or an exchange; then the view keeps the old ones.
+class MatrixView {
+ public:
+  MatrixView() = default;
+
+  int Rows() const { return rows_; }
+  int Cols() const { return cols_; }
+  /// Element (row, col), not checked in optimised builds.
+  double operator()(int row, int col) const {
+    return data_.Get()[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(cols_) +
+                       static_cast<std::size_t>(col - 1)];
+  }
+
+ private:
+  friend class Matrix;
+  MatrixView(int rows, int cols, const ElementStorage& data)
+      : rows_(rows), cols_(cols), data_(data) {}
+
+  int rows_ = 0;
+  int cols_ = 0;
+  ElementStorage data_;
+};
+
+inline MatrixView Matrix::View() const { return {rows_, cols_, data_}; }
+
+/// True if a rows x cols matrix, together with the copy that computing with it takes, fits into the
+/// memory that the machine has to spare now. Both counts must be at least 0.
 bool CanAllocate(int rows, int cols);
 
 }  // namespace qmx

@@ -46,7 +46,7 @@ bool GridModel::FillsAll(const Matrix& values, const std::vector<bool>* columns)
 void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {
   if (rows_ == 0 || cols_ == 0) return;
   if (FillsAll(values, columns)) {
-    values_ = values;
+    values_ = values.View();
     std::fill(columns_.begin(), columns_.end(), Column{rows_, wide});
     texts_.removeIf([this](auto entry) { return IsData(RowOf(entry.key()), ColOf(entry.key())); });
   } else {
@@ -60,16 +60,16 @@ void GridModel::Merge(const Matrix& values, bool wide, const std::vector<bool>* 
   for (int j = 1; j <= cols_; ++j) {
     for (int i = 1; i <= columns_[j].filled; ++i) merged(i, j) = values_(i, j);
   }
-  values_.Swap(merged);
   const int last = std::min(cols_, values.Cols());
   for (int j = 1; j <= last; ++j) {
     const auto position = static_cast<std::size_t>(j - 1);
     if (columns != nullptr && (position >= columns->size() || !(*columns)[position])) continue;
-    FillColumn(j, values, wide);
+    FillColumn(j, values, wide, merged);
   }
+  values_ = merged.View();
 }
 
-void GridModel::FillColumn(int col, const Matrix& values, bool wide) {
+void GridModel::FillColumn(int col, const Matrix& values, bool wide, Matrix& merged) {
   const int filled = std::min(rows_, values.Rows());
   // What stays below the new elements was written in the old precision: keep it as text.
   for (int i = filled + 1; i <= columns_[col].filled; ++i) {
@@ -77,7 +77,7 @@ void GridModel::FillColumn(int col, const Matrix& values, bool wide) {
     texts_.insert(KeyOf(row, col), Text(row, col));
   }
   for (int i = 1; i <= filled; ++i) {
-    values_(i, col) = values(i, col);
+    merged(i, col) = values(i, col);
     texts_.remove(KeyOf(i - 1 + headerRows_, col));
   }
   columns_[col] = {filled, wide};

@@ -11,9 +11,10 @@
 namespace qmx {
 
 /// What a grid shows: the fixed cells of row 0 and column 0, and the data cells behind them, all
-/// counted from 0. Elements are kept as numbers, in a copy of the matrix as it was when the grid
-/// was filled; their text is made when somebody asks for it. Only texts that were written cell by
-/// cell (typed ones, headings, labels) are stored.
+/// counted from 0. Elements are kept as numbers, in a view of the matrix that the grid was filled
+/// from; their text is made when somebody asks for it. Only texts that were written cell by cell
+/// (typed ones, headings, labels) are stored; they hide the elements behind them, so that whoever
+/// changes an element of the matrix writes its cell, too.
 class GridModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -54,20 +55,20 @@ class GridModel : public QAbstractTableModel {
  private:
   /// How a column's elements were written last.
   struct Column {
-    int filled = 0;  ///< Rows 1..filled of the snapshot are on show.
+    int filled = 0;  ///< Rows 1..filled of the elements are on show.
     bool wide = false;
   };
 
   void DropCellsOutside();
   bool FillsAll(const Matrix& values, const std::vector<bool>* columns) const;
   void Merge(const Matrix& values, bool wide, const std::vector<bool>* columns);
-  void FillColumn(int col, const Matrix& values, bool wide);
+  void FillColumn(int col, const Matrix& values, bool wide, Matrix& merged);
   QString ElementText(int row, int col) const;
 
   int headerRows_;
   int rows_ = 0;
   int cols_ = 0;
-  Matrix values_;
+  MatrixView values_;
   std::vector<Column> columns_{1};
   QHash<quint64, QString> texts_;
   QHash<quint64, QColor> colours_;

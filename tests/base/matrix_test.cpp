@@ -87,6 +87,42 @@ TEST(MatrixTest, SwapRowsStartsAtAColumn) {
   EXPECT_EQ(A(2, 1), 4);
 }
 
+TEST(MatrixTest, AViewSeesElementsThatChangeOneByOne) {
+  Matrix A = Counting(2, 3);
+  const MatrixView view = A.View();
+  A(2, 1) = 40;
+  EXPECT_EQ(view.Rows(), 2);
+  EXPECT_EQ(view.Cols(), 3);
+  EXPECT_EQ(view(2, 1), 40);
+  EXPECT_EQ(view(1, 3), 3);
+}
+
+TEST(MatrixTest, AViewKeepsTheOldElementsWhenItsMatrixGetsOthers) {
+  Matrix A = Counting(2, 2);
+  const MatrixView copied = A.View();
+  const Matrix other(2, 2);
+  A = other;
+  EXPECT_EQ(copied(2, 2), 4);
+  const MatrixView zeros = A.View();
+  A = Counting(2, 2);
+  EXPECT_EQ(zeros(2, 2), 0) << "assigned by a move";
+  MatrixView last;
+  {
+    const Matrix gone = Counting(3, 1);
+    last = gone.View();
+  }
+  EXPECT_EQ(last(3, 1), 3) << "the matrix is gone";
+}
+
+TEST(MatrixTest, CopiesOfAViewedMatrixAreIndependent) {
+  const Matrix A = Counting(2, 2);
+  const MatrixView view = A.View();
+  Matrix B = A;
+  B(1, 1) = 9;
+  EXPECT_EQ(view(1, 1), 1);
+  EXPECT_EQ(A(1, 1), 1);
+}
+
 TEST(MatrixTest, MatricesWithoutRowsOrColumnsHoldNothing) {
   EXPECT_EQ(Matrix(0, 5).Size(), 0u);
   EXPECT_EQ(Matrix(5, 0).Size(), 0u);

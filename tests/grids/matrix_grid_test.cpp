@@ -102,10 +102,20 @@ TEST_F(Grid, FillingReplacesTypedTexts) {
   EXPECT_EQ(Text(1, 1), "101");
 }
 
-TEST_F(Grid, FilledFromASnapshot) {
+TEST_F(Grid, KeepsNoCopyOfTheMatrix) {
   Matrix values = Numbered(2, 2);
   Fill(values);
+  grid.SetTextMatrix(1, 2, "7.50");
   values(1, 1) = -5;
+  values(1, 2) = 7.5;
+  EXPECT_EQ(Text(1, 1), "-5");
+  EXPECT_EQ(Text(1, 2), "7.50") << "what was typed hides the element";
+}
+
+TEST_F(Grid, KeepsTheElementsOfAMatrixThatIsReplaced) {
+  Matrix values = Numbered(2, 2);
+  Fill(values);
+  values = Matrix(2, 2);
   EXPECT_EQ(Text(1, 1), "101");
 }
 
