@@ -1,14 +1,20 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds the benchmarks and prints the table of docs/performance.md:
-#   ./bench.sh                            every task at every size
-#   ./bench.sh --benchmark_filter='^LU'   only those; all options of Google Benchmark work
+# Installs what is missing, builds the benchmarks and prints the tables of docs/performance.md:
+#   ./bench.sh                            every task at every size, and what people wait for at the windows
+#   ./bench.sh --windows                  only the latter; they run on a virtual display
+#   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
 # The times are processor times of one thread; run it on an idle machine.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . scripts/packages.sh
 
-install_packages $build_packages $bench_packages
-cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DQMX_BENCH=ON -DQMX_TESTS=OFF \
-  -DQMX_DESKTOP=OFF >/dev/null
-cmake --build build/bench --target qmx_bench_tasks
-build/bench/bench/qmx_bench_tasks --benchmark_repetitions=3 "$@"
+install_packages $build_packages $run_packages $display_packages $bench_packages
+cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DQMX_BENCH=ON -DQMX_TESTS=OFF -DQMX_DESKTOP=ON >/dev/null
+if [ "${1:-}" != --windows ]; then
+  cmake --build build/bench --target qmx_bench_tasks
+  build/bench/bench/qmx_bench_tasks --benchmark_repetitions=3 "$@"
+fi
+if [ $# = 0 ] || [ "$1" = --windows ]; then
+  cmake --build build/bench --target qmx_bench_desktop
+  XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}" xvfb-run -a -s '-screen 0 1366x768x24' build/bench/bench/qmx_bench_desktop
+fi

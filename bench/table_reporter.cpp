@@ -29,8 +29,11 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs) {
     const std::size_t slash = name.rfind('/');
     const std::string line = name.substr(0, slash);
     Times& times = LineOf(line);
-    // Processor time: other work on the machine does not count.
-    const double seconds = run.cpu_accumulated_time / static_cast<double>(run.iterations);
+    // Processor time: other work on the machine does not count. What starts another process gives
+    // its time itself.
+    const bool isOwnTime = !run.run_name.time_type.empty();
+    const double total = isOwnTime ? run.real_accumulated_time : run.cpu_accumulated_time;
+    const double seconds = total / static_cast<double>(run.iterations);
     double& best = times.try_emplace(name.substr(slash + 1), seconds).first->second;
     if (seconds < best) best = seconds;
   }

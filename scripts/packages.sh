@@ -5,7 +5,7 @@ run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-u
 display_packages="xvfb xauth x11-utils imagemagick"
 test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core
   xdotool libbenchmark-dev libglib2.0-bin libatspi2.0-dev locales"
-bench_packages="libbenchmark-dev libopenblas-dev liblapacke-dev libeigen3-dev"
+bench_packages="libbenchmark-dev libxcb1-dev libopenblas-dev liblapacke-dev libeigen3-dev"
 
 # Runs a command as root, with sudo where we are not.
 as_root() {
