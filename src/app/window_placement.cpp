@@ -3,6 +3,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
+#include <optional>
 
 namespace qmx {
 namespace {
@@ -11,7 +12,8 @@ constexpr int kStep = 28;  // About the height of a title bar.
 constexpr int kGap = 6;
 constexpr int kNarrowest = 300;  // What a small screen does not make a window narrower than.
 constexpr int kRoomBelow = 4;
-constexpr int kTitle = 30;  // What a window's frame adds to its height.
+constexpr int kTitle = 30;  // What a window's frame adds to its height,
+constexpr int kEdges = 10;  // and to its width, about.
 
 bool IsTaken(const QPoint& corner, const std::vector<QWidget*>& others) {
   return std::any_of(others.begin(), others.end(), [&](const QWidget* other) {
@@ -19,10 +21,49 @@ bool IsTaken(const QPoint& corner, const std::vector<QWidget*>& others) {
   });
 }
 
+/// The places where a rectangle may begin in one direction: at the start of the room or after
+/// something that is there.
+template <typename EndOf>
+std::vector<int> Starts(int first, const std::vector<QRect>& taken, EndOf endOf) {
+  std::vector<int> starts{first};
+  for (const QRect& rect : taken) starts.push_back(std::max(first, endOf(rect) + kGap));
+  std::sort(starts.begin(), starts.end());
+  return starts;
+}
+
+/// The leftmost place in a room, the topmost of these, where a window of a size covers no other.
+std::optional<QPoint> FreePlace(const QRect& room, QSize size, const std::vector<QRect>& taken) {
+  const auto fits = [&](const QRect& rect) {
+    return room.contains(rect) && std::none_of(taken.begin(), taken.end(), [&](const QRect& other) {
+             return other.intersects(rect);
+           });
+  };
+  for (const int x : Starts(room.left(), taken, [](const QRect& rect) { return rect.right(); })) {
+    for (const int y : Starts(room.top(), taken, [](const QRect& rect) { return rect.bottom(); })) {
+      if (fits({{x, y}, size})) return QPoint(x, y);
+    }
+  }
+  return {};
+}
+
+/// The same among windows: right of the main one, else anywhere around it.
+std::optional<QPoint> FreePlaceAround(const QRect& mainFrame, const std::vector<QWidget*>& others,
+                                      const QWidget& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  std::vector<QRect> taken{mainFrame};
+  for (const QWidget* other : others) taken.push_back(other->frameGeometry());
+  QRect beside = screen;
+  beside.setLeft(mainFrame.right() + kGap);
+  const QSize size = window.size() + QSize(kEdges, kTitle);
+  const auto place = FreePlace(beside, size, taken);
+  return place ? place : FreePlace(screen, size, taken);
+}
+
 }  // namespace
 
 void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vector<QWidget*>& others,
                  QWidget& window) {
+  if (const auto place = FreePlaceAround(mainFrame, others, window)) return window.move(*place);
   const QRect screen = window.screen()->availableGeometry();
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
