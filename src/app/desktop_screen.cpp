@@ -96,6 +96,7 @@ void DesktopScreen::SetGridWidth(int slot, bool wide) { Ensure(slot).SetWide(wid
 void DesktopScreen::PlaceIfNew(QWidget& window) {
   if (window.testAttribute(Qt::WA_Moved)) return;
   PlaceBeside(main_.frameGeometry(), main_.TaskArea(), ShownWindows(), window);
+  if (auto* grid = qobject_cast<GridWindow*>(&window)) grid->AcceptSize();
 }
 
 void DesktopScreen::ShowWindow(int slot) {

@@ -11,6 +11,7 @@ namespace {
 constexpr int kStep = 28;  // About the height of a title bar.
 constexpr int kGap = 6;
 constexpr int kNarrowest = 300;  // What a small screen does not make a window narrower than.
+constexpr int kAmple = 400;      // With so much room beside it the main window is left free.
 constexpr int kRoomBelow = 4;
 constexpr int kTitle = 30;  // What a window's frame adds to its height,
 constexpr int kEdges = 10;  // and to its width, about.
@@ -67,7 +68,9 @@ void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vecto
   const QRect screen = window.screen()->availableGeometry();
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
-  const int width = std::min(window.width(), std::max(screen.right() - kGap - free, kNarrowest));
+  const bool isAmple = screen.right() - kGap - beside >= kAmple;
+  const int room = screen.right() - kGap - (isAmple ? beside : free);
+  const int width = std::min(window.width(), std::max(room, kNarrowest));
   if (width < window.width()) {
     const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     window.resize(width, window.height() + bar);
@@ -78,7 +81,7 @@ void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vecto
   const int left = std::clamp(wanted, screen.left(), std::max(screen.left(), rightmost));
   const int lowest = std::max(screen.top(), screen.bottom() - window.height() - kTitle);
   // Low enough to leave the results' frames free, with room for a few more below it.
-  const int top = std::max(screen.top(), lowest - kRoomBelow * kStep);
+  const int top = isAmple ? screen.top() : std::max(screen.top(), lowest - kRoomBelow * kStep);
   QPoint corner(left, top);
   for (int tries = 0; IsTaken(corner, others) && tries < 40; ++tries) {
     corner += QPoint(0, kStep);

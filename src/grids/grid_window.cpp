@@ -67,7 +67,7 @@ void GridWindow::FitToGrid() {
   // Of all that stands in the column, only the grid has a size that depends on its contents.
   const int below = layout_->sizeHint().height() - grid_->sizeHint().height();
   QSize wanted = grid_->FullSize() + QSize(margins.left() + margins.right(), below);
-  const QSize largest = screen()->availableSize() * kLargestShare;
+  const QSize largest = LargestSize();
   // A scroll bar one way takes room the other way.
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   const bool tooHigh = wanted.height() > largest.height();
@@ -75,6 +75,16 @@ void GridWindow::FitToGrid() {
   wanted += QSize(tooHigh ? bar : 0, tooWide ? bar : 0);
   fitted_ = wanted.boundedTo(largest).expandedTo(kSmallest);
   resize(fitted_);
+}
+
+/// A share of the screen; once the window is on show, no more than there is right of it and below.
+QSize GridWindow::LargestSize() const {
+  const QRect available = screen()->availableGeometry();
+  const QSize largest = available.size() * kLargestShare;
+  if (!isVisible()) return largest;
+  const QPoint edges = frameGeometry().bottomRight() - geometry().bottomRight();
+  const QPoint rest = available.bottomRight() - edges - geometry().topLeft();
+  return largest.boundedTo(QSize(rest.x(), rest.y()).expandedTo(size()));
 }
 
 void GridWindow::Toggle() {

@@ -26,6 +26,8 @@ class GridWindow : public QWidget {
   void SetUp(int rows, int cols, bool wide);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
+  /// The present size is not the user's choice: the window may still be shaped for its grid.
+  void AcceptSize() { fitted_ = size(); }
   /// Ends the edit or inspection of a cell.
   void HideEntryBox();
 
@@ -50,6 +52,7 @@ class GridWindow : public QWidget {
   void PlaceEntryBox();
   void Toggle();
   void FitToGrid();
+  QSize LargestSize() const;
 
   Context& context_;
   const int slot_;

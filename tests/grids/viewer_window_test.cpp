@@ -166,6 +166,29 @@ TEST_F(Viewer, NoWindowIsShownForSlotsThatDoNotExist) {
   EXPECT_TRUE(program.Windows().ShownWindows().empty());
 }
 
+TEST_F(Viewer, AToggledWindowGrowsButNotBeyondTheScreen) {
+  TypeInto(txtRowsA, "12");
+  TypeInto(txtColsA, "3");
+  Click(cmdCreateA);
+  GridWindow& window = Window(kSlotA);
+  const int narrow = window.width();
+  ClickToggle(kSlotA);
+  EXPECT_GT(window.width(), narrow);
+  EXPECT_LE(window.geometry().right(), window.screen()->availableGeometry().right());
+  ClickToggle(kSlotA);
+  EXPECT_EQ(window.width(), narrow);
+}
+
+TEST_F(Viewer, AWindowThatWasMadeNarrowerToFitStillFollowsItsGrid) {
+  Enter(kSlotA, 3, 12, {});
+  Enter(kSlotB, 2, 2, {});
+  const int narrowed = Window(kSlotA).width();
+  ASSERT_LT(narrowed, Grid(kSlotA).FullSize().width());
+  Click(cmdExchangeAandB);
+  EXPECT_LT(Window(kSlotA).width(), narrowed);
+  EXPECT_GE(Window(kSlotA).width(), Grid(kSlotA).FullSize().width());
+}
+
 TEST_F(Viewer, NewWindowsCoverNeitherTasksNorEachOther) {
   EnterSymmetricA();
   Click(cmdTask(8));
