@@ -162,6 +162,9 @@ void CreateSystem(Context& context) {
   const std::optional<Dimensions> size = SystemDimensions(context);
   if (!size) return;
   Store(context.workspace.System(), Matrix(size->rows, size->cols));
+  // Another way of solving lets a system be created over one that is still there: the grid must not
+  // keep numbers that the new one does not hold.
+  SetUpSlotGrid(context, kSlotSystem, 0, 0);
   MarkSystemAvailable(context);
   context.screen.ShowWindow(kSlotSystem);
   context.screen.BringMainToFront();

@@ -226,6 +226,19 @@ TEST_F(LifecycleTest, ABadNumberOfUnknownsIsRefusedByName) {
   EXPECT_FALSE(workspace.System().present);
 }
 
+TEST_F(LifecycleTest, ASystemCreatedOverAnotherShowsNoneOfItsNumbers) {
+  EnterSystem(Rows({{1, 2, 3}, {4, 5, 6}}));
+  ClearOperand(context, kSlotSystem);
+  ASSERT_EQ(screen.grids[kSlotSystem].Text(1, 1), "0");
+  OptSystemClick(context, 2);
+  screen.Type(txtEquations, "3");
+  CreateSystem(context);
+  EXPECT_EQ(Array(kSlotSystem), Matrix(3, 3));
+  EXPECT_EQ(screen.grids[kSlotSystem].Text(1, 1), "");
+  EXPECT_EQ(screen.grids[kSlotSystem].Text(0, 1), "1");
+  EXPECT_EQ(screen.grids[kSlotSystem].Text(0, 3), " =  R.H.S.");
+}
+
 TEST_F(LifecycleTest, ResettingTheSystemAsksNothingAndGoesBackToTheOneShotSolution) {
   SelectSystemMethod(context, 2);
   EnterSystem(Rows({{1, 1}, {1, 2}, {1, 3}}));
