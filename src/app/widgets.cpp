@@ -1,7 +1,9 @@
 #include "app/widgets.h"
 
 #include <QCheckBox>
+#include <QDragEnterEvent>
 #include <QFocusEvent>
+#include <QMimeData>
 #include <QRadioButton>
 
 #include "grids/qt_text.h"
@@ -74,6 +76,15 @@ void Field::mouseMoveEvent(QMouseEvent* event) {
 void Field::mouseReleaseEvent(QMouseEvent* event) {
   if (!keepsWhole_) QLineEdit::mouseReleaseEvent(event);
   keepsWhole_ = false;
+}
+
+// Files are for the window behind the field, which opens them; only text may be dropped into it.
+void Field::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) {
+    event->ignore();
+  } else {
+    QLineEdit::dragEnterEvent(event);
+  }
 }
 
 Field* MakeField(const Control& control, QWidget* parent) {

@@ -34,6 +34,7 @@ class Field : public QLineEdit {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
 
  private:
   bool untouched_ = false;   ///< Nothing was typed or clicked since the focus came.

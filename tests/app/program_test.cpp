@@ -114,6 +114,24 @@ TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
   EXPECT_EQ(Cell(kSlotA, 1, 1), "7");
 }
 
+TEST_F(ProgramTest, AFieldLeavesDroppedFilesToItsWindow) {
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile("/data/p.qmx")});
+  file.setText("/data/p.qmx");
+  QDragEnterEvent withFile({5, 5}, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+  withFile.ignore();
+  // Straight to the field: sent by the application, it would go on to the window.
+  QObject* field = Get(txtScalar);
+  field->event(&withFile);
+  EXPECT_FALSE(withFile.isAccepted());
+  QMimeData text;
+  text.setText("12");
+  QDragEnterEvent withText({5, 5}, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+  withText.ignore();
+  field->event(&withText);
+  EXPECT_TRUE(withText.isAccepted());
+}
+
 TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
   DesktopScreen& screen = program.Windows();
   screen.BeginWork();
