@@ -189,6 +189,17 @@ Signed SplitSign(std::string_view text) {
   return {false, text};
 }
 
+/// With 15 digits where these read back to the same double, else with the fewest that do.
+char* WriteExact(double value, bool zeroBeforePoint, char* out) {
+  // The shortest text that reads back is the 15-digit one whenever that reads back, except among
+  // the subnormal numbers, many of which are told apart by fewer digits than that.
+  Digits digits = ShortestDigits(value);
+  const bool subnormal = value != 0 && std::abs(value) < std::numeric_limits<double>::min();
+  if (subnormal && digits.count < kDoubleDigits) digits = RoundedDigits(value, kDoubleDigits);
+  if (digits.negative) *out++ = '-';
+  return WriteDigits(digits, std::max(digits.count, kDoubleDigits), zeroBeforePoint, out);
+}
+
 }  // namespace
 
 std::string CStr(double value) { return Convert(value, kDoubleDigits, Shape::kCStr); }
@@ -207,14 +218,12 @@ std::string PrintItem(double value) { return Str(value) + ' '; }
 
 std::string PrintItem(int value) { return (value < 0 ? "" : " ") + std::to_string(value) + ' '; }
 
-char* WriteFileNumber(char* out, double value) {
-  // The shortest text that reads back is the 15-digit one whenever that reads back, except among
-  // the subnormal numbers, many of which are told apart by fewer digits than that.
-  Digits digits = ShortestDigits(value);
-  const bool subnormal = value != 0 && std::abs(value) < std::numeric_limits<double>::min();
-  if (subnormal && digits.count < kDoubleDigits) digits = RoundedDigits(value, kDoubleDigits);
-  if (digits.negative) *out++ = '-';
-  return WriteDigits(digits, std::max(digits.count, kDoubleDigits), false, out);
+char* WriteFileNumber(char* out, double value) { return WriteExact(value, false, out); }
+
+char* WriteClipboardNumber(char* out, double value) {
+  if (std::isfinite(value)) return WriteExact(value, true, out);
+  const std::string name = CStr(value);
+  return std::copy(name.begin(), name.end(), out);
 }
 
 std::string FileNumber(double value) {

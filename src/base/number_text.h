@@ -48,6 +48,10 @@ char* WriteFileNumber(char* out, double value);
 inline constexpr int kFileNumberRoom = 48;
 std::string FileNumber(double value);
 
+/// How the clipboard holds a number so that nothing is lost: the digits of WriteFileNumber, with a
+/// 0 before the point as the grids show it. 0.5 -> "0.5"   1/3 -> "0.3333333333333333"
+char* WriteClipboardNumber(char* out, double value);
+
 /// The value of the longest leading part of a text that reads as a finite decimal number; blanks in
 /// front are skipped. A text without such a part gives 0. Never faults.
 ///   "12abc" -> 12   "1.5e" -> 1.5   "1e3" -> 1000   " .5" -> 0.5   "+7" -> 7   "" -> 0   "1e999"

@@ -1,13 +1,132 @@
 #include "commands/grid_commands.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/memory.h"
 #include "base/number_text.h"
+#include "commands/block_text.h"
 #include "workspace/availability.h"
+#include "workspace/known_eigenvalues.h"
 
 namespace qmx {
+namespace {
+
+std::string CellName(int slot, int row, int col) {
+  return std::string(InfoOf(slot).prefix) + CStr(row) + "," + CStr(col) + ")";
+}
+
+std::string RowsAndColumns(int rows, int cols) {
+  return CStr(rows) + (rows == 1 ? " row and " : " rows and ") + CStr(cols) +
+         (cols == 1 ? " column" : " columns");
+}
+
+/// Why a block of this shape does not fit into a matrix from a cell on; empty where it does.
+std::string RoomProblem(const Matrix& array, int slot, int row, int col, const TextBlock& block) {
+  const int rows = std::max(array.Rows() - row + 1, 0);
+  const int cols = std::max(array.Cols() - col + 1, 0);
+  if (block.rows <= rows && block.cols <= cols) return {};
+  return "it has " + RowsAndColumns(block.rows, block.cols) + ", but from " +
+         CellName(slot, row, col) + " on there is room for " + RowsAndColumns(rows, cols) + ".";
+}
+
+/// Writes the elements of one slot's cells, each as its grid shows it but with all digits.
+class CellWriter {
+ public:
+  CellWriter(const Workspace& workspace, int slot, const ShownCells& shown)
+      : workspace_(workspace), slot_(slot), array_(workspace.At(slot).array), shown_(shown) {}
+
+  void Append(int row, int col) {
+    if (const double* element = Find(row, col)) {
+      std::array<char, kFileNumberRoom> room;
+      text.append(room.data(), WriteClipboardNumber(room.data(), *element));
+    } else {
+      text += shown_.text(row, col);
+    }
+  }
+
+  std::string text;
+
+ private:
+  /// The element that a cell shows; null where it shows none.
+  const double* Find(int row, int col) const {
+    const bool eigenvectors = slot_ == kSlotEigenvectors;
+    if (eigenvectors && col > KnownEigenvalues(workspace_)) return nullptr;
+    if (eigenvectors && row == 0 && col > 0) return FindIn(EigenvalueArray(), col, 1);
+    if (eigenvectors && col > 0 && workspace_.eigen.VectorStatus[col - 1] != 0) return nullptr;
+    const double* element = FindIn(array_, row, col);
+    return element == nullptr || shown_.isEmpty(row, col) ? nullptr : element;
+  }
+  const Matrix& EigenvalueArray() const { return workspace_.At(kSlotEigenvalues).array; }
+  static const double* FindIn(const Matrix& matrix, int row, int col) {
+    return matrix.Contains(row, col) ? matrix.Row(row) + col - 1 : nullptr;
+  }
+
+  const Workspace& workspace_;
+  int slot_;
+  const Matrix& array_;
+  const ShownCells& shown_;
+};
+
+/// True if the text of so many cells fits into memory, in the forms that it takes on its way to the
+/// clipboard.
+bool HasRoomForText(const CellRange& cells) {
+  constexpr std::size_t kBytesPerCell = 5 * 20;
+  const auto rows = static_cast<std::size_t>(cells.lastRow - cells.firstRow + 1);
+  const auto cols = static_cast<std::size_t>(cells.lastCol - cells.firstCol + 1);
+  return rows <= AvailableMemory() / kBytesPerCell / cols;
+}
+
+}  // namespace
 
 void CommitCell(Context& context, int slot, int row, int col, const std::string& text) {
   Matrix& array = context.workspace.At(slot).array;
   if (array.Contains(row, col)) array(row, col) = Val(text);
+}
+
+std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col,
+                                    std::string_view text) {
+  Matrix& array = context.workspace.At(slot).array;
+  if (!array.Contains(row, col)) return std::nullopt;
+  NumberBlock block = ReadNumberBlock(text);
+  std::string problem = std::move(block.problem);
+  if (problem.empty()) problem = RoomProblem(array, slot, row, col, block.texts);
+  if (!problem.empty()) {
+    context.screen.ShowMessage(
+        {"The block cannot be pasted: " + problem + "\n\nNothing was changed.", Icon::kCritical});
+    return std::nullopt;
+  }
+  const int rows = block.texts.rows;
+  const int cols = block.texts.cols;
+  for (int i = 0; i < rows; ++i) {
+    std::copy_n(block.values.data() + static_cast<std::ptrdiff_t>(i) * cols, cols,
+                array.Row(row + i) + col - 1);
+  }
+  context.screen.SetCellTexts(slot, row, col, std::move(block.texts));
+  return CellRange{row, col, row + rows - 1, col + cols - 1};
+}
+
+std::optional<std::string> CopyBlock(Context& context, int slot, const CellRange& cells,
+                                     const ShownCells& shown, bool headers) {
+  if (!HasRoomForText(cells)) {
+    context.screen.ShowMessage(
+        {"There is not enough memory to copy so many cells.", Icon::kCritical});
+    return std::nullopt;
+  }
+  CellWriter writer(context.workspace, slot, shown);
+  const auto appendRow = [&](int row) {
+    if (headers) writer.Append(row, 0);
+    if (headers) writer.text += '\t';
+    for (int col = cells.firstCol; col <= cells.lastCol; ++col) {
+      if (col > cells.firstCol) writer.text += '\t';
+      writer.Append(row, col);
+    }
+    writer.text += '\n';
+  };
+  if (headers && InfoOf(slot).kind != WindowKind::kColumnViewer) appendRow(0);
+  for (int row = cells.firstRow; row <= cells.lastRow; ++row) appendRow(row);
+  return std::move(writer.text);
 }
 
 std::string CellToolTip(int slot, int row, int col, const std::string& text) {

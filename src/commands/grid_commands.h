@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "workspace/context.h"
 
@@ -9,6 +12,38 @@ namespace qmx {
 /// What is typed into cell (row, col) of an editor: the element takes the text's numeric value at
 /// once. Nothing outside the matrix.
 void CommitCell(Context& context, int slot, int row, int col, const std::string& text);
+
+/// A block of cells of a matrix, rows and columns counted from 1, both ends included.
+struct CellRange {
+  int firstRow;
+  int firstCol;
+  int lastRow;
+  int lastCol;
+
+  bool operator==(const CellRange&) const = default;
+};
+
+/// Pastes a block of numbers into an editor, the first of them into cell (row, col): every element
+/// and every cell's text becomes what typing it there would make it. Returns the cells that were
+/// written; nothing after a message where the text is no block of numbers or where the matrix has
+/// not room for it, and then nothing is changed.
+std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col,
+                                    std::string_view text);
+
+/// What a copy asks of a slot's grid: what cell (row, col) shows, counted as in CellRange, with 0
+/// for the headers; and whether it shows nothing.
+struct ShownCells {
+  std::function<std::string(int row, int col)> text;
+  std::function<bool(int row, int col)> isEmpty;
+};
+
+/// A block of cells as text for the clipboard: numbers separated by tabs, every row ended by a line
+/// feed. An element is written with all its digits, whatever precision the grid shows; a cell that
+/// is empty stays empty, and one that shows no element keeps its text. `headers` adds the header
+/// column and, where the grid has one, the header row. Nothing after a message where the text would
+/// not fit into memory.
+std::optional<std::string> CopyBlock(Context& context, int slot, const CellRange& cells,
+                                     const ShownCells& shown, bool headers = false);
 
 /// The tool tip of a cell's entry box: "A(2,3)=7" in an editor, "(2,3)=7" in a viewer.
 std::string CellToolTip(int slot, int row, int col, const std::string& text);

@@ -6,6 +6,7 @@
 
 #include "base/matrix.h"
 #include "workspace/controls.h"
+#include "workspace/text_block.h"
 
 namespace qmx {
 
@@ -55,6 +56,14 @@ class Screen {
                                    const std::vector<bool>& columns) = 0;
   /// Writes one cell. Row and column count from 0 and include headers.
   virtual void SetCellText(int slot, int row, int col, const std::string& text) = 0;
+  /// Writes a block of cells, the first of them into (row, col).
+  virtual void SetCellTexts(int slot, int row, int col, TextBlock texts) {
+    for (int i = 0; i < texts.rows; ++i) {
+      for (int j = 0; j < texts.cols; ++j) {
+        SetCellText(slot, row + i, col + j, std::string(texts.At(i, j)));
+      }
+    }
+  }
   virtual void SetCellColour(int slot, int row, int col, Colour colour) = 0;
   /// The colour of all cells that have none of their own.
   virtual void SetGridColour(int slot, Colour colour) = 0;

@@ -136,6 +136,20 @@ TEST(FileNumber, GivesSubnormalNumbersFifteenDigits) {
   EXPECT_EQ(FileNumber(5.672890015651015e-309), "5.672890015651015E-309");
 }
 
+TEST(ClipboardNumber, HasTheDigitsOfAFileAndAZeroBeforeThePoint) {
+  const auto text = [](double value) {
+    std::array<char, kFileNumberRoom> room;
+    return std::string(room.data(), WriteClipboardNumber(room.data(), value));
+  };
+  EXPECT_EQ(text(0.5), "0.5");
+  EXPECT_EQ(text(-0.1), "-0.1");
+  EXPECT_EQ(text(1.0 / 3), "0.3333333333333333");
+  EXPECT_EQ(text(-0.0), "0");
+  EXPECT_EQ(text(-kLargest), "-1.7976931348623157E+308");
+  EXPECT_EQ(text(kSmallest), "4.94065645841247E-324");
+  EXPECT_EQ(text(std::numeric_limits<double>::infinity()), "Infinity");
+}
+
 bool SameBits(double one, double two) {
   return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(two);
 }
