@@ -83,6 +83,10 @@ void DesktopScreen::SetCellText(int slot, int row, int col, const std::string& t
   Ensure(slot).Grid().SetTextMatrix(row, col, QString::fromStdString(text));
 }
 
+void DesktopScreen::SetCellTexts(int slot, int row, int col, TextBlock texts) {
+  Ensure(slot).Grid().SetTexts(row, col, std::move(texts));
+}
+
 void DesktopScreen::SetCellColour(int slot, int row, int col, Colour colour) {
   Ensure(slot).Grid().SetCellColour(row, col, colour);
 }

@@ -1,5 +1,10 @@
 #include "grids/editor_window.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <algorithm>
+
+#include "commands/block_text.h"
 #include "commands/grid_commands.h"
 
 namespace qmx {
@@ -7,6 +12,7 @@ namespace qmx {
 EditorWindow::EditorWindow(Context& context, int slot) : GridWindow(context, slot) {
   AddEntryBox();
   AddToggle();
+  AddPaste();
   if (slot == kSlotSystem) Grid().SetLastColumnApart();
   connect(&Grid(), &MatrixGrid::CellChosen, this, &EditorWindow::StartEditing);
   connect(&Grid(), &MatrixGrid::ArrowPressed, this, &EditorWindow::MoveAndEdit);
@@ -47,6 +53,25 @@ void EditorWindow::MoveAndEdit(int key) {
   if (key == Qt::Key_Up) next = (row + rows - 1) % rows * cols + col;
   Grid().SetCurrentCell(static_cast<int>(next / cols) + 1, static_cast<int>(next % cols) + 1);
   StartEditing();
+}
+
+void EditorWindow::PasteIntoCells() {
+  const std::string text = QApplication::clipboard()->text().toStdString();
+  if (text.empty() || !Grid().HasCurrentCell()) return;
+  const CellBlock at = Grid().SelectedOrCurrent();
+  const auto pasted = PasteBlock(Commands(), Slot(), at.top, at.left, text);
+  if (!pasted) return;
+  Grid().SelectBlock({pasted->firstRow, pasted->firstCol, pasted->lastRow, pasted->lastCol});
+}
+
+void EditorWindow::PasteIntoBox() {
+  const std::string clipboard = QApplication::clipboard()->text().toStdString();
+  const QString text = QString::fromStdString(PlainCellText(clipboard));
+  if (!std::all_of(text.begin(), text.end(), IsAcceptedInCell)) {
+    PasteIntoCells();
+  } else if (!text.isEmpty()) {
+    Box()->insert(text);
+  }
 }
 
 }  // namespace qmx

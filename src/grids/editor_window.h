@@ -6,7 +6,7 @@ namespace qmx {
 
 /// A window whose matrix is typed in. A click, an arrow or a character typed on the grid lays the
 /// entry box over the current cell; every change of its text is at once the cell's text and the
-/// element's value.
+/// element's value. A block of numbers is pasted as if it were typed cell by cell.
 class EditorWindow : public GridWindow {
   Q_OBJECT
 
@@ -18,6 +18,8 @@ class EditorWindow : public GridWindow {
   void StartTyping(const QString& character);
   void Commit(const QString& text);
   void MoveAndEdit(int key);
+  void PasteIntoCells() override;
+  void PasteIntoBox() override;
 };
 
 }  // namespace qmx

@@ -1,8 +1,11 @@
 #include "grids/entry_box.h"
 
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QRegularExpressionValidator>
+#include <tuple>
 
 namespace qmx {
 namespace {
@@ -19,6 +22,15 @@ bool IsDiscarded(const QKeyEvent& event) {
   }
   const QString text = event.text();
   return !text.isEmpty() && text.front().isPrint() && !IsAcceptedInCell(text.front());
+}
+
+bool SelectsText(const QKeyEvent& event) {
+  if (event.matches(QKeySequence::SelectAll)) return true;
+  const auto held = event.modifiers() & ~(Qt::KeypadModifier | Qt::ControlModifier);
+  if (held != Qt::ShiftModifier) return false;
+  const bool isArrow = event.key() >= Qt::Key_Left && event.key() <= Qt::Key_Down;
+  return isArrow || event.key() == Qt::Key_Home || event.key() == Qt::Key_End ||
+         event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown;
 }
 
 }  // namespace
@@ -42,9 +54,50 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
   const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
   if (isArrow && held == Qt::NoModifier) {
     Q_EMIT ArrowPressed(event->key());
+  } else if (event->matches(QKeySequence::Copy)) {
+    Q_EMIT CopyRequested();
+  } else if (event->matches(QKeySequence::Paste)) {
+    Q_EMIT PasteRequested();
+  } else if (SelectsText(*event)) {
+    SelectTextOrCells(event);
   } else if (!IsDiscarded(*event)) {
     QLineEdit::keyPressEvent(event);
   }
+}
+
+void EntryBox::SelectTextOrCells(QKeyEvent* event) {
+  const auto state = [this] {
+    return std::tuple(cursorPosition(), selectionStart(), selectionLength());
+  };
+  const auto before = state();
+  QLineEdit::keyPressEvent(event);
+  event->accept();
+  if (state() == before) Q_EMIT SelectionKeyPressed(*event);
+}
+
+// The line edit's own menu would copy and paste past the signals.
+void EntryBox::contextMenuEvent(QContextMenuEvent* event) {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto add = [this, menu](const char* name, const QString& text,
+                                QKeySequence::StandardKey key, bool enabled, auto slot) {
+    QAction* entry = menu->addAction(text);
+    entry->setObjectName(name);
+    entry->setShortcut(key);
+    entry->setShortcutVisibleInContextMenu(true);
+    entry->setEnabled(enabled);
+    connect(entry, &QAction::triggered, this, slot);
+  };
+  add("mnuUndo", tr("&Undo"), QKeySequence::Undo, isUndoAvailable(), &EntryBox::undo);
+  add("mnuRedo", tr("&Redo"), QKeySequence::Redo, isRedoAvailable(), &EntryBox::redo);
+  menu->addSeparator();
+  add("mnuCut", tr("Cu&t"), QKeySequence::Cut, hasSelectedText(), &EntryBox::cut);
+  add("mnuCopyText", tr("&Copy"), QKeySequence::Copy, true, &EntryBox::CopyRequested);
+  add("mnuPasteText", tr("&Paste"), QKeySequence::Paste, true, &EntryBox::PasteRequested);
+  add("mnuSelectText", tr("&Select text"), QKeySequence::SelectAll, !text().isEmpty(),
+      &EntryBox::selectAll);
+  Q_EMIT MenuOpening(menu);
+  menu->popup(event->globalPos());
 }
 
 void EntryBox::paintEvent(QPaintEvent* event) {

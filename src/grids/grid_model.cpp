@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "base/number_text.h"
+#include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
+
+/// Blocks with more cells than this are kept as they are.
+constexpr std::size_t kSmallBlock = 4096;
 
 constexpr quint64 KeyOf(int row, int col) {
   return static_cast<quint64>(row) << 32 | static_cast<quint32>(col);
@@ -37,6 +41,7 @@ void GridModel::DropCellsOutside() {
   };
   texts_.removeIf([&](auto entry) { return isOutside(entry.key()) || isHeading(entry.key()); });
   colours_.removeIf([&](auto entry) { return isOutside(entry.key()); });
+  blocks_.Clip(rowCount(), columnCount());
 }
 
 bool GridModel::FillsAll(const Matrix& values, const std::vector<bool>* columns) const {
@@ -49,7 +54,9 @@ void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool
     values_ = values.View();
     std::fill(columns_.begin(), columns_.end(), Column{rows_, wide});
     texts_.removeIf([this](auto entry) { return IsData(RowOf(entry.key()), ColOf(entry.key())); });
+    blocks_.Clear();
   } else {
+    KeepBlocksAsTexts();
     Merge(values, wide, columns);
   }
   Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
@@ -87,7 +94,16 @@ QString GridModel::Text(int row, int col) const {
   if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return {};
   const auto written = texts_.constFind(KeyOf(row, col));
   if (written != texts_.constEnd()) return *written;
+  if (const auto inBlock = blocks_.Find(row, col)) return ToQString(*inBlock);
   return ElementText(row, col);
+}
+
+bool GridModel::IsBlank(int row, int col) const {
+  const auto written = texts_.constFind(KeyOf(row, col));
+  if (written != texts_.constEnd()) return written->isEmpty();
+  if (const auto inBlock = blocks_.Find(row, col)) return inBlock->empty();
+  if (IsData(row, col)) return row - headerRows_ + 1 > columns_[col].filled;
+  return Text(row, col).isEmpty();
 }
 
 QString GridModel::ElementText(int row, int col) const {
@@ -108,6 +124,39 @@ void GridModel::SetText(int row, int col, const QString& text) {
   Q_EMIT dataChanged(index(row, col), index(row, col));
 }
 
+void GridModel::SetTexts(int row, int col, TextBlock texts) {
+  const int lastRow = row + texts.rows - 1;
+  const int lastCol = col + texts.cols - 1;
+  if (texts.Size() > kSmallBlock) {
+    texts_.removeIf([&](auto entry) {
+      const int atRow = RowOf(entry.key());
+      const int atCol = ColOf(entry.key());
+      return atRow >= row && atRow <= lastRow && atCol >= col && atCol <= lastCol;
+    });
+    blocks_.Add(row, col, std::move(texts));
+  } else {
+    for (int i = 0; i < texts.rows; ++i) {
+      for (int j = 0; j < texts.cols; ++j) {
+        texts_.insert(KeyOf(row + i, col + j), ToQString(texts.At(i, j)));
+      }
+    }
+  }
+  Q_EMIT dataChanged(index(row, col), index(lastRow, lastCol));
+}
+
+/// Columns are filled one by one: the cells of the others keep what was written.
+void GridModel::KeepBlocksAsTexts() {
+  if (blocks_.IsEmpty()) return;
+  for (int row = headerRows_; row < rowCount(); ++row) {
+    for (int col = 1; col <= cols_; ++col) {
+      const auto text = blocks_.Find(row, col);
+      const quint64 key = KeyOf(row, col);
+      if (text && !texts_.contains(key)) texts_.insert(key, ToQString(*text));
+    }
+  }
+  blocks_.Clear();
+}
+
 QColor GridModel::ColourOf(int row, int col) const {
   return colours_.value(KeyOf(row, col), defaultColour_);
 }
@@ -124,6 +173,7 @@ void GridModel::SetDefaultColour(const QColor& colour) {
 }
 
 bool GridModel::IsEmpty() const {
+  if (!blocks_.IsEmpty()) return false;
   for (int j = 1; j <= cols_; ++j) {
     if (columns_[j].filled > 0) return false;
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "grids/written_blocks.h"
 
 namespace qmx {
 
@@ -32,6 +33,10 @@ class GridModel : public QAbstractTableModel {
   /// Text of a cell; empty outside the grid.
   QString Text(int row, int col) const;
   void SetText(int row, int col, const QString& text);
+  /// Writes a block of data cells, its first cell at (row, col); it must lie within the grid.
+  void SetTexts(int row, int col, TextBlock texts);
+  /// True if a cell has no text.
+  bool IsBlank(int row, int col) const;
   /// Colour of a cell's text: its own, else that of all cells; invalid where none was given.
   QColor ColourOf(int row, int col) const;
   void SetColour(int row, int col, const QColor& colour);
@@ -64,6 +69,7 @@ class GridModel : public QAbstractTableModel {
   void Merge(const Matrix& values, bool wide, const std::vector<bool>* columns);
   void FillColumn(int col, const Matrix& values, bool wide, Matrix& merged);
   QString ElementText(int row, int col) const;
+  void KeepBlocksAsTexts();
 
   int headerRows_;
   int rows_ = 0;
@@ -71,6 +77,7 @@ class GridModel : public QAbstractTableModel {
   MatrixView values_;
   std::vector<Column> columns_{1};
   QHash<quint64, QString> texts_;
+  WrittenBlocks blocks_;  ///< Below the texts.
   QHash<quint64, QColor> colours_;
   QColor defaultColour_;
 };

@@ -32,9 +32,16 @@ GridWindow::GridWindow(Context& context, int slot)
   layout_->addWidget(grid_);
   connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
+  AddEntries();
 }
 
-void GridWindow::AddEntryBox() { box_ = new EntryBox(this); }
+void GridWindow::AddEntryBox() {
+  box_ = new EntryBox(this);
+  connect(box_, &EntryBox::SelectionKeyPressed, grid_, &MatrixGrid::SelectByKey);
+  connect(box_, &EntryBox::CopyRequested, this, &GridWindow::CopyFromBox);
+  connect(box_, &EntryBox::PasteRequested, this, [this] { PasteIntoBox(); });
+  connect(box_, &EntryBox::MenuOpening, this, &GridWindow::ExtendBoxMenu);
+}
 
 void GridWindow::AddToggle() {
   auto* toggle = new QPushButton(tr("Toggle &width"), this);
@@ -56,7 +63,7 @@ void GridWindow::SetWide(bool wide) {
     const QSignalBlocker quiet(grid_);
     grid_->SetWide(wide);
     FitToGrid();
-    grid_->SetCurrentCell(grid_->Row(), grid_->Col());
+    grid_->scrollTo(grid_->currentIndex(), QAbstractItemView::EnsureVisible);
   }
   PlaceEntryBox();
 }

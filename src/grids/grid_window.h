@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QAction>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -12,8 +14,8 @@
 namespace qmx {
 
 /// What the windows of all matrices share: the grid, the entry box over its current cell, the
-/// button that toggles the width, and a close box that only hides. Window, grid and caption are
-/// named by the slot table.
+/// button that toggles the width, copying of the selected cells, going to a cell by its numbers,
+/// and a close box that only hides. Window, grid and caption are named by the slot table.
 class GridWindow : public QWidget {
   Q_OBJECT
 
@@ -44,6 +46,11 @@ class GridWindow : public QWidget {
   /// Writes a text into the entry box as if nobody had typed it.
   void FillEntryBox(const QString& text);
   void ShowToolTip(const QString& text);
+  /// Pasting from the clipboard, asked for on the grid and in the entry box.
+  virtual void PasteIntoCells() {}
+  virtual void PasteIntoBox();
+  /// Adds the entry for pasting to the menu.
+  void AddPaste();
 
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -54,11 +61,25 @@ class GridWindow : public QWidget {
   void FitToGrid();
   QSize LargestSize() const;
 
+  QAction* AddEntry(const char* name, const QString& text, const QString& toolTip);
+  void AddEntries();
+  void ShowMenu(const QPoint& where);
+  void ExtendBoxMenu(QMenu* menu);
+  void CopyCells(bool headers);
+  void CopyFromBox();
+  void GoTo();
+
   Context& context_;
   const int slot_;
   MatrixGrid* grid_;
   EntryBox* box_ = nullptr;
   QVBoxLayout* layout_;
+  // The entries of the grid's menu.
+  QAction* copy_ = nullptr;
+  QAction* copyWithHeaders_ = nullptr;
+  QAction* paste_ = nullptr;  ///< In editors.
+  QAction* selectAll_ = nullptr;
+  QAction* goTo_ = nullptr;
   QSize fitted_;  ///< The size that was last chosen for the window rather than by the user.
 };
 

@@ -1,7 +1,6 @@
 #include "grids/matrix_grid.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <algorithm>
 
@@ -20,11 +19,7 @@ MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
     : QTableView(parent), model_(new GridModel(hasHeaderRow, this)) {
   setModel(model_);
   setLayoutDirection(Qt::LeftToRight);
-  // Keys and clicks select nothing: a selection comes from assistive technology alone, which has no
-  // other means to choose a cell.
-  setSelectionMode(QAbstractItemView::SingleSelection);
-  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
-          &MatrixGrid::ChooseSelected);
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTabKeyNavigation(false);
   setAutoScroll(false);
@@ -51,6 +46,7 @@ int MatrixGrid::DefaultColumnWidth() const {
 void MatrixGrid::SetUp(int rows, int cols, bool wide) {
   const int row = Row();
   const int col = Col();
+  EndSelection();
   model_->SetUp(rows, cols);
   wide_ = wide;
   headerWidth_ = 0;
@@ -104,22 +100,19 @@ void MatrixGrid::ApplyWidths() {
   Q_EMIT CellsMoved();
 }
 
-void MatrixGrid::SetCurrentCell(int row, int col) {
-  if (!model_->IsData(row, col)) return;
-  const QModelIndex cell = model_->index(row, col);
-  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
-  scrollTo(cell, EnsureVisible);
-  viewport()->update();
+void MatrixGrid::PlaceCurrentCell(GridCell cell) {
+  // Not the whole view: this happens with every arrow key.
+  update(currentIndex());
+  const QModelIndex index = model_->index(cell.row, cell.col);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+  update(index);
 }
 
-void MatrixGrid::ChooseSelected() {
-  const QModelIndexList cells = selectionModel()->selectedIndexes();
-  if (cells.isEmpty()) return;
-  const QModelIndex cell = cells.front();
-  selectionModel()->clearSelection();
-  if (!model_->IsData(cell.row(), cell.column())) return;
-  SetCurrentCell(cell.row(), cell.column());
-  Q_EMIT CellChosen(cell.row(), cell.column());
+void MatrixGrid::SetCurrentCell(int row, int col) {
+  if (!model_->IsData(row, col)) return;
+  EndSelection();
+  PlaceCurrentCell({row, col});
+  scrollTo(currentIndex(), EnsureVisible);
 }
 
 bool MatrixGrid::IsInSight(int row, int col) const {
@@ -171,29 +164,6 @@ void MatrixGrid::scrollTo(const QModelIndex& index, [[maybe_unused]] ScrollHint 
 
 int MatrixGrid::RowsPerPage() const {
   return std::max(1, (viewport()->height() - HeaderHeight()) / std::max(1, rowHeight(0)) - 1);
-}
-
-bool MatrixGrid::MoveByKey(const QKeyEvent& event) {
-  const int firstRow = model_->HeaderRows();
-  const int lastRow = firstRow + model_->DataRows() - 1;
-  const int lastCol = model_->DataCols();
-  const bool toCorner = event.modifiers().testFlag(Qt::ControlModifier);
-  switch (event.key()) {
-    case Qt::Key_Home:
-      SetCurrentCell(toCorner ? firstRow : Row(), 1);
-      return true;
-    case Qt::Key_End:
-      SetCurrentCell(toCorner ? lastRow : Row(), lastCol);
-      return true;
-    case Qt::Key_PageUp:
-      SetCurrentCell(std::max(Row() - RowsPerPage(), firstRow), Col());
-      return true;
-    case Qt::Key_PageDown:
-      SetCurrentCell(std::min(Row() + RowsPerPage(), lastRow), Col());
-      return true;
-    default:
-      return false;
-  }
 }
 
 }  // namespace qmx

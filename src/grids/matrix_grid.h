@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QTableView>
+#include <optional>
 #include <vector>
 
 #include "base/matrix.h"
 #include "grids/grid_model.h"
+#include "grids/grid_selection.h"
 #include "workspace/screen.h"
 
 namespace qmx {
@@ -16,6 +19,10 @@ namespace qmx {
 ///
 /// The current cell is always a data cell. A click moves it; so do arrows, Home, End, Page Up, Page
 /// Down, Ctrl+Home and Ctrl+End.
+///
+/// A block of data cells can be selected, by the same keys and clicks with Shift, by dragging, by
+/// Ctrl+A, Ctrl+Space (columns) and Shift+Space (rows), and by clicks on the fixed cells. The
+/// current cell stays where the block was begun. Whatever moves it alone ends the selection.
 class MatrixGrid final : public QTableView {
   Q_OBJECT
 
@@ -27,6 +34,7 @@ class MatrixGrid final : public QTableView {
   void Populate(const Matrix& values, bool wide, const std::vector<bool>* columns = nullptr);
   QString TextMatrix(int row, int col) const { return model_->Text(row, col); }
   void SetTextMatrix(int row, int col, const QString& text);
+  void SetTexts(int row, int col, TextBlock texts) { model_->SetTexts(row, col, std::move(texts)); }
   void SetCellColour(int row, int col, Colour colour);
   void SetGridColour(Colour colour);
   /// Gives every data column the default width, or twice it.
@@ -41,8 +49,20 @@ class MatrixGrid final : public QTableView {
 
   int Row() const { return currentIndex().row(); }
   int Col() const { return currentIndex().column(); }
-  /// Makes a data cell the current one and scrolls it into sight.
+  /// False where there are no data cells.
+  bool HasCurrentCell() const { return model_->IsData(Row(), Col()); }
+  /// Makes a data cell the current one, scrolls it into sight and ends the selection.
   void SetCurrentCell(int row, int col);
+  /// The selected cells; nothing where none are.
+  std::optional<CellBlock> Selected() const;
+  /// The selected cells, else the current one, which must be there.
+  CellBlock SelectedOrCurrent() const;
+  /// Selects a block of data cells; its first one becomes the current cell.
+  void SelectBlock(const CellBlock& block);
+  void EndSelection();
+  /// Does what a key means for the selection; false where it means nothing.
+  bool SelectByKey(const QKeyEvent& event);
+
   /// Where a cell is, in the coordinates of the viewport.
   QRect CellRect(int row, int col) const { return visualRect(model_->index(row, col)); }
   /// True if no part of the cell is out of sight. A cell that is larger than the room for cells
@@ -54,6 +74,7 @@ class MatrixGrid final : public QTableView {
   QRect visualRect(const QModelIndex& index) const override;
   QModelIndex indexAt(const QPoint& point) const override;
   void scrollTo(const QModelIndex& index, ScrollHint hint) override;
+  void selectAll() override;
 
  Q_SIGNALS:
   /// A click on a data cell, which is the current one now; or the key that stands for it, F2.
@@ -62,6 +83,12 @@ class MatrixGrid final : public QTableView {
   void ArrowPressed(int key);
   /// A character typed on the grid.
   void CharacterTyped(const QString& character);
+  /// A block of cells is being selected.
+  void SelectionBegan();
+  /// The keys for copying and pasting, and the one or the click that asks for a menu.
+  void CopyRequested();
+  void PasteRequested();
+  void MenuRequested(const QPoint& where);
   /// Cells are elsewhere now: scrolled, or given another width.
   void CellsMoved();
   /// The header column became wider to hold its texts.
@@ -74,6 +101,9 @@ class MatrixGrid final : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   void scrollContentsBy(int dx, int dy) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -94,18 +124,40 @@ class MatrixGrid final : public QTableView {
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
   void ApplyWidths();
-  void ChooseSelected();
-  void PaintArea(QPainter& painter, const Area& area) const;
+  void PlaceCurrentCell(GridCell cell);
+  void PaintArea(QPainter& painter, const Area& area, const QRect& damaged) const;
   void PaintCell(QPainter& painter, const QRect& rect, int row, int col) const;
+  void PaintSelectionFrame(QPainter& painter) const;
   void PaintCurrentCell(QPainter& painter) const;
+  QColor Background(int row, int col) const;
   QColor TextColour(int row, int col) const;
+
+  CellBlock AllCells() const;
+  static bool IsMoveKey(int key);
+  /// Where a key leads to from a cell.
+  GridCell KeyTarget(const QKeyEvent& event, GridCell from) const;
   bool MoveByKey(const QKeyEvent& event);
   int RowsPerPage() const;
+
+  void BeginSelection(GridSelection::Span span, GridCell cell);
+  void ExtendSelection(GridCell cell);
+  void PublishSelection();
+  void TakeOver(const QItemSelection& selected);
+  void PressCell(GridCell cell, bool extend);
+  void PressHeader(GridCell cell, bool extend);
+  void DragTo(const QPoint& point);
+  /// The data cell in sight that is closest to a point.
+  GridCell CellNear(const QPoint& point) const;
 
   GridModel* model_;
   bool wide_ = false;
   bool lastColumnApart_ = false;
   int headerWidth_ = 0;
+  GridSelection selection_;
+  bool publishing_ = false;  ///< The selection model changes by our own doing.
+  bool dragging_ = false;
+  QPoint dragPoint_;
+  QBasicTimer dragTimer_;  ///< Runs while a drag rests beyond an edge.
 };
 
 }  // namespace qmx

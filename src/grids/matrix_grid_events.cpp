@@ -1,9 +1,8 @@
 // What the grid does with paint requests, keys and clicks.
 
-#include <QApplication>
-#include <QClipboard>
 #include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "grids/matrix_grid.h"
 
@@ -12,41 +11,55 @@ namespace {
 
 constexpr int kDarkBelow = 128;  // Lightness under which a background counts as dark.
 
+/// A background with as much of the selection's colour as leaves every text on it readable.
+QColor Mixed(const QColor& plain, const QColor& highlight) {
+  constexpr float kShare = 0.3F;
+  const auto mix = [](float one, float other) { return one + (other - one) * kShare; };
+  return QColor::fromRgbF(mix(plain.redF(), highlight.redF()),
+                          mix(plain.greenF(), highlight.greenF()),
+                          mix(plain.blueF(), highlight.blueF()));
+}
+
 }  // namespace
 
-void MatrixGrid::paintEvent([[maybe_unused]] QPaintEvent* event) {
+void MatrixGrid::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   const QRect all = viewport()->rect();
-  painter.fillRect(all, palette().base());
+  // Only what was damaged: a typed digit costs one cell, however many are in sight.
+  const QRect damaged = event->rect();
+  painter.fillRect(damaged, palette().base());
   const int rows = model_->rowCount();
   const int cols = model_->columnCount();
   const int headerRows = model_->HeaderRows();
   const auto orLast = [](int found, int last) { return found < 0 ? last : found; };
-  const int firstRow = orLast(rowAt(HeaderHeight()), rows);
-  const int lastRow = orLast(rowAt(all.bottom()), rows - 1);
-  const int firstCol = orLast(columnAt(HeaderWidth()), cols);
-  const int lastCol = orLast(columnAt(all.right()), cols - 1);
+  const int firstRow = orLast(rowAt(std::max(damaged.top(), HeaderHeight())), rows);
+  const int lastRow = orLast(rowAt(damaged.bottom()), rows - 1);
+  const int firstCol = orLast(columnAt(std::max(damaged.left(), HeaderWidth())), cols);
+  const int lastCol = orLast(columnAt(damaged.right()), cols - 1);
   const QRect right = all.adjusted(HeaderWidth(), 0, 0, 0);
   const QRect below = all.adjusted(0, HeaderHeight(), 0, 0);
-  PaintArea(painter, {firstRow, lastRow, firstCol, lastCol, right & below});
+  PaintArea(painter, {firstRow, lastRow, firstCol, lastCol, right & below}, damaged);
+  painter.setClipRect(right & below);
+  PaintSelectionFrame(painter);
   PaintCurrentCell(painter);
-  PaintArea(painter, {0, headerRows - 1, firstCol, lastCol, right});
-  PaintArea(painter, {firstRow, lastRow, 0, 0, below});
-  PaintArea(painter, {0, headerRows - 1, 0, 0, all});
+  PaintArea(painter, {0, headerRows - 1, firstCol, lastCol, right}, damaged);
+  PaintArea(painter, {firstRow, lastRow, 0, 0, below}, damaged);
+  PaintArea(painter, {0, headerRows - 1, 0, 0, all}, damaged);
 }
 
-void MatrixGrid::PaintArea(QPainter& painter, const Area& area) const {
+void MatrixGrid::PaintArea(QPainter& painter, const Area& area, const QRect& damaged) const {
   painter.setClipRect(area.clip);
   for (int row = area.firstRow; row <= area.lastRow; ++row) {
     for (int col = area.firstCol; col <= area.lastCol; ++col) {
-      PaintCell(painter, CellRect(row, col), row, col);
+      const QRect rect = CellRect(row, col);
+      if (rect.intersects(damaged)) PaintCell(painter, rect, row, col);
     }
   }
 }
 
 void MatrixGrid::PaintCell(QPainter& painter, const QRect& rect, int row, int col) const {
   const bool isData = model_->IsData(row, col);
-  if (!isData) painter.fillRect(rect, palette().button());
+  painter.fillRect(rect, Background(row, col));
   painter.setPen(palette().color(isData ? QPalette::Midlight : QPalette::Mid));
   painter.drawLine(rect.bottomLeft(), rect.bottomRight());
   painter.drawLine(rect.topRight(), rect.bottomRight());
@@ -60,6 +73,30 @@ void MatrixGrid::PaintCell(QPainter& painter, const QRect& rect, int row, int co
       fontMetrics().elidedText(model_->Text(row, col), Qt::ElideRight, room.width());
   painter.setPen(TextColour(row, col));
   painter.drawText(room, (isData ? Qt::AlignRight : Qt::AlignHCenter) | Qt::AlignVCenter, text);
+}
+
+QColor MatrixGrid::Background(int row, int col) const {
+  const bool isData = model_->IsData(row, col);
+  const QColor plain = palette().color(isData ? QPalette::Base : QPalette::Button);
+  const auto block = Selected();
+  if (!block) return plain;
+  // Headers tell which rows and columns are selected. The current cell stays plain, to be found.
+  const bool rowSelected = row >= block->top && row <= block->bottom;
+  const bool colSelected = col >= block->left && col <= block->right;
+  const bool isSelected = isData                       ? rowSelected && colSelected
+                          : row < model_->HeaderRows() ? colSelected
+                                                       : rowSelected;
+  const bool isCurrent = row == Row() && col == Col();
+  return isSelected && !isCurrent ? Mixed(plain, palette().color(QPalette::Highlight)) : plain;
+}
+
+void MatrixGrid::PaintSelectionFrame(QPainter& painter) const {
+  const auto block = Selected();
+  if (!block) return;
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.setBrush(Qt::NoBrush);
+  const QRect cells = CellRect(block->top, block->left) | CellRect(block->bottom, block->right);
+  painter.drawRect(cells.adjusted(0, 0, -1, -1));
 }
 
 void MatrixGrid::PaintCurrentCell(QPainter& painter) const {
@@ -84,9 +121,16 @@ void MatrixGrid::keyPressEvent(QKeyEvent* event) {
   const auto held = event->modifiers() & ~Qt::KeypadModifier;
   const bool isArrow = event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down;
   if (event->matches(QKeySequence::Copy)) {
-    QApplication::clipboard()->setText(TextMatrix(Row(), Col()));
+    Q_EMIT CopyRequested();
+  } else if (event->matches(QKeySequence::Paste)) {
+    Q_EMIT PasteRequested();
   } else if (isArrow && held == Qt::NoModifier) {
+    EndSelection();
     Q_EMIT ArrowPressed(event->key());
+  } else if (SelectByKey(*event)) {
+    event->accept();
+  } else if (event->key() == Qt::Key_Escape && selection_.IsActive()) {
+    EndSelection();
   } else if (event->key() == Qt::Key_F2) {
     Q_EMIT CellChosen(Row(), Col());
   } else if (!MoveByKey(*event)) {
@@ -101,15 +145,18 @@ void MatrixGrid::keyPressEvent(QKeyEvent* event) {
 }
 
 void MatrixGrid::mousePressEvent(QMouseEvent* event) {
-  const QModelIndex cell = indexAt(event->position().toPoint());
-  if (event->button() != Qt::LeftButton || !model_->IsData(cell.row(), cell.column())) return;
-  SetCurrentCell(cell.row(), cell.column());
-  Q_EMIT CellChosen(cell.row(), cell.column());
+  const QModelIndex index = indexAt(event->position().toPoint());
+  if (event->button() != Qt::LeftButton || !index.isValid() || !HasCurrentCell()) return;
+  const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);
+  const GridCell cell{index.row(), index.column()};
+  dragging_ = true;
+  if (model_->IsData(cell.row, cell.col)) {
+    PressCell(cell, extend);
+  } else {
+    PressHeader(cell, extend);
+  }
 }
 
-// One cell is current, and no range is ever selected: dragging and double clicks mean nothing more.
-void MatrixGrid::mouseMoveEvent(QMouseEvent* event) { event->accept(); }
-void MatrixGrid::mouseReleaseEvent(QMouseEvent* event) { event->accept(); }
 void MatrixGrid::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
 
 void MatrixGrid::scrollContentsBy(int dx, int dy) {

@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
 #include <QElapsedTimer>
 #include <QScrollBar>
 #include <QTest>
@@ -229,14 +227,6 @@ TEST_F(Grid, HeadersStayWhileTheRestScrolls) {
   EXPECT_EQ(grid.CellRect(0, 5).top(), 0);
   EXPECT_EQ(grid.CellRect(5, 0).left(), 0);
   EXPECT_LT(grid.CellRect(5, 5).top(), 0);
-}
-
-TEST_F(Grid, CopiesTheCurrentCell) {
-  Fill(Numbered(2, 2));
-  ShowSized(300, 200);
-  grid.SetCurrentCell(2, 1);
-  QTest::keyClick(&grid, Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), "201");
 }
 
 TEST_F(Grid, ScreenReadersReachEveryCell) {

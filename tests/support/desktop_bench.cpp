@@ -19,7 +19,9 @@ void Desktop::Keys(const std::string& text) {
   for (const char character : text) QTest::keyClick(QApplication::focusWidget(), character);
 }
 
-void Desktop::Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
+void Desktop::Key(Qt::Key key, Qt::KeyboardModifiers held) {
+  QTest::keyClick(QApplication::focusWidget(), key, held);
+}
 
 void Desktop::Click(const Control& button) {
   auto* target = Get<QAbstractButton>(button);
@@ -38,7 +40,8 @@ void Desktop::TypeInto(const Control& field, const std::string& text) {
   QTest::keyClicks(target, QString::fromStdString(text));
 }
 
-SeenBox Desktop::ClickAndAnswer(const Control& button, QMessageBox::StandardButton answer) {
+SeenBox Desktop::ActAndAnswer(const std::function<void()>& act,
+                              QMessageBox::StandardButton answer) {
   SeenBox seen;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
@@ -50,9 +53,14 @@ SeenBox Desktop::ClickAndAnswer(const Control& button, QMessageBox::StandardButt
     box->button(answer)->click();
   });
   poll.start(5);
-  Click(button);
-  EXPECT_FALSE(seen.text.empty()) << "no message box after " << button.ObjectName();
+  act();
+  EXPECT_FALSE(seen.text.empty()) << "no message box";
   return seen;
+}
+
+SeenBox Desktop::ClickAndAnswer(const Control& button, QMessageBox::StandardButton answer) {
+  SCOPED_TRACE(button.ObjectName());
+  return ActAndAnswer([&] { Click(button); }, answer);
 }
 
 GridWindow& Desktop::Window(int slot) {

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QMessageBox>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -55,13 +56,15 @@ class Desktop : public ::testing::Test {
 
   /// Types each character, or presses a key, where the keyboard is at that moment.
   static void Keys(const std::string& text);
-  static void Key(Qt::Key key);
+  static void Key(Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier);
 
   /// Presses a button by a click of the mouse; it must be enabled and visible.
   void Click(const Control& button);
   /// Clicks into a field, types over its text.
   void TypeInto(const Control& field, const std::string& text);
-  /// Presses a button that leads to a message box, answers it, and tells what it was.
+  /// Does something, or presses a button, that leads to a message box, answers it, and tells what
+  /// it was.
+  SeenBox ActAndAnswer(const std::function<void()>& act, QMessageBox::StandardButton answer);
   SeenBox ClickAndAnswer(const Control& button, QMessageBox::StandardButton answer);
 
   /// A window of a matrix, which must be there.
