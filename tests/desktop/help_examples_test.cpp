@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 
@@ -69,6 +70,8 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
         {"start", &HelpExamples::ExpectStart},
         {"narrow", &HelpExamples::ExpectNarrow},
         {"wide", &HelpExamples::ExpectWide},
+        {"clipboard", &HelpExamples::ExpectClipboard},
+        {"paste", &HelpExamples::ExpectRefusedBlock},
     };
     const auto action = kActions.find(step.action);
     ASSERT_NE(action, kActions.end()) << "nobody does data-" << step.action;
@@ -209,6 +212,23 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
   }
   void ExpectWide(const HelpStep& step) {
     EXPECT_EQ(CStr(ParseNumber(step.target).value()), step.text);
+  }
+
+  void ExpectClipboard(const HelpStep& step) {
+    std::array<char, kFileNumberRoom> room;
+    char* end = WriteClipboardNumber(room.data(), ParseNumber(step.target).value());
+    EXPECT_EQ(std::string(room.data(), end), step.text);
+  }
+  /// Pastes into A(2,2) of a 3 x 3 matrix; the page has "|" for a tab and "/" for the end of a row.
+  void ExpectRefusedBlock(const HelpStep& step) {
+    if (!workspace.ACreated) EnterA(Matrix(3, 3));
+    std::string block = step.target;
+    std::replace(block.begin(), block.end(), '|', '\t');
+    std::replace(block.begin(), block.end(), '/', '\n');
+    EXPECT_FALSE(PasteBlock(context, kSlotA, 2, 2, block));
+    EXPECT_EQ(screen.LastMessage(),
+              "The block cannot be pasted: " + step.text + "\n\nNothing was changed.");
+    screen.messages.clear();
   }
 
   std::size_t linesBefore_ = 0;

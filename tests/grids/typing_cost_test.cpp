@@ -1,0 +1,97 @@
+// A typed digit costs the same in a large matrix and in a small one.
+
+#include <QAccessible>
+#include <QElapsedTimer>
+#include <QPaintEvent>
+#include <QTest>
+#include <algorithm>
+
+#include "support/desktop_bench.h"
+
+namespace qmx::test {
+namespace {
+
+/// Counts what a grid is asked to paint.
+class PaintWatch : public QObject {
+ public:
+  explicit PaintWatch(QWidget* viewport) { viewport->installEventFilter(this); }
+  QRegion painted;
+  int requests = 0;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) {
+      painted += static_cast<QPaintEvent*>(event)->region();
+      ++requests;
+    }
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+class TypingCost : public Desktop {
+ public:
+  /// Creates A anew, fills it, and opens the cell in the middle of what is seen of it.
+  void OpenA(int size) {
+    if (State().ACreated) ClickAndAnswer(cmdResetA, QMessageBox::Yes);
+    Enter(kSlotA, size, size, {});
+    Click(cmdClearA);
+    Click(cmdShow(kSlotA));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotA)));
+    ClickCell(kSlotA, 2, 2);
+    QTest::qWait(20);
+  }
+  /// Nanoseconds that a digit takes until it is painted: the middle of many.
+  qint64 TimeOfDigit() {
+    constexpr int kDigits = 101;
+    std::vector<qint64> times;
+    for (int i = 0; i < kDigits; ++i) {
+      // The text has always the same length.
+      Box(kSlotA).selectAll();
+      QCoreApplication::processEvents();
+      QElapsedTimer timer;
+      timer.start();
+      Keys(std::to_string(i % 10));
+      QCoreApplication::processEvents();
+      times.push_back(timer.nsecsElapsed());
+    }
+    std::nth_element(times.begin(), times.begin() + kDigits / 2, times.end());
+    return times[kDigits / 2];
+  }
+};
+
+TEST_F(TypingCost, ADigitPaintsItsOwnCellOnly) {
+  OpenA(2000);
+  const QRect cell = Grid(kSlotA).CellRect(2, 2);
+  PaintWatch watch(Grid(kSlotA).viewport());
+  for (const char* digit : {"7", "8", "."}) {
+    Keys(digit);
+    QTest::qWait(20);
+  }
+  EXPECT_TRUE(watch.painted.subtracted(QRegion(cell)).isEmpty());
+  EXPECT_LE(watch.requests, 3);
+}
+
+TEST_F(TypingCost, AnArrowPaintsTwoCellsOnly) {
+  OpenA(2000);
+  const QRect cells = Grid(kSlotA).CellRect(2, 2) | Grid(kSlotA).CellRect(2, 3);
+  PaintWatch watch(Grid(kSlotA).viewport());
+  Key(Qt::Key_Right);
+  QTest::qWait(20);
+  EXPECT_TRUE(watch.painted.subtracted(QRegion(cells)).isEmpty());
+}
+
+TEST_F(TypingCost, ADigitTakesNoLongerInALargeMatrix) {
+  for (const bool withScreenReader : {false, true}) {
+    QAccessible::setActive(withScreenReader);
+    OpenA(2);
+    const qint64 small = TimeOfDigit();
+    OpenA(2000);
+    const qint64 large = TimeOfDigit();
+    // Whatever goes through rows, columns or cells takes a hundred times as long.
+    EXPECT_LT(large, 3 * small) << withScreenReader;
+    QAccessible::setActive(false);
+    ClickAndAnswer(cmdResetA, QMessageBox::Yes);
+  }
+}
+
+}  // namespace
+}  // namespace qmx::test
