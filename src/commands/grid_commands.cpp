@@ -69,6 +69,10 @@ class CellWriter {
   const ShownCells& shown_;
 };
 
+/// True if the numbers of a text fit into memory: the shortest ones take two bytes of it and about
+/// twenty times as much while they are read.
+bool HasRoomForNumbers(std::string_view text) { return text.size() <= AvailableMemory() / 20; }
+
 /// True if the text of so many cells fits into memory, in the forms that it takes on its way to the
 /// clipboard.
 bool HasRoomForText(const CellRange& cells) {
@@ -89,6 +93,11 @@ std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col
                                     std::string_view text) {
   Matrix& array = context.workspace.At(slot).array;
   if (!array.Contains(row, col)) return std::nullopt;
+  if (!HasRoomForNumbers(text)) {
+    context.screen.ShowMessage(
+        {"There is not enough memory to paste so many cells.", Icon::kCritical});
+    return std::nullopt;
+  }
   NumberBlock block = ReadNumberBlock(text);
   std::string problem = std::move(block.problem);
   if (problem.empty()) problem = RoomProblem(array, slot, row, col, block.texts);

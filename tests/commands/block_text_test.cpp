@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "base/number_text.h"
+
 namespace qmx {
 namespace {
 
@@ -112,6 +116,30 @@ TEST(BlockText, EmptyCellsAreRefused) {
 TEST(BlockText, RowsOfDifferentLengthAreRefused) {
   EXPECT_EQ(Read("1\t2\n3\n4\t5"), "its row 2 has 1 column, but the first row has 2.");
   EXPECT_EQ(Read("1\n2\n3 4"), "its row 3 has 2 columns, but the first row has 1.");
+}
+
+TEST(BlockText, AnyTextIsABlockOfItsNumbersOrAProblem) {
+  constexpr std::string_view kCharacters = "0123456789+-.,eE;\t \n\r\"\xE2\x88\x92\xC2\xA0x";
+  std::mt19937 random(4711);
+  int blocks = 0;
+  for (int round = 0; round < 200000; ++round) {
+    std::string text(random() % 12, ' ');
+    // Mostly digits, so that many of them are blocks.
+    for (char& c : text) c = kCharacters[random() % (random() % 2 == 0 ? 10 : kCharacters.size())];
+    const NumberBlock block = ReadNumberBlock(text);
+    if (!block.problem.empty()) continue;
+    ++blocks;
+    const TextBlock& texts = block.texts;
+    ASSERT_EQ(block.values.size(), static_cast<std::size_t>(texts.rows) * texts.cols) << text;
+    ASSERT_EQ(block.values.size(), texts.Size()) << text;
+    for (int i = 0; i < texts.rows; ++i) {
+      for (int j = 0; j < texts.cols; ++j) {
+        const auto place = static_cast<std::size_t>(i) * texts.cols + j;
+        ASSERT_EQ(ParseNumber(texts.At(i, j)), block.values[place]) << text;
+      }
+    }
+  }
+  EXPECT_GT(blocks, 20000);
 }
 
 TEST(BlockText, ASingleTextLosesWhatStandsAroundIt) {
