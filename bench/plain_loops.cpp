@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace qmx::bench {
@@ -15,13 +16,14 @@ int PivotRow(const Matrix& W, int i) {
   return p;
 }
 
-/// Returns the number of exchanges.
-int Eliminate(Matrix& W, int columns) {
+/// Returns the number of exchanges; `order`, where there is one, follows them.
+int Eliminate(Matrix& W, int columns, Matrix* order = nullptr) {
   int exchanges = 0;
   for (int i = 1; i <= columns; ++i) {
     const int p = PivotRow(W, i);
     if (W(p, i) == 0) break;
     if (p != i) ++exchanges;
+    if (order != nullptr) std::swap((*order)(i, 1), (*order)(p, 1));
     for (int j = 1; p != i && j <= W.Cols(); ++j) std::swap(W(i, j), W(p, j));
     for (int k = i + 1; k <= W.Rows(); ++k) {
       const double f = W(k, i) / W(i, i);
@@ -52,18 +54,18 @@ double PlainDeterminant(Matrix W) {
   return det;
 }
 
-Matrix PlainLu(const Matrix& A) {
-  Matrix U = A;
-  Eliminate(U, U.Rows());
-  Matrix L(U.Rows(), U.Rows());
-  for (int r = 1; r <= U.Rows(); ++r) {
-    L(r, r) = 1;
+PlainFactors PlainLu(const Matrix& A) {
+  PlainFactors lu{Matrix(A.Rows(), A.Rows()), A, Matrix(A.Rows(), 1)};
+  for (int k = 1; k <= A.Rows(); ++k) lu.exchanges(k, 1) = k;
+  Eliminate(lu.right, A.Rows(), &lu.exchanges);
+  for (int r = 1; r <= A.Rows(); ++r) {
+    lu.left(r, r) = 1;
     for (int c = 1; c < r; ++c) {
-      L(r, c) = U(r, c);
-      U(r, c) = 0;
+      lu.left(r, c) = lu.right(r, c);
+      lu.right(r, c) = 0;
     }
   }
-  return L;
+  return lu;
 }
 
 Matrix PlainSolution(Matrix M) {
@@ -78,7 +80,27 @@ Matrix PlainSolution(Matrix M) {
   return x;
 }
 
-Matrix PlainInverse(Matrix W) {
+Matrix PlainLeastSquares(const Matrix& system) {
+  const int k = system.Cols() - 1;
+  Matrix M(k, k + 1);
+  for (int i = 1; i <= k; ++i) {
+    for (int j = 1; j <= i; ++j) {
+      double sum = 0;
+      for (int r = 1; r <= system.Rows(); ++r) sum += system(r, i) * system(r, j);
+      M(i, j) = M(j, i) = sum;
+    }
+    double sum = 0;
+    for (int r = 1; r <= system.Rows(); ++r) sum += system(r, i) * system(r, k + 1);
+    M(i, k + 1) = sum;
+  }
+  return PlainSolution(std::move(M));
+}
+
+namespace {
+
+/// The exchange steps, the columns in the order of the inverse; `det` becomes the determinant but
+/// for its sign.
+Matrix Invert(Matrix W, double& det) {
   const int n = W.Rows();
   std::vector<int> pivotRow(n + 1);
   std::vector<int> pivotCol(n + 1);
@@ -93,6 +115,7 @@ Matrix PlainInverse(Matrix W) {
     }
     if (p == 0) break;
     const double pivot = W(p, i);
+    det *= pivot;
     pivotCol[p] = i;
     pivotRow[i] = p;
     for (int k = 1; k <= n; ++k) {
@@ -109,6 +132,22 @@ Matrix PlainInverse(Matrix W) {
   Matrix X(n, n);
   for (int i = 1; i <= n; ++i) {
     for (int j = 1; j <= n; ++j) X(i, j) = W(pivotRow[i], pivotCol[j]);
+  }
+  return X;
+}
+
+}  // namespace
+
+Matrix PlainInverse(Matrix W) {
+  double det = 1;
+  return Invert(std::move(W), det);
+}
+
+Matrix PlainAdjointByInverse(Matrix W) {
+  double det = 1;
+  Matrix X = Invert(std::move(W), det);
+  for (int i = 1; i <= X.Rows(); ++i) {
+    for (int j = 1; j <= X.Cols(); ++j) X(i, j) = det * X(i, j);
   }
   return X;
 }
@@ -130,7 +169,7 @@ Matrix PlainAdjoint(const Matrix& A) {
   return adjoint;
 }
 
-Matrix PlainQr(const Matrix& A) {
+PlainFactors PlainQr(const Matrix& A) {
   const int m = A.Rows();
   const int n = A.Cols();
   Matrix V = A;
@@ -151,12 +190,12 @@ Matrix PlainQr(const Matrix& A) {
     R(j, j) = std::sqrt(sum);
     for (int r = 1; r <= m; ++r) Q(r, j) = V(r, j) / R(j, j);
   }
-  return Q;
+  return {std::move(Q), std::move(R), Matrix()};
 }
 
-Matrix PlainDefiniteness(Matrix W) {
+PlainMinors PlainDefiniteness(Matrix W) {
   const int n = W.Rows();
-  Matrix minor(n, 1);
+  PlainMinors found{Matrix(n, 1), Matrix(n, 1)};
   int exchanges = 0;
   for (int k = 1; k <= n; ++k) {
     for (int i = 1; i < k; ++i) {
@@ -168,10 +207,14 @@ Matrix PlainDefiniteness(Matrix W) {
       const double f = W(k, i) / W(i, i);
       for (int j = i + 1; j <= n; ++j) W(k, j) -= f * W(i, j);
     }
-    minor(k, 1) = exchanges % 2 == 0 ? 1 : -1;
-    for (int l = 1; l <= k; ++l) minor(k, 1) *= W(l, l);
+    found.minor(k, 1) = exchanges % 2 == 0 ? 1 : -1;
+    found.smallest(k, 1) = std::abs(W(1, 1));
+    for (int l = 1; l <= k; ++l) {
+      found.minor(k, 1) *= W(l, l);
+      found.smallest(k, 1) = std::min(found.smallest(k, 1), std::abs(W(l, l)));
+    }
   }
-  return minor;
+  return found;
 }
 
 Matrix PlainHessenberg(Matrix M) {

@@ -1,11 +1,12 @@
 #include "table_reporter.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace qmx::bench {
 namespace {
 
-constexpr const char* kOthers[] = {"plain", "openblas", "lapack", "eigen"};
+constexpr const char* kOthers[] = {"plain", "reference", "openblas", "lapack", "eigen"};
 
 std::string TimeText(double seconds) {
   char text[32];
@@ -13,6 +14,12 @@ std::string TimeText(double seconds) {
   const double scale = seconds < 1e-3 ? 1e6 : seconds < 1 ? 1e3 : 1;
   std::snprintf(text, sizeof text, "%.3g %s", seconds * scale, unit);
   return text;
+}
+
+/// "task/n" in its two halves.
+std::pair<std::string, std::string> SplitLine(const std::string& line) {
+  const std::size_t slash = line.rfind('/');
+  return {line.substr(0, slash), line.substr(slash + 1)};
 }
 
 }  // namespace
@@ -25,16 +32,13 @@ bool TableReporter::ReportContext(const Context& context) {
 void TableReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
-    const std::string& name = run.run_name.function_name;
-    const std::size_t slash = name.rfind('/');
-    const std::string line = name.substr(0, slash);
-    Times& times = LineOf(line);
+    const auto [line, who] = SplitLine(run.run_name.function_name);
     // Processor time: other work on the machine does not count. What starts another process gives
     // its time itself.
     const bool isOwnTime = !run.run_name.time_type.empty();
     const double total = isOwnTime ? run.real_accumulated_time : run.cpu_accumulated_time;
     const double seconds = total / static_cast<double>(run.iterations);
-    double& best = times.try_emplace(name.substr(slash + 1), seconds).first->second;
+    double& best = LineOf(line).try_emplace(who, seconds).first->second;
     if (seconds < best) best = seconds;
   }
 }
@@ -47,14 +51,29 @@ TableReporter::Times& TableReporter::LineOf(const std::string& line) {
 }
 
 void TableReporter::Finalize() {
-  std::printf("| task | n | time | plain loop | OpenBLAS | LAPACK | Eigen |\n");
-  std::printf("|---|---:|---:|---:|---:|---:|---:|\n");
+  if (layout_ == Layout::kTasks) {
+    PrintTasks();
+  } else {
+    PrintSmallSizes();
+  }
+}
+
+void TableReporter::PrintTasks() const {
+  if (peak_ > 0) std::printf("Peak: %.1f GF/s\n\n", peak_ / 1e9);
+  std::printf(
+      "| task | n | time | of peak | plain loop | checked loop | OpenBLAS | LAPACK | Eigen |\n"
+      "|---|---:|---:|---:|---:|---:|---:|---:|---:|\n");
   for (const auto& [line, times] : lines_) {
-    const std::size_t slash = line.rfind('/');
     const auto ours = times.find("program");
     if (ours == times.end()) continue;
-    std::printf("| %s | %s | %s |", line.substr(0, slash).c_str(), line.substr(slash + 1).c_str(),
-                TimeText(ours->second).c_str());
+    const auto [task, n] = SplitLine(line);
+    std::printf("| %s | %s | %s |", task.c_str(), n.c_str(), TimeText(ours->second).c_str());
+    const auto operations = operations_.find(line);
+    if (operations == operations_.end()) {
+      std::printf(" |");
+    } else {
+      std::printf(" %.0f %% |", 100 * operations->second / ours->second / peak_);
+    }
     for (const char* other : kOthers) {
       const auto found = times.find(other);
       if (found == times.end()) {
@@ -65,6 +84,31 @@ void TableReporter::Finalize() {
     }
     std::printf("\n");
   }
+}
+
+void TableReporter::PrintSmallSizes() const {
+  std::vector<std::string> tasks;
+  std::vector<std::string> sizes;
+  std::map<std::string, double> ratio;
+  const auto note = [](std::vector<std::string>& all, const std::string& one) {
+    if (std::find(all.begin(), all.end(), one) == all.end()) all.push_back(one);
+  };
+  for (const auto& [line, times] : lines_) {
+    if (!times.contains("program") || !times.contains("plain")) continue;
+    const auto [task, n] = SplitLine(line);
+    note(tasks, task);
+    note(sizes, n);
+    ratio[line] = times.at("plain") / times.at("program");
+  }
+  std::printf("| n |");
+  for (const std::string& task : tasks) std::printf(" %s |", task.c_str());
+  std::printf("\n|---:|");
+  for (std::size_t k = 0; k < tasks.size(); ++k) std::printf("---:|");
+  for (const std::string& n : sizes) {
+    std::printf("\n| %s |", n.c_str());
+    for (const std::string& task : tasks) std::printf(" %.2f |", ratio[task + "/" + n]);
+  }
+  std::printf("\n");
 }
 
 }  // namespace qmx::bench

@@ -4,22 +4,40 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qmx::bench {
 
-/// Collects the times of benchmarks that are named "task/size/who" and prints one line for each
-/// task and size: the program's time and how many times longer the others take.
+/// Collects runs named task/n/who and prints tables of the best times of who = "program" and of how
+/// many times longer the others took.
 class TableReporter : public benchmark::BenchmarkReporter {
  public:
+  /// One line for each task and size, or one line for each size with the plain loops alone.
+  enum class Layout { kTasks, kSmallSizes };
+
+  TableReporter() = default;
+  /// The peak is in operations per second.
+  TableReporter(Layout layout, double peak) : layout_(layout), peak_(peak) {}
+
   bool ReportContext(const Context& context) override;
   void ReportRuns(const std::vector<Run>& runs) override;
   void Finalize() override;
 
+  /// How many additions and multiplications a task takes at size n.
+  void SetOperations(const std::string& task, int n, double operations) {
+    operations_[task + "/" + std::to_string(n)] = operations;
+  }
+
  private:
   using Times = std::map<std::string, double>;
   Times& LineOf(const std::string& line);
+  void PrintTasks() const;
+  void PrintSmallSizes() const;
 
+  const Layout layout_ = Layout::kTasks;
+  const double peak_ = 0;
+  std::map<std::string, double> operations_;
   std::vector<std::pair<std::string, Times>> lines_;
 };
 

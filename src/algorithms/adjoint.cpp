@@ -114,6 +114,7 @@ class Cofactors {
   void Finish(int i, int j, Road road);
 
   void TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn);
+  void TakeOneByOne(Matrix& minor, int i, int firstColumn, int lastColumn);
   void Store(int i, int j, double minor) { adjoint_(j, i) = AlternatingSign(i + j) * minor; }
 
   const Matrix& A_;
@@ -123,13 +124,14 @@ class Cofactors {
 };
 
 Matrix Cofactors::Run(Progress& progress) {
+  if (n_ <= kSmallOrder) {
+    Matrix minor(n_ - 1, n_ - 1);
+    for (int i = 1; i <= n_; ++i) TakeOneByOne(minor, i, 1, n_);
+    return std::move(adjoint_);
+  }
   Road road;
   road.rows.resize(n_);
   std::iota(road.rows.begin(), road.rows.end(), 1);
-  if (n_ <= kSmallOrder) {
-    TakeOneByOne(road.rows, 1, n_);
-    return std::move(adjoint_);
-  }
   road.block = A_;
   for (int c = 1; c <= n_; ++c) {
     Road branch = road;
@@ -229,13 +231,19 @@ void Cofactors::Finish(int i, int j, Road road) {
 
 void Cofactors::TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn) {
   Matrix minor(n_ - 1, n_ - 1);
-  for (const int i : rows) {
-    for (int j = firstColumn; j <= lastColumn; ++j) {
-      for (int k = 1; k < n_; ++k) {
-        for (int l = 1; l < n_; ++l) minor(k, l) = A_(k < i ? k : k + 1, l < j ? l : l + 1);
-      }
-      Store(i, j, ReduceToDeterminant(minor, unheard_));
+  for (const int i : rows) TakeOneByOne(minor, i, firstColumn, lastColumn);
+}
+
+void Cofactors::TakeOneByOne(Matrix& minor, int i, int firstColumn, int lastColumn) {
+  for (int j = firstColumn; j <= lastColumn; ++j) {
+    double* to = minor.Data();
+    for (int k = 1; k <= n_; ++k) {
+      if (k == i) continue;
+      const double* row = A_.Row(k);
+      for (int l = 0; l < j - 1; ++l) *to++ = row[l];
+      for (int l = j; l < n_; ++l) *to++ = row[l];
     }
+    Store(i, j, ReduceToDeterminant(minor, unheard_));
   }
 }
 

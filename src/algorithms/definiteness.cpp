@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "algorithms/elimination.h"
 #include "algorithms/ordered_product.h"
@@ -10,95 +11,183 @@
 namespace qmx {
 namespace {
 
-/// Reduces one row of W after the other by the rows above it. Of the row and the row of each step
-/// the one with the larger magnitude stays as the upper row; a pivot of exactly zero ends the
-/// reduction.
+/// The diagonal of the reduced blocks as it comes about: element i changes where a row takes the
+/// place of row i.
+struct DiagonalChange {
+  int row;  ///< That came.
+  int i;
+  double element;  ///< From then on.
+};
+
+/// Reduces every row of W by the rows above it. Of the row and the row of each step the one with
+/// the larger magnitude stays as the upper row; a pivot of exactly zero ends the reduction of the
+/// row.
 ///
-/// Whether rows are exchanged shows in the column of the step alone. So a row takes a few steps in
-/// their own columns first; the columns behind take them together afterwards, or right before an
-/// exchange.
+/// Row k needs nothing for step i but its own steps before and the steps i of the rows above it. So
+/// the steps of a block of columns are taken by all rows before the steps behind it:
+///
+///        first..last    behind         1. Rows first..last take the steps above them one by one.
+///       +------------+---------+       2. Of the rows below, a group takes all steps of the block
+///       |  \   U11   |   U12   |          in its columns first..last, as long as none is to be
+///       |     \      |         |          exchanged; then it takes them behind, all at once:
+///       +------------+---------+          A22 := A22 - F·U12.
+///       |    group   |   A22   |       3. A row that is to be exchanged takes its steps by itself,
+///       +------------+---------+          and the next group begins behind it.
 class GrowingElimination {
  public:
-  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()) {}
+  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()), ended_(n_ + 1), diagonal_(n_ + 1) {}
 
-  void JoinRow(int k);
-  int Exchanges() const { return exchanges_; }
+  void Run(Progress& progress);
+  /// The diagonal, from 1, each element as it is when its row has taken its steps.
+  std::vector<double>& Diagonal() { return diagonal_; }
+  /// In the order of the rows, and for each row in the order of its steps.
+  const std::vector<DiagonalChange>& SortedChanges();
 
  private:
   static constexpr int kBlockSteps = 16;
+  static constexpr int kGroupRows = 64;
   // Up to here blocks take longer than they save.
   static constexpr int kSmallOrder = 48;
 
-  bool TakeSteps(int k, int first, int last, int own);
-  void TakeStepsBehind(int own, int k, int first, int end);
+  void TakeStep(int i, int firstRow, int lastRow);
+  void TakeRowStep(int k, int i);
+  void EliminateBetween(int i, int top, int bottom);
+  int TakeGroup(int top, int bottom, int first, int last);
+  int TakeInOwnColumns(const View& panel, int first) const;
 
   Matrix& W_;
   const int n_;
-  int exchanges_ = 0;
-  std::array<double, kBlockSteps> factors_{};
+  std::vector<char> ended_;  ///< For each row, from 1, whether its reduction has ended.
+  std::vector<double> diagonal_;
+  std::vector<DiagonalChange> changes_;
+  std::array<double, static_cast<std::size_t>(kBlockSteps) * (kGroupRows + 1)> panel_{};
 };
 
-void GrowingElimination::JoinRow(int k) {
-  if (n_ <= kSmallOrder) {
-    // The textbook loop itself: all columns are the step's own.
-    TakeSteps(k, 1, k - 1, n_);
+void GrowingElimination::Run(Progress& progress) {
+  const int steps = n_ <= kSmallOrder ? n_ : kBlockSteps;
+  for (int first = 1; first <= n_; first += steps) {
+    const int last = std::min(first + steps - 1, n_);
+    for (int i = first; i <= last; ++i) {
+      diagonal_[i] = W_(i, i);
+      TakeStep(i, i + 1, last);
+    }
+    for (int top = last + 1; top <= n_;) {
+      top = TakeGroup(top, std::min(top + kGroupRows - 1, n_), first, last);
+    }
+    progress.Report(EliminatedPart(last, n_));
+  }
+}
+
+/// Step i of some rows, in all columns behind. Rows that stand together are eliminated together.
+void GrowingElimination::TakeStep(int i, int firstRow, int lastRow) {
+  int top = firstRow;
+  for (int k = firstRow; k <= lastRow; ++k) {
+    const bool plain =
+        ended_[k] == 0 && W_(i, i) != 0 && !(std::abs(W_(k, i)) > std::abs(W_(i, i)));
+    if (plain) continue;
+    EliminateBetween(i, top, k - 1);
+    TakeRowStep(k, i);
+    top = k + 1;
+  }
+  EliminateBetween(i, top, lastRow);
+}
+
+/// Step i of row k, in all columns behind.
+void GrowingElimination::TakeRowStep(int k, int i) {
+  if (ended_[k] != 0) return;
+  if (std::abs(W_(k, i)) > std::abs(W_(i, i))) {
+    W_.SwapRows(i, k, i);
+    changes_.push_back({k, i, W_(i, i)});
+  }
+  if (W_(i, i) == 0) {
+    ended_[k] = 1;
     return;
   }
-  for (int first = 1; first < k; first += kBlockSteps) {
-    const int last = std::min(first + kBlockSteps, k) - 1;
-    if (!TakeSteps(k, first, last, last)) return;
-  }
+  EliminateBetween(i, k, k);
 }
 
-/// The steps first..last of row k, one by one up to column `own` and together behind it. False
-/// where a zero pivot ends them.
-bool GrowingElimination::TakeSteps(int k, int first, int last, int own) {
-  int pending = first;  // The columns behind have taken the steps before this one.
-  bool complete = true;
-  double* row = W_.Row(k);
-  for (int i = first; i <= last; ++i) {
-    const double* upper = W_.Row(i);
-    if (std::abs(row[i - 1]) > std::abs(upper[i - 1])) {
-      TakeStepsBehind(own, k, pending, i);
-      pending = i;
-      W_.SwapRows(i, k, i);
-      ++exchanges_;
+void GrowingElimination::EliminateBetween(int i, int top, int bottom) {
+  if (top > bottom) return;
+  EliminateRows(&W_(i, i), &W_(top, i), n_, bottom - top + 1, 0, n_ - i);
+}
+
+/// The steps first..last of some of the rows top..bottom; returns the first row that is left.
+int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
+  const auto ended = std::find(ended_.begin() + top, ended_.begin() + bottom + 1, 1);
+  const int all = static_cast<int>(ended - ended_.begin()) - top;
+  // In front of the numbers of the rows stands the pivot of the column.
+  const View panel{panel_.data(), last - first + 1, all + 1, kGroupRows + 1, 1};
+  for (int k = 0; k < all; ++k) {
+    for (int s = 0; s < panel.rows; ++s) panel(s, k + 1) = W_(top + k, first + s);
+  }
+  for (int s = 0; s < panel.rows; ++s) panel(s, 0) = W_(first + s, first + s);
+  const int rows = TakeInOwnColumns(panel, first);
+  if (rows > 0) {
+    SubtractProduct({&panel(0, 1), rows, panel.rows, 1, panel.rowStride},
+                    Part(std::as_const(W_), first, last + 1, panel.rows, n_ - last),
+                    Part(W_, top, last + 1, rows, n_ - last));
+  }
+  if (top + rows > bottom) return bottom + 1;
+  for (int i = first; i <= last; ++i) TakeRowStep(top + rows, i);
+  return top + rows + 1;
+}
+
+/// Takes the steps of the panel's columns in these columns alone. Returns how many of the rows do
+/// so without an exchange; no number of theirs is needed any more but the factors, which are left
+/// in the panel. Rows from the first that is to be exchanged on are dropped on the way.
+int GrowingElimination::TakeInOwnColumns(const View& panel, int first) const {
+  int rows = panel.cols - 1;
+  for (int s = 0; s < panel.rows && rows > 0; ++s) {
+    double* column = &panel(s, 0);
+    const double pivot = std::abs(column[0]);
+    if (pivot == 0) return 0;
+    if (LargestMagnitude(column, rows + 1) > pivot) {
+      rows = static_cast<int>(std::find_if(column + 1, column + rows + 1,
+                                           [pivot](double a) { return std::abs(a) > pivot; }) -
+                              column) -
+             1;
+      if (rows == 0) return 0;
     }
-    if (upper[i - 1] == 0) {
-      last = i - 1;
-      complete = false;
-      break;
+    DivideBy(column[0], column + 1, rows);
+    const int later = panel.rows - s - 1;
+    if (later == 0) break;
+    SubtractProduct({W_.Row(first + s) + first + s, later, 1, 1, 1}, {column + 1, 1, rows, 1, 1},
+                    {&panel(s + 1, 1), later, rows, panel.rowStride, 1});
+  }
+  return rows;
+}
+
+const std::vector<DiagonalChange>& GrowingElimination::SortedChanges() {
+  std::stable_sort(changes_.begin(), changes_.end(),
+                   [](const auto& one, const auto& two) { return one.row < two.row; });
+  return changes_;
+}
+
+/// The minors and smallest pivots of all leading blocks. Those of a block begin as those of the
+/// block before, as far as its diagonal is the same.
+void ReportMinors(GrowingElimination& elimination, int n, DefinitenessReport& report) {
+  const std::vector<double>& joined = elimination.Diagonal();
+  const std::vector<DiagonalChange>& changes = elimination.SortedChanges();
+  std::vector<double> diagonal(n + 1);
+  std::vector<double> product(n + 1);
+  std::vector<double> smallest(n + 1);
+  auto change = changes.begin();
+  for (int k = 1; k <= n; ++k) {
+    int from = k;
+    for (; change != changes.end() && change->row == k; ++change) {
+      diagonal[change->i] = change->element;
+      from = std::min(from, change->i);
     }
-    const double f = row[i - 1] / upper[i - 1];
-    if (own < n_) factors_[i - pending] = f;
-    for (int j = i; j < own; ++j) row[j] -= f * upper[j];
+    diagonal[k] = joined[k];
+    for (int l = from; l <= k; ++l) {
+      const double magnitude = std::abs(diagonal[l]);
+      product[l] = l == 1 ? diagonal[1] : diagonal[l] * product[l - 1];
+      smallest[l] = l == 1 || magnitude < smallest[l - 1] ? magnitude : smallest[l - 1];
+    }
+    report.leadingMinor[k - 1] =
+        AlternatingSign(static_cast<int>(change - changes.begin())) * product[k];
+    report.smallestPivot[k - 1] = smallest[k];
   }
-  TakeStepsBehind(own, k, pending, last + 1);
-  return complete;
-}
-
-/// The steps first..end - 1 of row k in the columns behind `own`.
-void GrowingElimination::TakeStepsBehind(int own, int k, int first, int end) {
-  const int steps = end - first;
-  const int cols = n_ - own;
-  if (steps == 0 || cols == 0) return;
-  SubtractProduct({factors_.data(), 1, steps, steps, 1}, Part(W_, first, own + 1, steps, cols),
-                  Part(W_, k, own + 1, 1, cols));
-}
-
-/// Product of the leading k diagonal elements, the next one times the product so far.
-double LeadingProduct(const Matrix& W, int k) {
-  double product = W(1, 1);
-  for (int l = 2; l <= k; ++l) product = W(l, l) * product;
-  return product;
-}
-
-double SmallestMagnitude(const Matrix& W, int k) {
-  double smallest = std::abs(W(1, 1));
-  for (int l = 2; l <= k; ++l) {
-    if (std::abs(W(l, l)) < smallest) smallest = std::abs(W(l, l));
-  }
-  return smallest;
 }
 
 }  // namespace
@@ -124,18 +213,12 @@ Definiteness ClassifyMinors(const std::vector<double>& leadingMinor) {
 DefinitenessReport TestDefiniteness(Matrix W, Progress& progress) {
   const int n = W.Rows();
   DefinitenessReport report;
-  const double corner = W.At(1, 1);
-  report.leadingMinor.reserve(n);
-  report.smallestPivot.reserve(n);
-  report.leadingMinor.push_back(corner);
-  report.smallestPivot.push_back(std::abs(corner));
+  RequireElement(n >= 1);
+  report.leadingMinor.resize(n);
+  report.smallestPivot.resize(n);
   GrowingElimination elimination(W);
-  for (int k = 2; k <= n; ++k) {
-    elimination.JoinRow(k);
-    report.leadingMinor.push_back(AlternatingSign(elimination.Exchanges()) * LeadingProduct(W, k));
-    report.smallestPivot.push_back(SmallestMagnitude(W, k));
-    progress.Report(static_cast<double>(k) / n * k / n);
-  }
+  elimination.Run(progress);
+  ReportMinors(elimination, n, report);
   report.overallSmallestPivot =
       *std::min_element(report.smallestPivot.begin(), report.smallestPivot.end());
   report.verdict = ClassifyMinors(report.leadingMinor);

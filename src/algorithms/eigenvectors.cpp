@@ -54,14 +54,15 @@ VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
   const int n = A.Rows();
   Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
   Progress unheard;
-  const Elimination factors = Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard);
+  std::vector<double> order(n);
+  const Elimination factors = Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard, order.data());
   CheckArithmetic();
   if (!factors.complete) return VectorOutcome::kSingular;
 
   std::vector<double> previous(n);
   for (std::int32_t cycle = 1;; ++cycle) {
     previous = x;
-    for (int i = 0; i < n; ++i) x[i] = previous[factors.order[i] - 1];
+    for (int i = 0; i < n; ++i) x[i] = previous[static_cast<int>(order[i]) - 1];
     SolveInPlace(M, x);
     Normalise(x);
     CheckArithmetic();

@@ -20,8 +20,28 @@ Matrix Difference(const Matrix& A, const Matrix& B) {
   return C;
 }
 
+namespace {
+
+/// The textbook loop itself, for what is done before the kernel is called.
+void MultiplyTiny(const Matrix& A, const Matrix& B, Matrix& C) {
+  for (int i = 1; i <= A.Rows(); ++i) {
+    for (int j = 1; j <= B.Cols(); ++j) {
+      double sum = 0.0;
+      for (int k = 1; k <= A.Cols(); ++k) sum += A(i, k) * B(k, j);
+      C(i, j) = sum;
+    }
+  }
+}
+
+}  // namespace
+
 Matrix Product(const Matrix& A, const Matrix& B, Progress& progress) {
   Matrix C(A.Rows(), B.Cols());
+  constexpr std::size_t kTiny = 16;
+  if (A.Size() <= kTiny && B.Size() <= kTiny) {
+    MultiplyTiny(A, B, C);
+    return C;
+  }
   // Rows at a time, for the sake of the progress alone: 16 is the height of the largest tile.
   constexpr int kRowsAtATime = 15 * 16;
   for (int i = 1; i <= A.Rows(); i += kRowsAtATime) {

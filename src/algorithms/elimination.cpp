@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 #include "algorithms/ordered_product.h"
 #include "base/arithmetic.h"
@@ -33,9 +34,6 @@ constexpr int kPanelColumns = 8;
 // Up to here the bookkeeping of blocks takes longer than it saves.
 constexpr int kSmallOrder = 40;
 
-// Shorter rows are quicker done in place than by a call.
-constexpr int kFewColumns = 8;
-
 /// The place of the largest magnitude, the first of equals.
 int PlaceOfLargest(const double* x, int count) {
   const double largest = LargestMagnitude(x, count);
@@ -45,19 +43,25 @@ int PlaceOfLargest(const double* x, int count) {
   return place == x + count ? 0 : static_cast<int>(place - x);
 }
 
+/// The same for `count` numbers of a column, `stride` apart.
+std::ptrdiff_t PivotRow(const double* column, std::ptrdiff_t stride, std::ptrdiff_t count) {
+  std::ptrdiff_t p = 0;
+  for (std::ptrdiff_t k = 1; k < count; ++k) {
+    if (std::abs(column[k * stride]) > std::abs(column[p * stride])) p = k;
+  }
+  return p;
+}
+
 class Eliminator {
  public:
-  Eliminator(Matrix& W, PivotRule rule) : W_(W), rule_(rule) {
-    result_.order.resize(W.Rows());
-    std::iota(result_.order.begin(), result_.order.end(), 1);
+  Eliminator(Matrix& W, PivotRule rule, double* order) : W_(W), rule_(rule), order_(order) {
+    if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
   }
 
   Elimination Run(int columns, Progress& progress);
 
  private:
   void EliminateStepByStep(int columns);
-  int PivotRow(int i) const;
-  void EliminateBelow(int i);
 
   void EliminateBlock(int first, int last);
   void EliminatePanel(int first, int last);
@@ -65,11 +69,13 @@ class Eliminator {
   void ApplyBlock(int first, int last, int from, int to);
   void ApplyToRows(int first, int last, int from, int to);
 
-  bool EndsAtZero(const ConstView& column) const;
-  void ExchangeRows(int i, int p);
+  template <class Element>
+  bool EndsAtZero(int below, Element element) const;
+  void NoteExchange(int i, int p);
 
   Matrix& W_;
   const PivotRule rule_;
+  double* const order_;
   std::vector<char> eliminated_;  ///< For each column, from 1, whether it had a pivot.
   std::vector<double> panel_;
   Elimination result_;
@@ -79,7 +85,7 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
   if (std::min(W_.Rows(), W_.Cols()) <= kSmallOrder) {
     EliminateStepByStep(columns);
     progress.Report(1);
-    return std::move(result_);
+    return result_;
   }
   eliminated_.resize(W_.Cols() + 1);
   panel_.resize(static_cast<std::size_t>(kPanelColumns) * W_.Rows());
@@ -89,61 +95,37 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
     ApplyBlock(first, last, last + 1, W_.Cols());
     progress.Report(EliminatedPart(last, columns));
   }
-  return std::move(result_);
+  return result_;
 }
 
-/// The textbook loop itself.
+/// The textbook loop itself, on rows counted from 0.
 void Eliminator::EliminateStepByStep(int columns) {
-  for (int i = 1; i <= columns; ++i) {
-    const int p = PivotRow(i);
-    if (W_(p, i) != 0) {
-      if (p != i) ExchangeRows(i, p);
-      EliminateBelow(i);
-    } else if (EndsAtZero(Part(W_, i, i, W_.Rows() - i + 1, 1))) {
+  double* const numbers = W_.Data();
+  const std::ptrdiff_t m = W_.Rows();
+  const std::ptrdiff_t n = W_.Cols();
+  for (int i = 0; i < columns; ++i) {
+    double* const pivot = numbers + i * n + i;
+    const std::ptrdiff_t p = rule_ == PivotRule::kDiagonalElement ? 0 : PivotRow(pivot, n, m - i);
+    if (pivot[p * n] == 0) {
+      if (!EndsAtZero(static_cast<int>(m) - i - 1, [=](int k) { return pivot[k * n]; })) continue;
       result_.complete = false;
       return;
     }
-  }
-}
-
-int Eliminator::PivotRow(int i) const {
-  int p = i;
-  if (rule_ == PivotRule::kDiagonalElement) return p;
-  double largest = std::abs(W_(i, i));
-  for (int k = i + 1; k <= W_.Rows(); ++k) {
-    const double magnitude = std::abs(W_(k, i));
-    if (magnitude > largest) {
-      largest = magnitude;
-      p = k;
+    if (p != 0) {
+      NoteExchange(i, i + static_cast<int>(p));
+      double* const row = pivot - i;
+      for (std::ptrdiff_t j = 0; j < n; ++j) std::swap(row[j], row[p * n + j]);
     }
+    EliminateRows(pivot, pivot + n, n, static_cast<int>(m) - i - 1, 0, static_cast<int>(n) - i - 1);
   }
-  return p;
 }
 
-void Eliminator::EliminateBelow(int i) {
-  const int below = W_.Rows() - i;
-  const int right = W_.Cols() - i;
-  const double pivot = W_(i, i);
-  if (right <= kFewColumns) {
-    const double* upper = W_.Row(i) + i;
-    for (int k = i + 1; k <= W_.Rows(); ++k) {
-      double* lower = W_.Row(k) + i;
-      const double f = lower[-1] / pivot;
-      lower[-1] = f;
-      for (int j = 0; j < right; ++j) lower[j] -= f * upper[j];
-    }
-    return;
-  }
-  for (int k = i + 1; k <= W_.Rows(); ++k) W_(k, i) /= pivot;
-  SubtractProduct(Part(W_, i + 1, i, below, 1), Part(W_, i, i + 1, 1, right),
-                  Part(W_, i + 1, i + 1, below, right));
-}
-
-/// What the pivot rule says to a column, from its diagonal element on, without a pivot.
-bool Eliminator::EndsAtZero(const ConstView& column) const {
+/// What the pivot rule says to a column without a pivot; element(k) is k rows below the diagonal.
+template <class Element>
+bool Eliminator::EndsAtZero(int below, Element element) const {
   if (rule_ != PivotRule::kDiagonalElement) return rule_ == PivotRule::kStopAtZeroColumn;
-  for (int k = 1; k < column.rows; ++k) {
-    if (column(k, 0) != 0) return true;
+  for (int k = 1; k <= below; ++k) {
+    if (element(k) != 0) return true;
   }
   return false;
 }
@@ -183,12 +165,13 @@ bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j) {
   const int below = panel.cols - j - 1;
   const int p = rule_ == PivotRule::kDiagonalElement ? 0 : PlaceOfLargest(column, below + 1);
   if (column[p] == 0) {
-    result_.complete = !EndsAtZero({column, below + 1, 1, 1, 1});
+    result_.complete = !EndsAtZero(below, [column](int k) { return column[k]; });
     return false;
   }
   if (p != 0) {
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, j), panel(r, j + p));
-    ExchangeRows(first + j, first + j + p);
+    W_.SwapRows(first + j, first + j + p);
+    NoteExchange(first + j - 1, first + j + p - 1);
   }
   DivideBy(column[0], column + 1, below);
   // panel(r, j) is the element of the pivot row in each later column.
@@ -239,16 +222,16 @@ void Eliminator::ApplyToRows(int first, int last, int from, int to) {
   ApplyToRows(middle + 1, last, from, to);
 }
 
-void Eliminator::ExchangeRows(int i, int p) {
-  W_.SwapRows(i, p);
-  std::swap(result_.order[i - 1], result_.order[p - 1]);
+/// Rows counted from 0.
+void Eliminator::NoteExchange(int i, int p) {
+  if (order_ != nullptr) std::swap(order_[i], order_[p]);
   ++result_.exchanges;
 }
 
 }  // namespace
 
-Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress) {
-  return Eliminator(W, rule).Run(columns, progress);
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order) {
+  return Eliminator(W, rule, order).Run(columns, progress);
 }
 
 double ReduceToDeterminant(Matrix& W, Progress& progress) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -21,14 +19,15 @@ enum class PivotRule {
 struct Elimination {
   bool complete = true;  ///< False where a pivot rule ended it.
   int exchanges = 0;
-  std::vector<int> order;  ///< For each row, from 0, the number of the row that came here, from 1.
 };
 
 /// Eliminates the leading `columns` columns of W, at most as many as it has rows and columns. With
 /// the pivot p of column i moved into row i, the upper one of equals: for each row k below,
 /// f = W(k,i) / W(i,i) takes the place of W(k,i), and W(k,j) = W(k,j) - f·W(i,j) for all j > i.
-/// Whole rows are exchanged, multipliers included.
-Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress);
+/// Whole rows are exchanged, multipliers included. In `order`, which may be null and otherwise has
+/// a number for each row of W, the number of the row that came there is left, from 1.
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress,
+                      double* order = nullptr);
 
 /// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
 /// used up.

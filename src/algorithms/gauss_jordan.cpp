@@ -46,7 +46,6 @@ class JordanExchanger {
  private:
   void ExchangeStepByStep();
   void ExchangeColumn(int i);
-  void SubtractPivotRow(int k, int i);
 
   void ExchangeBlock(int first, int last);
   void ExchangePanel(int first, int last);
@@ -103,22 +102,15 @@ void JordanExchanger::ExchangeStepByStep() {
 }
 
 void JordanExchanger::ExchangeColumn(int i) {
-  for (int k = 1; k <= n_; ++k) {
-    if (k != i) SubtractPivotRow(k, i);
-  }
-  const double pivot = W_(i, i);
+  double* const upper = W_.Row(i);
+  const double pivot = upper[i - 1];
+  EliminateRows(upper + i - 1, W_.Row(1) + i - 1, n_, i - 1, i - 1, n_ - i);
+  EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
+  for (int k = 1; k <= n_; ++k) W_(k, i) = -W_(k, i);
+  upper[i - 1] = pivot;
   result_.pivots.push_back(pivot);
-  for (int j = 1; j <= n_; ++j) W_(i, j) /= pivot;
-  W_(i, i) = 1.0 / pivot;
-}
-
-void JordanExchanger::SubtractPivotRow(int k, int i) {
-  const double* upper = W_.Row(i);
-  double* row = W_.Row(k);
-  const double f = row[i - 1] / upper[i - 1];
-  for (int j = 0; j < i - 1; ++j) row[j] -= f * upper[j];
-  for (int j = i; j < n_; ++j) row[j] -= f * upper[j];
-  row[i - 1] = -f;
+  for (int j = 0; j < n_; ++j) upper[j] /= pivot;
+  upper[i - 1] = 1.0 / pivot;
 }
 
 /// The row of the pivot of column i by the rule, 0 for none.

@@ -27,10 +27,9 @@ LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
   factors.U = A;
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
-  const Elimination done = Eliminate(factors.U, columns, rule, progress);
-  factors.exchangeCount = done.exchanges;
   factors.exchanges = Matrix(A.Rows(), 1);
-  std::copy(done.order.begin(), done.order.end(), factors.exchanges.Data());
+  const Elimination done = Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data());
+  factors.exchangeCount = done.exchanges;
   factors.factored = done.complete;
   if (factors.factored) factors.L = SplitOffMultipliers(factors.U);
   return factors;

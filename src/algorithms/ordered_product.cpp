@@ -60,10 +60,12 @@ void PackB(const double* b, std::ptrdiff_t bRow, int depth, int cols, double* ou
 template <class Sign>
 void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign) {
   for (int i = 0; i < C.rows; ++i) {
+    const double* const a = A.first + i * A.rowStride;
+    double* const c = C.first + i * C.rowStride;
     for (int j = 0; j < C.cols; ++j) {
-      double sum = C(i, j);
-      for (int k = 0; k < A.cols; ++k) sum = sign(sum, A(i, k) * B(k, j));
-      C(i, j) = sum;
+      double sum = c[j];
+      for (int k = 0; k < A.cols; ++k) sum = sign(sum, a[k * A.colStride] * B(k, j));
+      c[j] = sum;
     }
   }
 }
@@ -125,7 +127,7 @@ void RunSized(const Kernels& kernels, Run run, const ConstView& A, const ConstVi
 }
 
 bool IsTiny(const ConstView& A, const View& C) {
-  constexpr int kTiny = 32;
+  constexpr int kTiny = 64;
   return static_cast<long>(C.rows) * C.cols * A.cols <= kTiny;
 }
 
@@ -147,6 +149,11 @@ void SubtractProduct(ConstView A, ConstView B, View C) {
   } else {
     RunSized(*Current(), Current()->subtract, A, B, C);
   }
+}
+
+void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
+                       int left, int right) {
+  Current()->eliminate({pivot, rows, stride, count, left, right});
 }
 
 void DivideBy(double divisor, double* x, int count) { Current()->divide(x, count, divisor); }

@@ -43,6 +43,30 @@ void AddProduct(ConstView A, ConstView B, View C);
 /// The same with C(i,j) - A(i,k)·B(k,j).
 void SubtractProduct(ConstView A, ConstView B, View C);
 
+/// What EliminateRows does, for rows of any length.
+void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
+                       int left, int right);
+
+/// One step of an elimination with the row of `pivot`, in `count` rows that lie `stride` apart;
+/// both pointers are to the elements in the column of the step. In each row f = row[0] / pivot[0]
+/// takes the place of row[0], and row[j] = row[j] - f·pivot[j] in `left` columns before and `right`
+/// columns behind.
+inline void EliminateRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
+                          int left, int right) {
+  constexpr int kFewColumns = 8;
+  if (left + right > kFewColumns) {
+    EliminateLongRows(pivot, rows, stride, count, left, right);
+    return;
+  }
+  // Short rows are done before a call would have chosen its way.
+  for (double* row = rows; count > 0; --count, row += stride) {
+    const double f = row[0] / pivot[0];
+    row[0] = f;
+    for (int j = -left; j < 0; ++j) row[j] -= f * pivot[j];
+    for (int j = 1; j <= right; ++j) row[j] -= f * pivot[j];
+  }
+}
+
 /// x[k] = x[k] / divisor for `count` numbers.
 void DivideBy(double divisor, double* x, int count);
 

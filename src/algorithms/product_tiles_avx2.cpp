@@ -16,6 +16,12 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const Kernels kAvx2Kernels{6, 8, Run<Plus>, Run<Minus>, Divide<Lanes4>, LargestMagnitude<Lanes4>};
+const Kernels kAvx2Kernels{6,
+                           8,
+                           Run<Plus>,
+                           Run<Minus>,
+                           Eliminate<Lanes4, Lanes1, Lanes2>,
+                           Divide<Lanes4>,
+                           LargestMagnitude<Lanes4>};
 
 }  // namespace qmx

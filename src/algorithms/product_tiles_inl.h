@@ -21,7 +21,8 @@
 //
 // The element of A is broadcast to all lanes, so each lane does what a scalar loop would do. No
 // lane ever works on anything but a real column: a stray one might raise a floating-point
-// exception. What is left at the right edge is therefore done with narrower vectors.
+// exception. What is left at the right edge is therefore done with narrower vectors, or with the
+// other lanes switched off where the processor can do that.
 
 namespace qmx {
 namespace {
@@ -93,6 +94,20 @@ struct Lanes8 {
     return _mm512_maskz_max_pd(kAllLanes, _mm512_abs_pd(x), kept);
   }
 };
+
+/// The first 1 to 8 lanes. The others are neither read nor written and raise nothing.
+struct FirstLanes {
+  using Vector = __m512d;
+  static constexpr int kWidth = 8;
+  explicit FirstLanes(int count) : on(static_cast<__mmask8>((1 << count) - 1)) {}
+  Vector Load(const double* p) const { return _mm512_maskz_loadu_pd(on, p); }
+  void Store(double* p, Vector v) const { _mm512_mask_storeu_pd(p, on, v); }
+  static Vector Broadcast(const double* p) { return _mm512_set1_pd(*p); }
+  Vector Add(Vector x, Vector y) const { return _mm512_maskz_add_pd(on, x, y); }
+  Vector Subtract(Vector x, Vector y) const { return _mm512_maskz_sub_pd(on, x, y); }
+  Vector Multiply(Vector x, Vector y) const { return _mm512_maskz_mul_pd(on, x, y); }
+  __mmask8 on;
+};
 #endif
 
 // In Larger the operand that is kept goes last: the processor's maximum gives that one where the
@@ -100,68 +115,81 @@ struct Lanes8 {
 
 struct Plus {
   template <class Lanes>
-  static typename Lanes::Vector Apply(typename Lanes::Vector sum, typename Lanes::Vector product) {
-    return Lanes::Add(sum, product);
+  static typename Lanes::Vector Apply(const Lanes& lanes, typename Lanes::Vector sum,
+                                      typename Lanes::Vector product) {
+    return lanes.Add(sum, product);
   }
 };
 
 struct Minus {
   template <class Lanes>
-  static typename Lanes::Vector Apply(typename Lanes::Vector sum, typename Lanes::Vector product) {
-    return Lanes::Subtract(sum, product);
+  static typename Lanes::Vector Apply(const Lanes& lanes, typename Lanes::Vector sum,
+                                      typename Lanes::Vector product) {
+    return lanes.Subtract(sum, product);
   }
 };
 
-/// One tile of R rows and V vectors; a, b and c are its corners in A, B and C.
-template <class Sign, int R, int V, class Lanes>
+/// One tile of R rows and V vectors, the last of them with the lanes `last`; a, b and c are its
+/// corners in A, B and C.
+template <class Sign, int R, int V, class Lanes, class Last>
 [[gnu::always_inline]] inline void Tile(const ProductJob& job, const double* a, const double* b,
-                                        double* c) {
+                                        double* c, const Last& last) {
   using Vector = typename Lanes::Vector;
   constexpr std::ptrdiff_t kWidth = Lanes::kWidth;
+  constexpr int kBeforeLast = V - 1;
+  constexpr Lanes kLanes;
   Vector sum[R][V];
   for (int i = 0; i < R; ++i) {
-    for (int v = 0; v < V; ++v) sum[i][v] = Lanes::Load(c + i * job.cRow + v * kWidth);
+    const double* row = c + i * job.cRow;
+    for (int v = 0; v < kBeforeLast; ++v) sum[i][v] = kLanes.Load(row + v * kWidth);
+    sum[i][kBeforeLast] = last.Load(row + kBeforeLast * kWidth);
   }
   for (int k = 0; k < job.depth; ++k) {
     Vector row[V];
-    for (int v = 0; v < V; ++v) row[v] = Lanes::Load(b + v * kWidth);
+    for (int v = 0; v < kBeforeLast; ++v) row[v] = kLanes.Load(b + v * kWidth);
+    row[kBeforeLast] = last.Load(b + kBeforeLast * kWidth);
     for (int i = 0; i < R; ++i) {
-      const Vector factor = Lanes::Broadcast(a + i * job.aRow);
-      for (int v = 0; v < V; ++v) {
-        sum[i][v] = Sign::template Apply<Lanes>(sum[i][v], Lanes::Multiply(factor, row[v]));
+      const Vector factor = kLanes.Broadcast(a + i * job.aRow);
+      for (int v = 0; v < kBeforeLast; ++v) {
+        sum[i][v] = Sign::Apply(kLanes, sum[i][v], kLanes.Multiply(factor, row[v]));
       }
+      sum[i][kBeforeLast] =
+          Sign::Apply(last, sum[i][kBeforeLast], last.Multiply(factor, row[kBeforeLast]));
     }
     a += job.aCol;
     b += job.bRow;
   }
   for (int i = 0; i < R; ++i) {
-    for (int v = 0; v < V; ++v) Lanes::Store(c + i * job.cRow + v * kWidth, sum[i][v]);
+    double* row = c + i * job.cRow;
+    for (int v = 0; v < kBeforeLast; ++v) kLanes.Store(row + v * kWidth, sum[i][v]);
+    last.Store(row + kBeforeLast * kWidth, sum[i][kBeforeLast]);
   }
 }
 
 /// The tile of the `left` rows at the lower edge, at most R of them.
-template <class Sign, int R, int V, class Lanes>
-inline void LastTile(const ProductJob& job, int left, const double* a, const double* b, double* c) {
+template <class Sign, int R, int V, class Lanes, class Last>
+inline void LowTile(const ProductJob& job, int left, const double* a, const double* b, double* c,
+                    const Last& last) {
   if (left == R) {
-    Tile<Sign, R, V, Lanes>(job, a, b, c);
+    Tile<Sign, R, V, Lanes>(job, a, b, c, last);
   } else if constexpr (R > 1) {
-    LastTile<Sign, R - 1, V, Lanes>(job, left, a, b, c);
+    LowTile<Sign, R - 1, V, Lanes>(job, left, a, b, c, last);
   }
 }
 
 /// Tiles of R rows down a strip of V vectors at column `col`, and a lower one for the rest.
-template <class Sign, int R, int V, class Lanes>
-inline void Strip(const ProductJob& job, int col) {
+template <class Sign, int R, int V, class Lanes, class Last = Lanes>
+inline void Strip(const ProductJob& job, int col, const Last& last = Last()) {
   const double* a = job.a;
   double* c = job.c + col;
   int left = job.rows;
   for (; left >= R; left -= R) {
-    Tile<Sign, R, V, Lanes>(job, a, job.b + col, c);
+    Tile<Sign, R, V, Lanes>(job, a, job.b + col, c, last);
     a += R * job.aRow;
     c += R * job.cRow;
   }
   if constexpr (R > 1) {
-    if (left > 0) LastTile<Sign, R - 1, V, Lanes>(job, left, a, job.b + col, c);
+    if (left > 0) LowTile<Sign, R - 1, V, Lanes>(job, left, a, job.b + col, c, last);
   }
 }
 
@@ -171,6 +199,45 @@ inline int Strips(const ProductJob& job, int col) {
   constexpr int kCols = V * Lanes::kWidth;
   for (; col + kCols <= job.cols; col += kCols) Strip<Sign, R, V, Lanes>(job, col);
   return col;
+}
+
+template <class Lanes>
+[[gnu::always_inline]] inline void SubtractMultiple(double f, const double* x, double* y) {
+  const typename Lanes::Vector product = Lanes::Multiply(Lanes::Broadcast(&f), Lanes::Load(x));
+  Lanes::Store(y, Lanes::Subtract(Lanes::Load(y), product));
+}
+
+/// y[j] = y[j] - f·x[j]. What does not fill the widest lanes goes first, in the narrower ones: in
+/// the next step, which is one number shorter, nothing is then loaded in larger pieces than it was
+/// stored in, and the processor need not wait for its own stores.
+template <class Widest, class... Narrower>
+[[gnu::always_inline]] inline void SubtractMultiple(double f, const double* x, double* y,
+                                                    int count) {
+  [[maybe_unused]] const auto one = [&]<class Lanes>(Lanes) {
+    if ((count & Lanes::kWidth) == 0) return;
+    SubtractMultiple<Lanes>(f, x, y);
+    x += Lanes::kWidth;
+    y += Lanes::kWidth;
+  };
+  (one(Narrower()), ...);
+  for (int left = count / Widest::kWidth; left > 0; --left) {
+    SubtractMultiple<Widest>(f, x, y);
+    x += Widest::kWidth;
+    y += Widest::kWidth;
+  }
+}
+
+template <class... Lanes>
+inline void Eliminate(const EliminationStep& step) {
+  const auto [pivot, rows, stride, count, left, right] = step;
+  const double divisor = pivot[0];
+  double* row = rows;
+  for (int k = 0; k < count; ++k, row += stride) {
+    const double f = row[0] / divisor;
+    row[0] = f;
+    SubtractMultiple<Lanes...>(f, pivot - left, row - left, left);
+    SubtractMultiple<Lanes...>(f, pivot + 1, row + 1, right);
+  }
 }
 
 template <class Lanes>

@@ -11,6 +11,7 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const Kernels kPlainKernels{4, 4, Run<Plus>, Run<Minus>, Divide<Lanes1>, LargestMagnitude<Lanes1>};
+const Kernels kPlainKernels{
+    4, 4, Run<Plus>, Run<Minus>, Eliminate<Lanes1>, Divide<Lanes1>, LargestMagnitude<Lanes1>};
 
 }  // namespace qmx

@@ -12,6 +12,12 @@ void Run(const ProductJob& job) {
 
 }  // namespace
 
-const Kernels kSse2Kernels{4, 4, Run<Plus>, Run<Minus>, Divide<Lanes2>, LargestMagnitude<Lanes2>};
+const Kernels kSse2Kernels{4,
+                           4,
+                           Run<Plus>,
+                           Run<Minus>,
+                           Eliminate<Lanes2, Lanes1>,
+                           Divide<Lanes2>,
+                           LargestMagnitude<Lanes2>};
 
 }  // namespace qmx
