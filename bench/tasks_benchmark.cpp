@@ -64,8 +64,7 @@ template <class Operand>
 class InTurn {
  public:
   template <class Make>
-  InTurn(int n, Make make) {
-    const int count = n <= 30 ? 50 : 1;
+  InTurn(int count, Make make) {
     for (int k = 1; k <= count; ++k) all_->push_back(make(k));
   }
   const Operand& operator()() const {
@@ -73,8 +72,9 @@ class InTurn {
     return (*all_)[next_];
   }
   template <class Convert>
-  auto As(int n, Convert convert) const {
-    return InTurn<decltype(convert(Operand()))>(n, [&](int k) { return convert((*all_)[k - 1]); });
+  auto As(Convert convert) const {
+    return InTurn<decltype(convert(Operand()))>(static_cast<int>(all_->size()),
+                                                [&](int k) { return convert((*all_)[k - 1]); });
   }
 
  private:
@@ -83,12 +83,14 @@ class InTurn {
 };
 using Matrices = InTurn<Matrix>;
 
+int CountFor(int n) { return n <= 30 ? 50 : 1; }
+
 Matrices RandomMatrices(int rows, int cols) {
-  return {cols, [=](int seed) { return RandomMatrix(rows, cols, seed); }};
+  return {CountFor(rows), [=](int seed) { return RandomMatrix(rows, cols, seed); }};
 }
 
 Matrices DefiniteMatrices(int n) {
-  return {n, [=](int seed) { return DefiniteMatrix(n, seed); }};
+  return {CountFor(n), [=](int seed) { return DefiniteMatrix(n, seed); }};
 }
 
 reference::Table CheckedTable(const Matrix& A) {
@@ -145,8 +147,8 @@ void Suite::Product(int n) {
   Measure("product", n, "program", [=] { return qmx::Product(A(), B(), unheard); });
   if (n <= kLargestPlain) Measure("product", n, "plain", [=] { return PlainProduct(A(), B()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
-  const auto b = B.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
+  const auto b = B.As(CheckedTable);
   if (n <= kLargestPlain) {
     Measure("product", n, "reference", [=] { return reference::Product(a(), b()); });
   }
@@ -169,8 +171,8 @@ void Suite::Elimination(int n) {
   Measure("one-shot solution", n, "program", [=] { return SolveOneShot(system(), unheard); });
   Measure("one-shot solution", n, "plain", [=] { return PlainSolution(system()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
-  const auto s = system.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
+  const auto s = system.As(CheckedTable);
   Measure("LU factors", n, "reference", [=] { return reference::FactorLu(a(), true); });
   Measure("determinant", n, "reference", [=] { return reference::Determinant(a()); });
   Measure("one-shot solution", n, "reference", [=] { return reference::SolveOneShot(s()); });
@@ -191,7 +193,7 @@ void Suite::Inverse(int n) {
   Measure("adjoint by inverse", n, "program", [=] { return AdjointByInverse(A(), unheard); });
   Measure("adjoint by inverse", n, "plain", [=] { return PlainAdjointByInverse(A()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
   Measure("inverse", n, "reference", [=] { return reference::Inverse(a()); });
   Measure("adjoint by inverse", n, "reference", [=] { return reference::AdjointByInverse(a()); });
 #if defined(QMX_BENCH_LIBRARIES)
@@ -205,7 +207,7 @@ void Suite::Adjoint(int n) {
   Measure("adjoint", n, "program", [=] { return AdjointByCofactors(A(), unheard); });
   Measure("adjoint", n, "plain", [=] { return PlainAdjoint(A()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
   Measure("adjoint", n, "reference", [=] { return reference::AdjointByCofactors(a()); });
 }
 
@@ -215,7 +217,7 @@ void Suite::Qr(int n) {
   Measure("QR factors", n, "program", [=] { return FactorQr(A(), unheard); });
   if (n <= kLargestPlain) Measure("QR factors", n, "plain", [=] { return PlainQr(A()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
   if (n <= kLargestPlain) {
     Measure("QR factors", n, "reference", [=] { return reference::FactorQr(a()); });
   }
@@ -230,7 +232,7 @@ void Suite::Definiteness(int n) {
   Measure("definiteness", n, "program", [=] { return TestDefiniteness(A(), unheard); });
   Measure("definiteness", n, "plain", [=] { return PlainDefiniteness(A()); });
   if (small_) return;
-  const auto a = A.As(n, CheckedTable);
+  const auto a = A.As(CheckedTable);
   Measure("definiteness", n, "reference", [=] { return reference::TestDefiniteness(a()); });
 #if defined(QMX_BENCH_LIBRARIES)
   Measure("definiteness", n, "lapack", [=] { return LapackCholesky(A()); });
@@ -248,7 +250,7 @@ void Suite::Hessenberg(int n) {
   if (n <= 100) {
     Measure("Hessenberg reduction", n, "plain", [=] { return PlainHessenberg(A()); });
   }
-  const Matrices H = A.As(n, [n](Matrix M) {
+  const Matrices H = A.As([n](Matrix M) {
     for (int i = 3; i <= n; ++i) std::fill_n(M.Row(i), i - 2, 0.0);
     return M;
   });
@@ -270,7 +272,7 @@ void Suite::LeastSquares(int n) {
   Measure(task, n, "program", [=] { return SolveLeastSquares(tall(), unheard); });
   Measure(task, n, "plain", [=] { return PlainLeastSquares(tall()); });
   if (small_) return;
-  const auto a = tall.As(n, CheckedTable);
+  const auto a = tall.As(CheckedTable);
   if (n <= kLargestPlain)
     Measure(task, n, "reference", [=] { return reference::SolveLeastSquares(a()); });
 }

@@ -35,11 +35,10 @@ struct DiagonalChange {
 ///       +------------+---------+          and the next group begins behind it.
 class GrowingElimination {
  public:
-  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()), ended_(n_ + 1), diagonal_(n_ + 1) {}
+  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()) {}
 
-  void Run(Progress& progress);
-  /// The diagonal, from 1, each element as it is when its row has taken its steps.
-  std::vector<double>& Diagonal() { return diagonal_; }
+  /// Leaves the diagonal, each element as it is when its row has taken its steps.
+  void Run(Progress& progress, double* diagonal);
   /// In the order of the rows, and for each row in the order of its steps.
   const std::vector<DiagonalChange>& SortedChanges();
 
@@ -57,18 +56,20 @@ class GrowingElimination {
 
   Matrix& W_;
   const int n_;
-  std::vector<char> ended_;  ///< For each row, from 1, whether its reduction has ended.
-  std::vector<double> diagonal_;
+  bool HasEnded(int k) const { return !ended_.empty() && ended_[k] != 0; }
+
+  std::vector<char>
+      ended_;  ///< For each row, from 1, whether its reduction has ended; mostly empty.
   std::vector<DiagonalChange> changes_;
-  std::array<double, static_cast<std::size_t>(kBlockSteps) * (kGroupRows + 1)> panel_{};
+  std::array<double, static_cast<std::size_t>(kBlockSteps) * (kGroupRows + 1)> panel_;
 };
 
-void GrowingElimination::Run(Progress& progress) {
+void GrowingElimination::Run(Progress& progress, double* diagonal) {
   const int steps = n_ <= kSmallOrder ? n_ : kBlockSteps;
   for (int first = 1; first <= n_; first += steps) {
     const int last = std::min(first + steps - 1, n_);
     for (int i = first; i <= last; ++i) {
-      diagonal_[i] = W_(i, i);
+      diagonal[i - 1] = W_(i, i);
       TakeStep(i, i + 1, last);
     }
     for (int top = last + 1; top <= n_;) {
@@ -82,8 +83,7 @@ void GrowingElimination::Run(Progress& progress) {
 void GrowingElimination::TakeStep(int i, int firstRow, int lastRow) {
   int top = firstRow;
   for (int k = firstRow; k <= lastRow; ++k) {
-    const bool plain =
-        ended_[k] == 0 && W_(i, i) != 0 && !(std::abs(W_(k, i)) > std::abs(W_(i, i)));
+    const bool plain = !HasEnded(k) && W_(i, i) != 0 && !(std::abs(W_(k, i)) > std::abs(W_(i, i)));
     if (plain) continue;
     EliminateBetween(i, top, k - 1);
     TakeRowStep(k, i);
@@ -94,12 +94,13 @@ void GrowingElimination::TakeStep(int i, int firstRow, int lastRow) {
 
 /// Step i of row k, in all columns behind.
 void GrowingElimination::TakeRowStep(int k, int i) {
-  if (ended_[k] != 0) return;
+  if (HasEnded(k)) return;
   if (std::abs(W_(k, i)) > std::abs(W_(i, i))) {
     W_.SwapRows(i, k, i);
     changes_.push_back({k, i, W_(i, i)});
   }
   if (W_(i, i) == 0) {
+    ended_.resize(n_ + 1);
     ended_[k] = 1;
     return;
   }
@@ -113,8 +114,8 @@ void GrowingElimination::EliminateBetween(int i, int top, int bottom) {
 
 /// The steps first..last of some of the rows top..bottom; returns the first row that is left.
 int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
-  const auto ended = std::find(ended_.begin() + top, ended_.begin() + bottom + 1, 1);
-  const int all = static_cast<int>(ended - ended_.begin()) - top;
+  int all = 0;
+  while (top + all <= bottom && !HasEnded(top + all)) ++all;
   // In front of the numbers of the rows stands the pivot of the column.
   const View panel{panel_.data(), last - first + 1, all + 1, kGroupRows + 1, 1};
   for (int k = 0; k < all; ++k) {
@@ -163,30 +164,42 @@ const std::vector<DiagonalChange>& GrowingElimination::SortedChanges() {
   return changes_;
 }
 
-/// The minors and smallest pivots of all leading blocks. Those of a block begin as those of the
-/// block before, as far as its diagonal is the same.
-void ReportMinors(GrowingElimination& elimination, int n, DefinitenessReport& report) {
-  const std::vector<double>& joined = elimination.Diagonal();
-  const std::vector<DiagonalChange>& changes = elimination.SortedChanges();
-  std::vector<double> diagonal(n + 1);
-  std::vector<double> product(n + 1);
-  std::vector<double> smallest(n + 1);
+/// Turns the diagonal that stands in report.leadingMinor into the minors and the smallest pivots of
+/// all leading blocks. Those of a block begin as those of the block before, as far as its diagonal
+/// is the same.
+void ReportMinors(const std::vector<DiagonalChange>& changes, DefinitenessReport& report) {
+  const std::size_t n = report.leadingMinor.size();
+  std::vector<double> diagonal = report.leadingMinor;
+  std::vector<double> product(n);
+  std::vector<double> smallest(n);
   auto change = changes.begin();
-  for (int k = 1; k <= n; ++k) {
-    int from = k;
-    for (; change != changes.end() && change->row == k; ++change) {
-      diagonal[change->i] = change->element;
-      from = std::min(from, change->i);
+  for (std::size_t k = 0; k < n; ++k) {
+    std::size_t from = k;
+    for (; change != changes.end() && change->row == static_cast<int>(k) + 1; ++change) {
+      const std::size_t place = change->i - 1;
+      diagonal[place] = change->element;
+      from = std::min(from, place);
     }
-    diagonal[k] = joined[k];
-    for (int l = from; l <= k; ++l) {
+    for (std::size_t l = from; l <= k; ++l) {
       const double magnitude = std::abs(diagonal[l]);
-      product[l] = l == 1 ? diagonal[1] : diagonal[l] * product[l - 1];
-      smallest[l] = l == 1 || magnitude < smallest[l - 1] ? magnitude : smallest[l - 1];
+      product[l] = l == 0 ? diagonal[0] : diagonal[l] * product[l - 1];
+      smallest[l] = l == 0 || magnitude < smallest[l - 1] ? magnitude : smallest[l - 1];
     }
-    report.leadingMinor[k - 1] =
-        AlternatingSign(static_cast<int>(change - changes.begin())) * product[k];
-    report.smallestPivot[k - 1] = smallest[k];
+    const auto exchanges = change - changes.begin();
+    report.leadingMinor[k] = AlternatingSign(static_cast<int>(exchanges % 2)) * product[k];
+    report.smallestPivot[k] = smallest[k];
+  }
+}
+
+/// The same where the diagonal stayed as it was.
+void ReportMinors(DefinitenessReport& report) {
+  std::vector<double>& minor = report.leadingMinor;
+  std::vector<double>& smallest = report.smallestPivot;
+  smallest[0] = std::abs(minor[0]);
+  for (std::size_t k = 1; k < minor.size(); ++k) {
+    const double magnitude = std::abs(minor[k]);
+    smallest[k] = magnitude < smallest[k - 1] ? magnitude : smallest[k - 1];
+    minor[k] *= minor[k - 1];
   }
 }
 
@@ -217,8 +230,13 @@ DefinitenessReport TestDefiniteness(Matrix W, Progress& progress) {
   report.leadingMinor.resize(n);
   report.smallestPivot.resize(n);
   GrowingElimination elimination(W);
-  elimination.Run(progress);
-  ReportMinors(elimination, n, report);
+  elimination.Run(progress, report.leadingMinor.data());
+  const std::vector<DiagonalChange>& changes = elimination.SortedChanges();
+  if (changes.empty()) {
+    ReportMinors(report);
+  } else {
+    ReportMinors(changes, report);
+  }
   report.overallSmallestPivot =
       *std::min_element(report.smallestPivot.begin(), report.smallestPivot.end());
   report.verdict = ClassifyMinors(report.leadingMinor);

@@ -23,11 +23,9 @@ Matrix SplitOffMultipliers(Matrix& U) {
 }  // namespace
 
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
-  LuFactors factors;
-  factors.U = A;
+  LuFactors factors{false, Matrix(), A, Matrix(A.Rows(), 1), 0};
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
-  factors.exchanges = Matrix(A.Rows(), 1);
   const Elimination done = Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data());
   factors.exchangeCount = done.exchanges;
   factors.factored = done.complete;
