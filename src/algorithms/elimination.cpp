@@ -242,8 +242,7 @@ double ReduceToDeterminant(Matrix& W, Progress& progress) {
   return AlternatingSign(done.exchanges) * product;
 }
 
-void RequireElement(bool present) {
-  if (present) return;
+void RefuseElement() {
   CheckArithmetic();
   throw RuntimeFault(Fault::kSubscriptOutOfRange);
 }

@@ -42,8 +42,14 @@ inline double EliminatedPart(int done, int all) {
   return 1.0 - left * left * left;
 }
 
+/// Raises the fault of RequireElement.
+[[noreturn]] void RefuseElement();
+
 /// To be called where a run needs an element that its operand may not have.
 /// Faults: 9 where `present` is false, unless the arithmetic so far has a fault of its own.
-void RequireElement(bool present);
+inline void RequireElement(bool present) {
+  if (!present) [[unlikely]]
+    RefuseElement();
+}
 
 }  // namespace qmx

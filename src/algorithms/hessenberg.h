@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "base/matrix.h"
 
 namespace qmx {
@@ -13,12 +15,21 @@ void ReduceToHessenberg(Matrix& M);
 
 /// What one QR step works with; the contents mean nothing between steps.
 struct HessenbergQr {
+  /// Up to here the textbook loop itself is the quicker way, and blocks are not needed.
+  static constexpr int kSmallOrder = 22;
+
   explicit HessenbergQr(int order)
-      : V(order, order), Q(order, order), R(order, order), C((order + 1) / 2, (order + 1) / 2) {}
+      : V(order, order), Q(order, order), R(order, order), squaredNorm(order + 1) {
+    if (order <= kSmallOrder) return;
+    C = Matrix((order + 1) / 2, (order + 1) / 2);
+    hasZero.resize(order + 1);
+  }
   Matrix V;  ///< Orthogonal columns before scaling.
   Matrix Q;  ///< Orthonormal columns.
   Matrix R;  ///< Upper triangular.
   Matrix C;  ///< Projections divided by squared norms.
+  std::vector<double> squaredNorm;
+  std::vector<char> hasZero;  ///< For each column in work whether a projection is zero.
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "algorithms/hessenberg.h"
@@ -30,8 +31,7 @@ constexpr int kNarrowLong = 2;
 
 constexpr int kStripRows = 16;
 
-// Rows and columns of the blocks of R·Q, and up to where blocks do not pay.
-constexpr int kSmallProduct = 16;
+// Rows and columns of the blocks of R·Q.
 constexpr int kProductBlock = 64;
 
 class HessenbergStep {
@@ -44,10 +44,11 @@ class HessenbergStep {
         coefficients_(work.C),
         n_(n),
         narrow_(n <= kShortOrder ? kNarrowShort : kNarrowLong),
-        squaredNorm_(n + 1),
-        hasZero_(n + 1) {}
+        squaredNorm_(work.squaredNorm),
+        hasZero_(work.hasZero) {}
 
-  void Run();
+  void RunInBlocks();
+  void RunColumnByColumn();
 
  private:
   int Length(int j) const { return std::min(j + 1, n_); }
@@ -70,11 +71,11 @@ class HessenbergStep {
   Matrix& coefficients_;
   const int n_;
   const int narrow_;
-  std::vector<double> squaredNorm_;
-  std::vector<char> hasZero_;
+  std::vector<double>& squaredNorm_;
+  std::vector<char>& hasZero_;
 };
 
-void HessenbergStep::Run() {
+void HessenbergStep::RunInBlocks() {
   for (int i = 1; i <= n_; ++i) {
     const int from = std::max(1, i - 1);
     std::copy(M_.Row(i) + (from - 1), M_.Row(i) + n_, V_.Row(i) + (from - 1));
@@ -83,6 +84,19 @@ void HessenbergStep::Run() {
   FinishColumns(1, n_);
   FillQ();
   MultiplyFactors();
+}
+
+/// The textbook loop itself.
+void HessenbergStep::RunColumnByColumn() {
+  for (int j = 1; j <= n_; ++j) {
+    const int length = Length(j);
+    for (int i = 1; i <= length; ++i) V_(i, j) = M_(i, j);
+    ProjectColumn(1, j - 1, j);
+    FinishColumn(j);
+    const double norm = R_(j, j);
+    for (int i = 1; i <= length; ++i) Q_(i, j) = norm == 0 ? 0.0 : V_(i, j) / norm;
+  }
+  for (int i = 1; i <= n_; ++i) MultiplyRow(i);
 }
 
 void HessenbergStep::FinishColumns(int first, int last) {
@@ -143,14 +157,19 @@ void HessenbergStep::Project(int first, int last, int from, int to) {
 
 /// The textbook loop itself, for one column.
 void HessenbergStep::ProjectColumn(int first, int last, int j) {
+  const std::ptrdiff_t n = V_.Cols();
+  const double* const m = M_.Data() + j - 1;
+  double* const v = V_.Data() + j - 1;
   for (int p = first; p <= last; ++p) {
+    const double* const final = V_.Data() + p - 1;
+    const std::ptrdiff_t end = (p + 1) * n;
     double d = 0.0;
-    for (int i = 1; i <= p + 1; ++i) d += V_(i, p) * M_(i, j);
+    for (std::ptrdiff_t i = 0; i != end; i += n) d += final[i] * m[i];
     const double a = squaredNorm_[p];
     R_(p, j) = a == 0 ? 0.0 : d / R_(p, p);
     if (a == 0 || d == 0) continue;
     const double c = d / a;
-    for (int i = 1; i <= p + 1; ++i) V_(i, j) -= c * V_(i, p);
+    for (std::ptrdiff_t i = 0; i != end; i += n) v[i] -= c * final[i];
   }
 }
 
@@ -198,10 +217,6 @@ void HessenbergStep::MultiplyFactors() {
   for (int i = 1; i <= n_; ++i) {
     std::fill(M_.Row(i) + std::max(0, i - 2), M_.Row(i) + n_, 0.0);
   }
-  if (n_ <= kSmallProduct) {
-    for (int i = 1; i <= n_; ++i) MultiplyRow(i);
-    return;
-  }
   for (int first = 1; first <= n_; first += kProductBlock) {
     MultiplyRows(first, std::min(first + kProductBlock - 1, n_));
   }
@@ -237,6 +252,13 @@ void HessenbergStep::MultiplyRows(int first, int last) {
 
 }  // namespace
 
-void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work) { HessenbergStep(M, n, work).Run(); }
+void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work) {
+  HessenbergStep step(M, n, work);
+  if (n <= HessenbergQr::kSmallOrder) {
+    step.RunColumnByColumn();
+  } else {
+    step.RunInBlocks();
+  }
+}
 
 }  // namespace qmx

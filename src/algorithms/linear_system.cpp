@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "algorithms/elimination.h"
+#include "algorithms/ordered_product.h"
 #include "base/number_text.h"
 
 namespace qmx {
@@ -55,16 +56,24 @@ SystemSolution SubstituteBack(const Matrix& M, int room) {
   return solution;
 }
 
-/// [AᵀA | Aᵀb] of a system [A | b].
+/// [AᵀA | Aᵀb] of a system [A | b]. Strips of rows are formed up to the diagonal, the rest is their
+/// mirror image.
 Matrix NormalEquations(const Matrix& system, Progress& progress) {
+  constexpr int kStripRows = 64;
+  const int m = system.Rows();
   const int unknowns = system.Cols() - 1;
   Matrix M(unknowns, unknowns + 1);
-  for (int r = 1; r <= system.Rows(); ++r) {
-    for (int i = 1; i <= unknowns; ++i) {
-      for (int j = 1; j <= i; ++j) M(i, j) += system(r, i) * system(r, j);
-      M(i, unknowns + 1) += system(r, i) * system(r, unknowns + 1);
+  for (int first = 1; first <= unknowns; first += kStripRows) {
+    const int last = std::min(first + kStripRows - 1, unknowns);
+    const int rows = last - first + 1;
+    const ConstView strip = Part(system, 1, first, m, rows).Transposed();
+    const int cols = last == unknowns ? unknowns + 1 : last;
+    AddProduct(strip, Part(system, 1, 1, m, cols), Part(M, first, 1, rows, cols));
+    if (last < unknowns) {
+      AddProduct(strip, Part(system, 1, unknowns + 1, m, 1), Part(M, first, unknowns + 1, rows, 1));
     }
-    progress.Report(static_cast<double>(r) / system.Rows());
+    const double part = static_cast<double>(last) / unknowns;
+    progress.Report(part * part);
   }
   for (int i = 1; i <= unknowns; ++i) {
     for (int j = 1; j < i; ++j) M(j, i) = M(i, j);

@@ -26,14 +26,15 @@ namespace {
 constexpr int kBlockColumns = 256;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kFewColumns = 14;
+constexpr int kFewColumns = 16;
 
 class GramSchmidt {
  public:
-  explicit GramSchmidt(const Matrix& A) : A_(A), V_(A), squaredNorm_(A.Cols() + 1) {
-    factors_.Q = Matrix(A.Rows(), A.Cols());
-    factors_.R = Matrix(A.Cols(), A.Cols());
-  }
+  explicit GramSchmidt(const Matrix& A)
+      : A_(A),
+        V_(A),
+        squaredNorm_(A.Cols() + 1),
+        factors_{false, Matrix(A.Rows(), A.Cols()), Matrix(A.Cols(), A.Cols())} {}
 
   QrFactors RunInBlocks(Progress& progress);
   QrFactors RunColumnByColumn(Progress& progress);
@@ -49,7 +50,8 @@ class GramSchmidt {
 
   const Matrix& A_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
-  Matrix coefficients_;  ///< C.
+  Matrix coefficients_;        ///< C.
+  std::vector<char> hasZero_;  ///< For each column in work whether a dot product is zero.
   std::vector<double> squaredNorm_;
   QrFactors factors_;
 };
@@ -83,13 +85,18 @@ QrFactors GramSchmidt::RunColumnByColumn(Progress& progress) {
 }
 
 void GramSchmidt::ProjectColumn(int j) {
+  const std::ptrdiff_t n = V_.Cols();
+  const std::ptrdiff_t end = V_.Rows() * n;
+  const double* const a = A_.Data() + j - 1;
+  double* const v = V_.Data() + j - 1;
   for (int k = 1; k < j; ++k) {
+    const double* const final = V_.Data() + k - 1;
     double d = 0.0;
-    for (int r = 1; r <= V_.Rows(); ++r) d += V_(r, k) * A_(r, j);
+    for (std::ptrdiff_t r = 0; r != end; r += n) d += final[r] * a[r];
     factors_.R(k, j) = d / factors_.R(k, k);
     if (d == 0) continue;
     const double c = d / squaredNorm_[k];
-    for (int r = 1; r <= V_.Rows(); ++r) V_(r, j) -= c * V_(r, k);
+    for (std::ptrdiff_t r = 0; r != end; r += n) v[r] -= c * final[r];
   }
 }
 
@@ -130,20 +137,20 @@ void GramSchmidt::SubtractProjections(int first, int last, int from, int to) {
   const int cols = to - from + 1;
   const View D = Part(factors_.R, first, from, steps, cols);
   const View C = Part(coefficients_, 1, 1, steps, cols);
-  std::vector<char> hasZero(cols);
+  hasZero_.assign(cols, 0);
   for (int k = 0; k < steps; ++k) {
-    for (int j = 0; j < cols; ++j) hasZero[j] |= D(k, j) == 0;
+    for (int j = 0; j < cols; ++j) hasZero_[j] |= D(k, j) == 0;
     std::copy_n(&D(k, 0), cols, &C(k, 0));
     DivideBy(squaredNorm_[first + k], &C(k, 0), cols);
   }
   for (int j = 0; j < cols;) {
-    if (hasZero[j]) {
+    if (hasZero_[j]) {
       SubtractFromColumn(first, last, from + j, {&C(0, j), steps, 1, C.rowStride, 1});
       ++j;
       continue;
     }
     const int end =
-        static_cast<int>(std::find(hasZero.begin() + j, hasZero.end(), 1) - hasZero.begin());
+        static_cast<int>(std::find(hasZero_.begin() + j, hasZero_.end(), 1) - hasZero_.begin());
     SubtractProduct(Part(V_, 1, first, V_.Rows(), steps),
                     {&C(0, j), steps, end - j, C.rowStride, 1},
                     Part(V_, 1, from + j, V_.Rows(), end - j));
