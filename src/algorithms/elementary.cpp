@@ -42,10 +42,14 @@ Matrix Product(const Matrix& A, const Matrix& B, Progress& progress) {
     MultiplyTiny(A, B, C);
     return C;
   }
-  // Rows at a time, for the sake of the progress alone: 16 is the height of the largest tile.
-  constexpr int kRowsAtATime = 15 * 16;
-  for (int i = 1; i <= A.Rows(); i += kRowsAtATime) {
-    const int rows = std::min(kRowsAtATime, A.Rows() - i + 1);
+  // Rows at a time, for the sake of the progress alone: a fraction of a second's work.
+  constexpr double kStepsAtATime = 2.5e9;
+  constexpr int kFewestRows = 15 * 16;
+  const double stepsInRow = static_cast<double>(A.Cols()) * B.Cols();
+  const int rowsAtATime = static_cast<int>(
+      std::clamp(kStepsAtATime / std::max(stepsInRow, 1.0), 1.0 * kFewestRows, 1e9));
+  for (int i = 1; i <= A.Rows(); i += rowsAtATime) {
+    const int rows = std::min(rowsAtATime, A.Rows() - i + 1);
     AddProduct(Part(A, i, 1, rows, A.Cols()), Part(B, 1, 1, B.Rows(), B.Cols()),
                Part(C, i, 1, rows, C.Cols()));
     progress.Report(static_cast<double>(i + rows - 1) / A.Rows());

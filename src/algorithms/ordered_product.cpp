@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 #include <functional>
+#include <type_traits>
 
 #include "algorithms/product_tiles.h"
 
@@ -11,9 +13,9 @@ namespace {
 
 // Sizes of the packed blocks: a panel of B has to stay in the first cache while the panels of a
 // block of A, which has to stay in the second, run past it.
-constexpr int kDepth = 256;
+constexpr int kDepth = 384;
 constexpr int kBlockRows = 240;  // A multiple of 16, 6 and 4, the heights of the tiles.
-constexpr int kMostTileCols = 8;
+constexpr int kBlockCols = 1024;
 
 // Below, copying an operand costs more than its strides do.
 constexpr int kPackFrom = 160;
@@ -40,20 +42,28 @@ const Kernels*& Current() {
   return kernels;
 }
 
-/// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
-/// the tile height, in each panel column by column. The last panel may be lower.
-void PackA(const ProductJob& job, int tileRows, double* out) {
-  for (int i = 0; i < job.rows; i += tileRows) {
-    const int height = std::min(tileRows, job.rows - i);
-    const double* from = job.a + i * job.aRow;
-    for (int k = 0; k < job.depth; ++k, from += job.aCol) {
-      for (int r = 0; r < height; ++r) *out++ = from[r * job.aRow];
-    }
+/// Copies `depth` columns of `height` rows so that each column lies together.
+template <class Height>
+void PackColumns(const double* from, const ProductJob& job, Height height, double* out) {
+  for (int k = 0; k < job.depth; ++k, from += job.aCol, out += height) {
+    for (int r = 0; r < height; ++r) out[r] = from[r * job.aRow];
   }
 }
 
-void PackB(const double* b, std::ptrdiff_t bRow, int depth, int cols, double* out) {
-  for (int k = 0; k < depth; ++k, b += bRow, out += cols) std::copy_n(b, cols, out);
+/// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
+/// the tile height, in each panel column by column. The last panel may be lower.
+void PackA(const ProductJob& job, int tileRows, double* out) {
+  constexpr std::integral_constant<int, 16> kUsual;
+  for (int i = 0; i < job.rows; i += tileRows) {
+    const int height = std::min(tileRows, job.rows - i);
+    const double* from = job.a + i * job.aRow;
+    if (height == kUsual) {
+      PackColumns(from, job, kUsual, out);
+    } else {
+      PackColumns(from, job, height, out);
+    }
+    out += static_cast<std::ptrdiff_t>(height) * job.depth;
+  }
 }
 
 /// For operands so small that choosing a way would take longer than the work.
@@ -72,40 +82,83 @@ void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign) {
 
 using Run = void (*)(const ProductJob&);
 
-/// One block of at most kBlockRows rows and kDepth products, from packed operands.
-void RunBlock(const Kernels& kernels, Run run, const ProductJob& block) {
-  alignas(64) static double packedA[kBlockRows * kDepth];
-  alignas(64) static double packedB[kDepth * kMostTileCols];
-  PackA(block, kernels.tileRows, packedA);
-  ProductJob tile = block;
-  tile.b = packedB;
-  for (int j = 0; j < block.cols; j += kernels.tileCols) {
-    tile.cols = std::min(kernels.tileCols, block.cols - j);
-    tile.bRow = tile.cols;
-    PackB(block.b + j, block.bRow, block.depth, tile.cols, packedB);
-    tile.a = packedA;
-    for (int i = 0; i < block.rows; i += kernels.tileRows) {
-      tile.rows = std::min(kernels.tileRows, block.rows - i);
-      tile.aRow = 1;
-      tile.aCol = tile.rows;
-      tile.c = block.c + i * block.cRow + j;
-      run(tile);
-      tile.a += static_cast<std::ptrdiff_t>(tile.rows) * tile.depth;
-    }
+/// The size of the even parts, each at most `most` and a multiple of `step` but for the last, that
+/// `all` falls into.
+int EvenPart(int all, int most, int step) {
+  const int parts = (all + most - 1) / most;
+  const int part = (all + parts - 1) / parts;
+  return std::min(most, (part + step - 1) / step * step);
+}
+
+/// Copies a panel of `cols` columns of B row by row.
+void PackPanel(const double* b, std::ptrdiff_t bRow, int depth, int cols, double* out) {
+  constexpr int kUsual = 8;
+  if (cols == kUsual) {
+    for (int k = 0; k < depth; ++k)
+      std::memcpy(out + k * kUsual, b + k * bRow, kUsual * sizeof(double));
+  } else {
+    for (int k = 0; k < depth; ++k) std::copy_n(b + k * bRow, cols, out + k * cols);
   }
 }
 
-/// Blocks of the products in increasing order, and for each of them blocks of rows.
+/// Copies a depth x cols block of B as panels of the tile width, in each panel row by row. The last
+/// panel may be narrower.
+void PackB(const ProductJob& job, int tileCols, double* out) {
+  for (int j = 0; j < job.cols; j += tileCols) {
+    const int cols = std::min(tileCols, job.cols - j);
+    PackPanel(job.b + j, job.bRow, job.depth, cols, out);
+    out += static_cast<std::ptrdiff_t>(cols) * job.depth;
+  }
+}
+
+/// A tile and what of C it works on comes next: asks for these rows of C.
+void FetchRows(const double* c, std::ptrdiff_t cRow, int rows) {
+  for (int k = 0; k < rows; ++k) __builtin_prefetch(c + k * cRow, 1);
+}
+
+/// A block of C from packed operands.
+void RunBlock(const Kernels& kernels, Run run, const ProductJob& block, const double* packedA,
+              const double* packedB) {
+  ProductJob tile = block;
+  tile.b = packedB;
+  tile.aRow = 1;
+  for (int j = 0; j < block.cols; j += kernels.tileCols) {
+    tile.bRow = tile.cols = std::min(kernels.tileCols, block.cols - j);
+    tile.a = packedA;
+    for (int i = 0; i < block.rows; i += kernels.tileRows) {
+      tile.aCol = tile.rows = std::min(kernels.tileRows, block.rows - i);
+      tile.c = block.c + i * block.cRow + j;
+      const int below = block.rows - i - tile.rows;
+      FetchRows(tile.c + tile.rows * block.cRow, block.cRow, std::min(kernels.tileRows, below));
+      run(tile);
+      tile.a += static_cast<std::ptrdiff_t>(tile.rows) * tile.depth;
+    }
+    tile.b += static_cast<std::ptrdiff_t>(tile.cols) * tile.depth;
+  }
+}
+
+/// Blocks of the products in increasing order, for each of them blocks of columns, and for each of
+/// these blocks of rows.
 void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
-  for (int k = 0; k < job.depth; k += kDepth) {
-    for (int i = 0; i < job.rows; i += kBlockRows) {
-      ProductJob block = job;
-      block.depth = std::min(kDepth, job.depth - k);
-      block.rows = std::min(kBlockRows, job.rows - i);
-      block.a += i * job.aRow + k * job.aCol;
-      block.b += k * job.bRow;
-      block.c += i * job.cRow;
-      RunBlock(kernels, run, block);
+  alignas(64) static double packedA[kBlockRows * kDepth];
+  alignas(64) static double packedB[kDepth * kBlockCols];
+  const int depth = EvenPart(job.depth, kDepth, 1);
+  const int rows = EvenPart(job.rows, kBlockRows, kernels.tileRows);
+  const int cols = EvenPart(job.cols, kBlockCols, kernels.tileCols);
+  ProductJob block = job;
+  for (int k = 0; k < job.depth; k += depth) {
+    block.depth = std::min(depth, job.depth - k);
+    for (int j = 0; j < job.cols; j += cols) {
+      block.cols = std::min(cols, job.cols - j);
+      block.b = job.b + k * job.bRow + j;
+      PackB(block, kernels.tileCols, packedB);
+      for (int i = 0; i < job.rows; i += rows) {
+        block.rows = std::min(rows, job.rows - i);
+        block.a = job.a + i * job.aRow + k * job.aCol;
+        block.c = job.c + i * job.cRow + j;
+        PackA(block, kernels.tileRows, packedA);
+        RunBlock(kernels, run, block, packedA, packedB);
+      }
     }
   }
 }
