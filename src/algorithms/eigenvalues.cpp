@@ -17,7 +17,7 @@ class EigenvalueIteration {
   EigenvalueRun Run(Progress& progress);
 
  private:
-  void Cycle();
+  void Cycle(HessenbergQr& work);
   void Deflate();
   void DeflateBottom();
   void DeflateMiddle();
@@ -35,7 +35,6 @@ class EigenvalueIteration {
   const int order_;
   int active_;  ///< Order of the leading block of M_ that still holds unknown eigenvalues.
   Matrix M_;    ///< Keeps its full size: a carried shift index may point behind the active block.
-  HessenbergQr work_;
   std::vector<int> position_;   ///< For each active row its row in the given matrix.
   std::vector<double> change_;  ///< What the last cycle changed each active diagonal entry by.
   std::vector<double> value_;   ///< Eigenvalues found; the shifts so far in the other places.
@@ -49,7 +48,6 @@ EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters&
       order_(A.Rows()),
       active_(order_),
       M_(A),
-      work_(order_),
       position_(order_ + 1),
       change_(order_ + 1),
       value_(order_ + 1),
@@ -59,8 +57,9 @@ EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters&
 
 EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
   ReduceToHessenberg(M_);
+  HessenbergQr work(order_);
   for (std::int32_t cycle = 1;; ++cycle) {
-    Cycle();
+    Cycle(work);
     // Before the tests: a NaN would fail them all and go round until the limit.
     CheckArithmetic();
     Deflate();
@@ -76,9 +75,9 @@ EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
       order_ - active_, {value_.begin() + 1, value_.end()}, {origin_.begin() + 1, origin_.end()}};
 }
 
-void EigenvalueIteration::Cycle() {
+void EigenvalueIteration::Cycle(HessenbergQr& work) {
   for (int i = 1; i <= active_; ++i) change_[i] = M_(i, i);
-  StepHessenbergQr(M_, active_, work_);
+  StepHessenbergQr(M_, active_, work);
   for (int i = 1; i <= active_; ++i) change_[i] = std::abs(M_(i, i) - change_[i]);
 }
 

@@ -18,14 +18,12 @@ struct HessenbergQr {
   /// Up to here the textbook loop itself is the quicker way, and blocks are not needed.
   static constexpr int kSmallOrder = 22;
 
-  explicit HessenbergQr(int order)
-      : V(order, order), Q(order, order), R(order, order), squaredNorm(order + 1) {
+  explicit HessenbergQr(int order) : V(order, order), R(order, order), squaredNorm(order + 1) {
     if (order <= kSmallOrder) return;
     C = Matrix((order + 1) / 2, (order + 1) / 2);
     hasZero.resize(order + 1);
   }
-  Matrix V;  ///< Orthogonal columns before scaling.
-  Matrix Q;  ///< Orthonormal columns.
+  Matrix V;  ///< Orthogonal columns, in the end divided by their norms.
   Matrix R;  ///< Upper triangular.
   Matrix C;  ///< Projections divided by squared norms.
   std::vector<double> squaredNorm;

@@ -39,7 +39,6 @@ class HessenbergStep {
   HessenbergStep(Matrix& M, int n, HessenbergQr& work)
       : M_(M),
         V_(work.V),
-        Q_(work.Q),
         R_(work.R),
         coefficients_(work.C),
         n_(n),
@@ -66,7 +65,6 @@ class HessenbergStep {
 
   Matrix& M_;
   Matrix& V_;
-  Matrix& Q_;
   Matrix& R_;
   Matrix& coefficients_;
   const int n_;
@@ -93,9 +91,8 @@ void HessenbergStep::RunColumnByColumn() {
     for (int i = 1; i <= length; ++i) V_(i, j) = M_(i, j);
     ProjectColumn(1, j - 1, j);
     FinishColumn(j);
-    const double norm = R_(j, j);
-    for (int i = 1; i <= length; ++i) Q_(i, j) = norm == 0 ? 0.0 : V_(i, j) / norm;
   }
+  FillQ();
   for (int i = 1; i <= n_; ++i) MultiplyRow(i);
 }
 
@@ -195,19 +192,15 @@ void HessenbergStep::SubtractSteps(int top, int bottom, int k, int end, int from
                   Part(V_, top, from, rows, C.cols));
 }
 
+/// Q takes the place of V.
 void HessenbergStep::FillQ() {
-  std::vector<double> norms(n_);
-  for (int j = 1; j <= n_; ++j) norms[j - 1] = R_(j, j);
-  const double* norm = norms.data();
-  const bool vanishes = std::find(norm, norm + n_, 0.0) != norm + n_;
+  double* const norm = squaredNorm_.data();
+  for (int j = 1; j <= n_; ++j) norm[j] = R_(j, j);
+  const bool vanishes = std::find(norm + 1, norm + n_ + 1, 0.0) != norm + n_ + 1;
   for (int i = 1; i <= n_; ++i) {
-    const double* v = V_.Row(i);
-    double* q = Q_.Row(i);
-    const int from = std::max(0, i - 2);
-    if (vanishes) {
-      for (int j = from; j < n_; ++j) q[j] = norm[j] == 0 ? 0.0 : v[j] / norm[j];
-    } else {
-      for (int j = from; j < n_; ++j) q[j] = v[j] / norm[j];
+    double* v = V_.Row(i) - 1;
+    for (int j = std::max(1, i - 1); j <= n_; ++j) {
+      v[j] = vanishes && norm[j] == 0 ? 0.0 : v[j] / norm[j];
     }
   }
 }
@@ -226,7 +219,7 @@ void HessenbergStep::MultiplyFactors() {
 void HessenbergStep::MultiplyRow(int i) {
   for (int j = std::max(1, i - 1); j <= n_; ++j) {
     double sum = 0.0;
-    for (int m = i; m <= Length(j); ++m) sum += R_(i, m) * Q_(m, j);
+    for (int m = i; m <= Length(j); ++m) sum += R_(i, m) * V_(m, j);
     M_(i, j) = sum;
   }
 }
@@ -238,14 +231,15 @@ void HessenbergStep::MultiplyRows(int first, int last) {
   for (int i = first; i <= last; ++i) {
     const int from = std::max(1, i - 1);
     if (from >= common) continue;
-    AddProduct(Part(R_, i, i, 1, last - i), Part(Q_, i, from, last - i, common - from),
+    AddProduct(Part(R_, i, i, 1, last - i),
+               Part(std::as_const(V_), i, from, last - i, common - from),
                Part(M_, i, from, 1, common - from));
   }
   for (int from = common; from <= n_; from += kProductBlock) {
     const int to = std::min(from + kProductBlock - 1, n_);
     const int depth = std::min(to + 1, n_) - first + 1;
     AddProduct(Part(R_, first, first, last - first + 1, depth),
-               Part(Q_, first, from, depth, to - from + 1),
+               Part(std::as_const(V_), first, from, depth, to - from + 1),
                Part(M_, first, from, last - first + 1, to - from + 1));
   }
 }

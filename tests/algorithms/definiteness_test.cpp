@@ -60,7 +60,7 @@ TEST(DefinitenessTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::CaseSource cases(611, testing::CaseShape::kSymmetric, 1);
     testing::Comparison comparison("definiteness in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int n : {16, 17, 47, 48, 49, 50, 64, 65, 100}) {
+    for (const int n : {9, 10, 17, 26, 47, 48, 49, 50, 64, 65, 81, 100, 146}) {
       for (int kind = 0; kind < 50 && !comparison.HasSeenEnough(); ++kind) {
         CompareReports(comparison, cases.Next(n, n));
       }

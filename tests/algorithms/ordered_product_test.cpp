@@ -93,7 +93,7 @@ TEST(OrderedProductTest, EverySmallShapeHasTheBitsOfThePlainLoopOnEveryInstructi
 }
 
 TEST(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSet) {
-  const std::vector<int> edges{159, 160, 161, 239, 240, 241, 255, 256, 257};
+  const std::vector<int> edges{159, 160, 161, 239, 240, 241, 383, 384, 385};
   testing::ForEachInstructionSet([&](InstructionSet set) {
     testing::CaseSource cases(1202, testing::CaseShape::kAny, 1);
     testing::Dice& dice = cases.Randomness();
@@ -104,10 +104,50 @@ TEST(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSe
       CompareShape(comparison, cases, {edge(), edge(), edge()});
     }
     for (int round = 0; round < 5 && !comparison.HasSeenEnough(); ++round) {
-      CompareShape(comparison, cases, {edge(), edge(), 2 * 256 + dice.Integer(-1, 1)});
+      CompareShape(comparison, cases, {edge(), edge(), 2 * 384 + dice.Integer(-1, 1)});
       CompareShape(comparison, cases, {2 * 240 + dice.Integer(-1, 1), edge(), edge()});
+      CompareShape(comparison, cases, {160, 1024 + dice.Integer(-1, 1), dice.Integer(1, 40)});
       CompareShape(comparison, cases, {dice.Integer(1, 20), edge(), edge()});
       CompareShape(comparison, cases, {edge(), dice.Integer(1, 20), edge()});
+    }
+  });
+}
+
+/// What EliminateRows promises, element by element.
+void PlainStep(Matrix& W, int column, int first) {
+  for (int k = first; k <= W.Rows(); ++k) {
+    const double f = W(k, column) / W(1, column);
+    for (int j = 1; j <= W.Cols(); ++j) {
+      if (j != column) W(k, j) = W(k, j) - f * W(1, j);
+    }
+    W(k, column) = f;
+  }
+}
+
+TEST(OrderedProductTest, AStepOfAnEliminationHasTheBitsOfThePlainLoopOnEveryInstructionSet) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1203, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("elimination step, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (int cols = 1; cols <= 40; ++cols) {
+      for (int column = 1; column <= cols && !comparison.HasSeenEnough(); ++column) {
+        const Matrix A = cases.Next(4, cols);
+        const auto run = [&](auto step) {
+          Matrix W = A;
+          step(W);
+          Record record;
+          testing::Append(record, W);
+          return record;
+        };
+        comparison.Compare(
+            [&] {
+              return run([&](Matrix& W) {
+                EliminateRows(&W(1, column), &W(2, column), cols, 3, column - 1, cols - column);
+              });
+            },
+            [&] { return run([&](Matrix& W) { PlainStep(W, column, 2); }); }, {&A},
+            std::to_string(column));
+      }
     }
   });
 }

@@ -45,7 +45,7 @@ TEST(QrTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::Dice& dice = cases.Randomness();
     testing::Comparison comparison("QR in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int n : {20, 31, 40, 64, 100, 128, 129, 140}) {
+    for (const int n : {16, 17, 31, 40, 64, 100, 128, 129, 140}) {
       for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n + (dice.Chance(0.5) ? 0 : dice.Integer(1, 40)), n);
         comparison.Compare([&] { return Of(FactorQr(A, unheard)); },

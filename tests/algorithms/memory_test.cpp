@@ -1,0 +1,82 @@
+#if defined(__linux__)
+#include <malloc.h>
+#endif
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+
+#include "algorithms/definiteness.h"
+#include "algorithms/determinant.h"
+#include "algorithms/elementary.h"
+#include "algorithms/inverse.h"
+#include "algorithms/linear_system.h"
+#include "algorithms/lu.h"
+#include "algorithms/qr.h"
+#include "support/core_cases.h"
+
+// Only the allocator of the C library tells what is in use, and a sanitizer puts its own in its
+// place.
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)
+
+namespace qmx {
+namespace {
+
+std::size_t BytesInUse() {
+  const struct mallinfo2 info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+/// Looks at the memory in use whenever a task reports.
+class MemoryWatch : public Progress {
+ public:
+  MemoryWatch() : before_(BytesInUse()), most_(before_) {}
+  void Report([[maybe_unused]] double fraction) override { Look(); }
+  void Look() { most_ = std::max(most_, BytesInUse()); }
+  /// The most that was in use beyond what was there in the beginning.
+  std::size_t Most() const { return most_ - before_; }
+
+ private:
+  std::size_t before_;
+  std::size_t most_;
+};
+
+constexpr int kOrder = 600;
+
+/// Runs a task and expects that it never held more than so many matrices of kOrder, and a strip of
+/// so many columns that blocks are copied to.
+template <class Task>
+void ExpectAtMost(int matrices, const char* name, Task task) {
+  constexpr std::size_t kStripColumns = 300;
+  MemoryWatch watch;
+  [[maybe_unused]] const auto result = task(watch);
+  watch.Look();
+  const std::size_t numbers = static_cast<std::size_t>(matrices) * kOrder + kStripColumns;
+  EXPECT_LE(watch.Most(), numbers * kOrder * sizeof(double)) << name;
+  // The watch sees that there is a work matrix or a result at all.
+  EXPECT_GE(watch.Most(), std::size_t{kOrder} * kOrder * sizeof(double)) << name;
+}
+
+TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
+  testing::Dice dice(1301);
+  Matrix A = testing::RealMatrix(dice, kOrder, kOrder);
+  for (int i = 1; i <= kOrder; ++i) {
+    for (int j = 1; j < i; ++j) A(i, j) = A(j, i);
+  }
+  const Matrix system = testing::RealMatrix(dice, kOrder + 1, kOrder + 1);
+  ExpectAtMost(1, "product", [&](Progress& p) { return Product(A, A, p); });
+  ExpectAtMost(1, "determinant", [&](Progress& p) { return Determinant(A, p); });
+  ExpectAtMost(2, "inverse", [&](Progress& p) { return Inverse(A, p); });
+  ExpectAtMost(2, "adjoint by inverse", [&](Progress& p) { return AdjointByInverse(A, p); });
+  ExpectAtMost(2, "LU", [&](Progress& p) { return FactorLu(A, true, p); });
+  ExpectAtMost(3, "QR", [&](Progress& p) { return FactorQr(A, p); });
+  ExpectAtMost(1, "definiteness", [&](Progress& p) { return TestDefiniteness(A, p); });
+  ExpectAtMost(1, "one-shot solution", [&](Progress& p) { return SolveOneShot(system, p); });
+  ExpectAtMost(1, "least squares", [&](Progress& p) { return SolveLeastSquares(system, p); });
+}
+
+}  // namespace
+}  // namespace qmx
+
+#endif
