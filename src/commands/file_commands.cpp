@@ -144,11 +144,12 @@ void OpenProject(Context& context) {
 void OpenNamedProject(Context& context, const std::string& name) {
   std::string& current = context.workspace.currentFileName;
   current = name;
+  if (current.empty()) return;
   if (current.starts_with('"')) {
     current.erase(0, 1);
     if (!current.empty()) current.pop_back();
   }
-  if (!current.empty()) ReadProject(context);
+  ReadProject(context);
 }
 
 bool SaveProjectAfterFault(Context& context) {

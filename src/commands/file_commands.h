@@ -21,7 +21,7 @@ void SaveProject(Context& context);
 void SaveProjectAs(Context& context);
 void OpenProject(Context& context);
 /// Opens the project that a command line, or the first of some dropped files, names; nothing where
-/// it is empty. A name in double quotes loses its first and last character.
+/// that is empty. A name in double quotes loses its first and last character.
 void OpenNamedProject(Context& context, const std::string& name);
 /// Asks for a name and saves the project to it, as the last act after a fault. False if nothing was
 /// saved.

@@ -148,8 +148,17 @@ TEST_F(ProjectCommands, ACommandLineLosesItsQuotes) {
   EXPECT_EQ(workspace.currentFileName, "cu");
   EXPECT_EQ(screen.timesBroughtToFront, 3);
   EXPECT_TRUE(NoMessage());
-  for (const char* empty : {"", "\"", "\"\""}) OpenNamedProject(context, empty);
+  OpenNamedProject(context, "");
   EXPECT_TRUE(NoMessage());
+}
+
+TEST_F(ProjectCommands, NothingBetweenQuotesIsTheNameOfNoFile) {
+  for (const char* quotes : {"\"", "\"\""}) {
+    screen.messages.clear();
+    OpenNamedProject(context, quotes);
+    ASSERT_EQ(screen.messages.size(), 1U) << quotes;
+    EXPECT_TRUE(screen.LastMessage().starts_with("The file \"\" could not be read."));
+  }
 }
 
 TEST_F(ProjectCommands, AFileThatIsNotThereGivesOneBox) {
