@@ -231,6 +231,7 @@ void Eliminator::NoteExchange(int i, int p) {
 }  // namespace
 
 Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order) {
+  if (columns < 1 && order == nullptr) return {};
   return Eliminator(W, rule, order).Run(columns, progress);
 }
 

@@ -30,8 +30,11 @@ void EliminateSystem(Matrix& M, Progress& progress) {
 
 /// The sum over j = first..last of T(i,j)·x(j), from 0.
 double RowTimesVector(const Matrix& T, int i, int first, int last, const Matrix& x) {
+  if (first > last) return 0.0;
+  const double* const row = T.Row(i) - 1;
+  const double* const element = x.Data() - 1;
   double sum = 0.0;
-  for (int j = first; j <= last; ++j) sum += T(i, j) * x(j, 1);
+  for (int j = first; j <= last; ++j) sum += row[j] * element[j];
   return sum;
 }
 
