@@ -32,7 +32,7 @@ constexpr int kBlockColumns = 128;
 constexpr int kPanelColumns = 8;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 40;
+constexpr int kSmallOrder = 56;
 
 /// The place of the largest magnitude, the first of equals.
 int PlaceOfLargest(const double* x, int count) {
@@ -82,7 +82,7 @@ class Eliminator {
 };
 
 Elimination Eliminator::Run(int columns, Progress& progress) {
-  if (std::min(W_.Rows(), W_.Cols()) <= kSmallOrder) {
+  if (std::max(W_.Rows(), W_.Cols()) <= kSmallOrder) {
     EliminateStepByStep(columns);
     progress.Report(1);
     return result_;

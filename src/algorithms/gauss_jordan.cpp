@@ -31,7 +31,7 @@ constexpr int kBlockColumns = 128;
 constexpr int kPanelColumns = 8;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 44;
+constexpr int kSmallOrder = 72;
 
 class JordanExchanger {
  public:

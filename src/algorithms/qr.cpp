@@ -23,7 +23,7 @@
 namespace qmx {
 namespace {
 
-constexpr int kBlockColumns = 128;
+constexpr int kBlockColumns = 256;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
 constexpr int kFewColumns = 16;
