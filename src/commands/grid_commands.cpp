@@ -77,8 +77,8 @@ bool HasRoomForNumbers(std::string_view text) { return text.size() <= AvailableM
 /// clipboard.
 bool HasRoomForText(const CellRange& cells) {
   constexpr std::size_t kBytesPerCell = 5 * 20;
-  const auto rows = static_cast<std::size_t>(cells.lastRow - cells.firstRow + 1);
-  const auto cols = static_cast<std::size_t>(cells.lastCol - cells.firstCol + 1);
+  const std::size_t rows = cells.lastRow - cells.firstRow + 1;
+  const std::size_t cols = cells.lastCol - cells.firstCol + 1;
   return rows <= AvailableMemory() / kBytesPerCell / cols;
 }
 

@@ -97,7 +97,7 @@ void MatrixGrid::TakeOver(const QItemSelection& selected) {
     if (!selectionModel()->hasSelection()) EndSelection();
     return;
   }
-  const QItemSelectionRange range = selected.front();
+  const QItemSelectionRange& range = selected.front();
   const CellBlock all = AllCells();
   const CellBlock block{std::max(range.top(), all.top), std::max(range.left(), all.left),
                         range.bottom(), range.right()};
