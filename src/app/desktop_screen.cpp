@@ -83,7 +83,7 @@ void DesktopScreen::SetCellText(int slot, int row, int col, const std::string& t
   Ensure(slot).Grid().SetTextMatrix(row, col, QString::fromStdString(text));
 }
 
-void DesktopScreen::SetCellTexts(int slot, int row, int col, TextBlock texts) {
+void DesktopScreen::SetCellTexts(int slot, int row, int col, TextBlock&& texts) {
   Ensure(slot).Grid().SetTexts(row, col, std::move(texts));
 }
 

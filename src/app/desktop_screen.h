@@ -29,7 +29,7 @@ class DesktopScreen : public Screen {
   void PopulateGridColumns(int slot, const Matrix& values, bool wide,
                            const std::vector<bool>& columns) override;
   void SetCellText(int slot, int row, int col, const std::string& text) override;
-  void SetCellTexts(int slot, int row, int col, TextBlock texts) override;
+  void SetCellTexts(int slot, int row, int col, TextBlock&& texts) override;
   void SetCellColour(int slot, int row, int col, Colour colour) override;
   void SetGridColour(int slot, Colour colour) override;
   void SetGridWidth(int slot, bool wide) override;

@@ -57,7 +57,7 @@ class Screen {
   /// Writes one cell. Row and column count from 0 and include headers.
   virtual void SetCellText(int slot, int row, int col, const std::string& text) = 0;
   /// Writes a block of cells, the first of them into (row, col).
-  virtual void SetCellTexts(int slot, int row, int col, TextBlock texts) {
+  virtual void SetCellTexts(int slot, int row, int col, TextBlock&& texts) {
     for (int i = 0; i < texts.rows; ++i) {
       for (int j = 0; j < texts.cols; ++j) {
         SetCellText(slot, row + i, col + j, std::string(texts.At(i, j)));

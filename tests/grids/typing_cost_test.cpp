@@ -36,7 +36,15 @@ class TypingCost : public Desktop {
     Click(cmdShow(kSlotA));
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotA)));
     ClickCell(kSlotA, 2, 2);
-    QTest::qWait(20);
+    Settle();
+  }
+  /// Waits until nothing is left to paint.
+  void Settle() {
+    PaintWatch watch(Grid(kSlotA).viewport());
+    for (int before = -1; before != watch.requests;) {
+      before = watch.requests;
+      QTest::qWait(100);
+    }
   }
   /// Milliseconds that many digits take until they are painted.
   double TimeOfDigits() {
@@ -60,7 +68,7 @@ TEST_F(TypingCost, ADigitPaintsItsOwnCellOnly) {
   PaintWatch watch(Grid(kSlotA).viewport());
   for (const char* digit : {"7", "8", "."}) {
     Keys(digit);
-    QTest::qWait(20);
+    Settle();
   }
   EXPECT_TRUE(watch.painted.subtracted(QRegion(cell)).isEmpty());
   EXPECT_LE(watch.requests, 3);
@@ -71,7 +79,7 @@ TEST_F(TypingCost, AnArrowPaintsTwoCellsOnly) {
   const QRect cells = Grid(kSlotA).CellRect(2, 2) | Grid(kSlotA).CellRect(2, 3);
   PaintWatch watch(Grid(kSlotA).viewport());
   Key(Qt::Key_Right);
-  QTest::qWait(20);
+  Settle();
   EXPECT_TRUE(watch.painted.subtracted(QRegion(cells)).isEmpty());
 }
 
