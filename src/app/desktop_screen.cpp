@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QGroupBox>
 #include <QSignalBlocker>
 
 #include "app/widgets.h"
@@ -12,6 +13,30 @@
 #include "grids/viewer_window.h"
 
 namespace qmx {
+namespace {
+
+const QWidget* FrameAround(const QWidget& control) {
+  const QWidget* frame = control.parentWidget();
+  while (frame != nullptr && qobject_cast<const QGroupBox*>(frame) == nullptr) {
+    frame = frame->parentWidget();
+  }
+  return frame;
+}
+
+/// Where the focus goes in a frame whose focused control was disabled: to Show, or else to the
+/// first field. Left to itself it would go to the next control, which may be Clear, and another
+/// Space would lose a matrix.
+QWidget* HarmlessControl(const QWidget& frame) {
+  for (QAbstractButton* button : frame.findChildren<QAbstractButton*>()) {
+    if (button->isEnabled() && button->objectName().startsWith("cmdShow")) return button;
+  }
+  for (QLineEdit* field : frame.findChildren<QLineEdit*>()) {
+    if (field->isEnabled()) return field;
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 DesktopScreen::DesktopScreen(frmQMX& mainWindow, Context& context)
     : main_(mainWindow), context_(context) {}
@@ -35,8 +60,25 @@ void DesktopScreen::SetText(const Control& control, const std::string& text) {
 
 void DesktopScreen::SetEnabled(const Control& control, bool enabled) {
   QObject* found = main_.Find(control);
-  if (auto* widget = qobject_cast<QWidget*>(found)) widget->setEnabled(enabled);
+  if (auto* widget = qobject_cast<QWidget*>(found)) {
+    if (!enabled && main_.focusWidget() == widget) KeepFocusNear(*widget);
+    widget->setEnabled(enabled);
+  }
   if (auto* action = qobject_cast<QAction*>(found)) action->setEnabled(enabled);
+}
+
+void DesktopScreen::KeepFocusNear(const QWidget& disabled) {
+  if (stranded_ != nullptr) return;
+  stranded_ = FrameAround(disabled);
+  if (stranded_ == nullptr) return;
+  // Only when the command is done is it known which controls of the frame are enabled.
+  QMetaObject::invokeMethod(
+      &main_,
+      [this] {
+        if (QWidget* heir = HarmlessControl(*stranded_)) heir->setFocus();
+        stranded_ = nullptr;
+      },
+      Qt::QueuedConnection);
 }
 
 bool DesktopScreen::IsSelected(const Control& control) const {

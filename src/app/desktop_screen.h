@@ -67,11 +67,13 @@ class DesktopScreen : public Screen {
   GridWindow& Ensure(int slot);
   ResultsWindow& EnsureResults();
   void PlaceIfNew(QWidget& window);
+  void KeepFocusNear(const QWidget& disabled);
 
   frmQMX& main_;
   Context& context_;
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::unique_ptr<ResultsWindow> results_;
+  const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.
 };
 

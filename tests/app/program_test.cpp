@@ -95,6 +95,44 @@ TEST_F(ProgramTest, EnterAndSpacePressTheButtonWithTheFocus) {
   EXPECT_TRUE(State().BCreated);
 }
 
+TEST_F(ProgramTest, AnotherSpaceAfterCreateOrResetLosesNothing) {
+  Get(cmdCreateA)->setFocus();
+  Key(Qt::Key_Space);
+  QTest::qWait(0);
+  EXPECT_EQ(Main().focusWidget(), Get(cmdShow(kSlotA)));
+  Keys("7");
+  Main().activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Main()));
+  Key(Qt::Key_Space);
+  EXPECT_EQ(Slot(kSlotA).array(1, 1), 7);
+  ClickAndAnswer(cmdResetA, QMessageBox::Yes);
+  QTest::qWait(0);
+  EXPECT_EQ(Main().focusWidget(), Get(txtRowsA));
+}
+
+TEST_F(ProgramTest, TheFocusStaysInTheFrameOfTheSystem) {
+  Get(cmdCreateSystem)->setFocus();
+  Click(cmdCreateSystem);
+  QTest::qWait(0);
+  EXPECT_EQ(Main().focusWidget(), Get(cmdShow(kSlotSystem)));
+  Click(cmdResetSystem);
+  QTest::qWait(0);
+  EXPECT_EQ(Main().focusWidget(), Get(txtEquations));
+}
+
+TEST_F(ProgramTest, AProjectThatOpensTakesTheFocusToShow) {
+  ASSERT_EQ(Main().focusWidget(), Get(txtRowsA));
+  files.files["p.qmx"] =
+      "#TRUE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#TRUE#\r\n"
+      "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
+      "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
+      "1,1\r\n 1 \r\n1,1\r\n 2 \r\n";
+  Q_EMIT Main().FilesDropped("p.qmx");
+  ASSERT_TRUE(State().ACreated && State().BCreated);
+  QTest::qWait(0);
+  EXPECT_EQ(Main().focusWidget(), Get(cmdShow(kSlotA)));
+}
+
 TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
   Enter(kSlotA, 1, 1, {"7"});
   State().currentFileName = "/data/p.qmx";
