@@ -39,8 +39,8 @@ int MatrixGrid::TextWidthWithMargins(const QString& text) const {
 }
 
 int MatrixGrid::DefaultColumnWidth() const {
-  // The longest text that single precision can need.
-  return TextWidthWithMargins(QStringLiteral("-8.888888E-38"));
+  // The longest text that single precision can need; a plus is wider than a minus in most fonts.
+  return TextWidthWithMargins(QStringLiteral("-8.888888E+38"));
 }
 
 void MatrixGrid::SetUp(int rows, int cols, bool wide) {

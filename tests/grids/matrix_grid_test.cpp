@@ -58,6 +58,13 @@ TEST_F(Grid, ShowsSingleOrDoublePrecision) {
   EXPECT_EQ(grid.ColWidth(1), 2 * grid.DefaultColumnWidth());
 }
 
+TEST_F(Grid, NarrowCellsShowAllOfASinglePrecisionNumber) {
+  const int room = grid.DefaultColumnWidth() - 12;  // Less a margin on each side.
+  for (const char* text : {"-8.888888E-38", "-8.888888E+38", "-1.234568E+07"}) {
+    EXPECT_LE(grid.fontMetrics().horizontalAdvance(text), room) << text;
+  }
+}
+
 TEST_F(Grid, CellsAreEmptyUntilFilled) {
   grid.SetUp(2, 3, false);
   for (int i = 1; i <= 2; ++i) {
