@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace qmx {
@@ -35,7 +36,9 @@ ResultsWindow::ResultsWindow() : list_(new QListWidget(this)) {
   connect(copy, &QShortcut::activated, this, &ResultsWindow::CopySelected);
   UseReportFont();
   const QFontMetrics metrics(list_->font());
-  resize(metrics.horizontalAdvance(QChar(0x2014)) * kReportColumns + 40,
+  // The scroll bar of a long list must not take the room of a separator.
+  const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
+  resize(metrics.horizontalAdvance(QChar(0x2014)) * kReportColumns + 40 + scrollBar,
          metrics.lineSpacing() * kReportLines);
 }
 

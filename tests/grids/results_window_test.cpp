@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QScrollBar>
 #include <QTest>
 
 #include "support/desktop_bench.h"
@@ -37,6 +38,13 @@ TEST_F(Results, ShowIsDisabledUntilThereIsAReport) {
   EXPECT_TRUE(IsEnabled(cmdShowResults));
   EXPECT_TRUE(List().isVisible());
   EXPECT_EQ(Lines()->font().family(), "Courier New");
+}
+
+TEST_F(Results, ALongListHasRoomForItsSeparators) {
+  for (int reports = 0; reports < 6; ++reports) RunEigenTask();
+  QTest::qWait(20);
+  EXPECT_GT(Lines()->verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(Lines()->horizontalScrollBar()->maximum(), 0);
 }
 
 TEST_F(Results, ClearingAnEmptyListDoesNothing) {
