@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QSplitter>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -45,13 +46,13 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpBook> book)
   splitter->addWidget(MakeTabs());
   splitter->addWidget(browser_);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({fontMetrics().averageCharWidth() * 36, 1});
+  splitter->setSizes({fontMetrics().averageCharWidth() * 44, 1});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(MakeToolBar());
   layout->addWidget(splitter, 1);
   connect(browser_, &QTextBrowser::sourceChanged, this, &HelpWindow::FollowPage);
-  resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 36);
+  resize(fontMetrics().averageCharWidth() * 138, fontMetrics().height() * 36);
 }
 
 void HelpWindow::ShowPage(const QString& page) {
@@ -94,7 +95,15 @@ QTabWidget* HelpWindow::MakeTabs() {
   tabs_->addTab(MakeContents(), tr("&Contents"));
   tabs_->addTab(MakeIndex(), tr("&Index"));
   tabs_->addTab(MakeSearch(), tr("&Search"));
+  connect(tabs_, &QTabWidget::currentChanged, this, &HelpWindow::EnterTab);
   return tabs_;
+}
+
+void HelpWindow::EnterTab() {
+  // Who goes through the tabs with the arrow keys stays among them.
+  if (!isActiveWindow() || tabs_->tabBar()->hasFocus()) return;
+  auto* field = tabs_->currentWidget()->findChild<QLineEdit*>();
+  if (field != nullptr) field->setFocus();
 }
 
 QWidget* HelpWindow::MakeContents() {

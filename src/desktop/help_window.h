@@ -51,6 +51,8 @@ class HelpWindow : public QWidget {
   /// Marks the line of the page on show in the contents.
   void FollowPage(const QUrl& address);
   void StartSearch();
+  /// A tab that was chosen by its letter or the mouse can be typed into at once.
+  void EnterTab();
 
   std::unique_ptr<HelpBook> book_;
   HelpBrowser* browser_;

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBlock>
@@ -106,6 +107,30 @@ TEST_F(HelpWindowTest, SearchOpensWithItsShortcutAndFindsPages) {
   EXPECT_EQ(Heading(), found.item(0)->text());
   QTest::keyClicks(&query, " xyzzy");
   EXPECT_EQ(found.count(), 0);
+}
+
+TEST_F(HelpWindowTest, ATabChosenByItsLetterIsTypedIntoAtOnce) {
+  HelpWindow& window = Open();
+  Part<QTreeWidget>("lstContents").setFocus();
+  QTest::keyClick(&window, Qt::Key_I, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), &Part<QLineEdit>("txtKeyword"));
+  Part<QListWidget>("lstIndex").setFocus();
+  QTest::keyClick(&window, Qt::Key_C, Qt::AltModifier);
+  Part<QTextBrowser>("txtPage").setFocus();
+  QTest::keyClick(&window, Qt::Key_I, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), &Part<QLineEdit>("txtKeyword"));
+  QTest::keyClick(&window, Qt::Key_S, Qt::AltModifier);
+  EXPECT_EQ(QApplication::focusWidget(), &Part<QLineEdit>("txtSearch"));
+}
+
+TEST_F(HelpWindowTest, ArrowKeysStayAmongTheTabs) {
+  Open();
+  auto* tabs = Part<QTabWidget>("tabHelp").tabBar();
+  tabs->setFocus();
+  QTest::keyClick(tabs, Qt::Key_Right);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  EXPECT_EQ(tabs->currentIndex(), 2);
+  EXPECT_EQ(QApplication::focusWidget(), tabs);
 }
 
 TEST_F(HelpWindowTest, TopicOpensItsPageAndAnUnknownOneTheContents) {
