@@ -62,12 +62,13 @@ SystemSolution SubstituteBack(const Matrix& M, int room) {
 /// [AᵀA | Aᵀb] of a system [A | b]. Strips of rows are formed up to the diagonal, the rest is their
 /// mirror image.
 Matrix NormalEquations(const Matrix& system, Progress& progress) {
-  constexpr int kStripRows = 64;
   const int m = system.Rows();
   const int unknowns = system.Cols() - 1;
+  // Low strips form less of what the mirror gives; high ones suit the kernel better.
+  const int stripRows = unknowns < 500 ? 64 : 192;
   Matrix M(unknowns, unknowns + 1);
-  for (int first = 1; first <= unknowns; first += kStripRows) {
-    const int last = std::min(first + kStripRows - 1, unknowns);
+  for (int first = 1; first <= unknowns; first += stripRows) {
+    const int last = std::min(first + stripRows - 1, unknowns);
     const int rows = last - first + 1;
     const ConstView strip = Part(system, 1, first, m, rows).Transposed();
     const int cols = last == unknowns ? unknowns + 1 : last;

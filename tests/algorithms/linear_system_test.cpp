@@ -83,6 +83,17 @@ TEST(LinearSystemTest, LargeSystemsHaveTheBitsOfThePlainLoopToo) {
   }
 }
 
+TEST(LinearSystemTest, LeastSquaresOfManyUnknownsHasTheBitsOfThePlainLoopToo) {
+  Comparison comparison("least squares of many unknowns");
+  testing::Dice dice(812);
+  for (const int unknowns : {499, 500}) {
+    const Matrix system = testing::RealMatrix(dice, unknowns + 3, unknowns + 1);
+    comparison.Compare([&] { return Of(SolveLeastSquares(system, unheard)); },
+                       [&] { return Of(reference::SolveLeastSquares(ToTable(system))); }, {},
+                       std::to_string(unknowns));
+  }
+}
+
 TEST(LinearSystemTest, LeastSquaresHasTheBitsOfThePlainLoop) {
   CaseSource cases(802, CaseShape::kAny, 12);
   Dice& dice = cases.Randomness();
