@@ -54,12 +54,12 @@ class GrowingElimination {
   int TakeGroup(int top, int bottom, int first, int last);
   int TakeInOwnColumns(const View& panel, int first) const;
 
-  Matrix& W_;
-  const int n_;
   bool HasEnded(int k) const { return !ended_.empty() && ended_[k] != 0; }
 
-  std::vector<char>
-      ended_;  ///< For each row, from 1, whether its reduction has ended; mostly empty.
+  Matrix& W_;
+  const int n_;
+  /// For each row, from 1, whether its reduction has ended. Empty as long as none has.
+  std::vector<char> ended_;
   std::vector<DiagonalChange> changes_;
   std::array<double, static_cast<std::size_t>(kBlockSteps) * (kGroupRows + 1)> panel_;
 };

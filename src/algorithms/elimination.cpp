@@ -116,7 +116,8 @@ void Eliminator::EliminateStepByStep(int columns) {
       double* const row = pivot - i;
       for (std::ptrdiff_t j = 0; j < n; ++j) std::swap(row[j], row[p * n + j]);
     }
-    EliminateRows(pivot, pivot + n, n, static_cast<int>(m) - i - 1, 0, static_cast<int>(n) - i - 1);
+    const int below = static_cast<int>(m) - i - 1;
+    if (below > 0) EliminateRows(pivot, pivot + n, n, below, 0, static_cast<int>(n) - i - 1);
   }
 }
 

@@ -105,7 +105,7 @@ void JordanExchanger::ExchangeColumn(int i) {
   double* const upper = W_.Row(i);
   const double pivot = upper[i - 1];
   EliminateRows(upper + i - 1, W_.Row(1) + i - 1, n_, i - 1, i - 1, n_ - i);
-  EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
+  if (i < n_) EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
   for (int k = 1; k <= n_; ++k) W_(k, i) = -W_(k, i);
   upper[i - 1] = pivot;
   result_.pivots.push_back(pivot);

@@ -158,15 +158,15 @@ void HessenbergStep::ProjectColumn(int first, int last, int j) {
   const double* const m = M_.Data() + j - 1;
   double* const v = V_.Data() + j - 1;
   for (int p = first; p <= last; ++p) {
-    const double* const final = V_.Data() + p - 1;
+    const double* const earlier = V_.Data() + p - 1;
     const std::ptrdiff_t end = (p + 1) * n;
     double d = 0.0;
-    for (std::ptrdiff_t i = 0; i != end; i += n) d += final[i] * m[i];
+    for (std::ptrdiff_t i = 0; i != end; i += n) d += earlier[i] * m[i];
     const double a = squaredNorm_[p];
     R_(p, j) = a == 0 ? 0.0 : d / R_(p, p);
     if (a == 0 || d == 0) continue;
     const double c = d / a;
-    for (std::ptrdiff_t i = 0; i != end; i += n) v[i] -= c * final[i];
+    for (std::ptrdiff_t i = 0; i != end; i += n) v[i] -= c * earlier[i];
   }
 }
 

@@ -90,13 +90,13 @@ void GramSchmidt::ProjectColumn(int j) {
   const double* const a = A_.Data() + j - 1;
   double* const v = V_.Data() + j - 1;
   for (int k = 1; k < j; ++k) {
-    const double* const final = V_.Data() + k - 1;
+    const double* const earlier = V_.Data() + k - 1;
     double d = 0.0;
-    for (std::ptrdiff_t r = 0; r != end; r += n) d += final[r] * a[r];
+    for (std::ptrdiff_t r = 0; r != end; r += n) d += earlier[r] * a[r];
     factors_.R(k, j) = d / factors_.R(k, k);
     if (d == 0) continue;
     const double c = d / squaredNorm_[k];
-    for (std::ptrdiff_t r = 0; r != end; r += n) v[r] -= c * final[r];
+    for (std::ptrdiff_t r = 0; r != end; r += n) v[r] -= c * earlier[r];
   }
 }
 
