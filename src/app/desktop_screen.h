@@ -52,7 +52,7 @@ class DesktopScreen : public Screen {
 
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name) override;
-  std::string AskSaveFile() override;
+  std::string AskSaveFile(std::string_view ending) override;
 
   /// The window of a slot; null while there is none.
   GridWindow* Window(int slot) const { return windows_[slot].get(); }

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include "app/desktop_screen.h"
+#include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
@@ -25,6 +27,18 @@ Answer ToAnswer(int pressed) {
     default:
       return Answer::kOk;
   }
+}
+
+/// The dialog asks before it gives the name of a file that exists, but knows nothing of an ending
+/// that is added to the name. True if there is nothing to ask or the user agrees.
+bool MayBeWritten(const QString& name, const QString& ending, QWidget* parent) {
+  if (name.isEmpty() || ending.isEmpty() || name.endsWith(ending)) return true;
+  const QFileInfo file(name + ending);
+  if (!file.exists()) return true;
+  return QMessageBox::warning(parent, ToQString(kProgramTitle),
+                              QObject::tr("%1 already exists. Replace it?").arg(file.fileName()),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) == QMessageBox::Yes;
 }
 
 std::string NameInBytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
@@ -69,8 +83,12 @@ std::string DesktopScreen::AskOpenFile(const std::string& name) {
   return NameInBytes(QFileDialog::getOpenFileName(&main_, {}, proposed));
 }
 
-std::string DesktopScreen::AskSaveFile() {
-  return NameInBytes(QFileDialog::getSaveFileName(&main_));
+std::string DesktopScreen::AskSaveFile(std::string_view ending) {
+  QString name;
+  do {
+    name = QFileDialog::getSaveFileName(&main_);
+  } while (!MayBeWritten(name, ToQString(ending), &main_));
+  return NameInBytes(name);
 }
 
 }  // namespace qmx

@@ -1,6 +1,7 @@
 #include "app/frm_qmx.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -21,8 +22,9 @@ namespace qmx {
 namespace {
 
 constexpr int kProgressSteps = 100;
-constexpr int kSlack = 2;      // Lest rounding bring up scroll bars.
-constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
+constexpr int kRepaintEvery = 250;  // Milliseconds, in a long computation.
+constexpr int kSlack = 2;           // Lest rounding bring up scroll bars.
+constexpr int kTitleBar = 30;       // What the desktop adds to the window's height, about.
 
 struct MenuEntry {
   const char* name;  ///< Null for a line between entries.
@@ -140,7 +142,10 @@ QRect frmQMX::TaskArea() const {
   return {taskPanel_->mapToGlobal(QPoint(0, 0)), taskPanel_->size()};
 }
 
-void frmQMX::StartProgress() { progress_->setValue(0); }
+void frmQMX::StartProgress() {
+  progress_->setValue(0);
+  sinceRepaint_.start();
+}
 
 void frmQMX::ShowProgress(double fraction) {
   const int value = static_cast<int>(fraction * kProgressSteps);
@@ -149,6 +154,12 @@ void frmQMX::ShowProgress(double fraction) {
   progress_->show();
   progress_->setValue(value);
   statusBar()->repaint();
+  if (sinceRepaint_.elapsed() < kRepaintEvery) return;
+  sinceRepaint_.start();
+  // No event is handled meanwhile: what was uncovered would stay blank to the end.
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) window->repaint();
+  }
 }
 
 void frmQMX::EndProgress() {

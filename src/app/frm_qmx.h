@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QLabel>
 #include <QMainWindow>
@@ -50,6 +51,7 @@ class frmQMX : public QMainWindow {
   QWidget* taskPanel_ = nullptr;
   QLabel* working_ = nullptr;
   QProgressBar* progress_ = nullptr;
+  QElapsedTimer sinceRepaint_;  ///< Since all windows were painted in a computation.
 };
 
 }  // namespace qmx

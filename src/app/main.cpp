@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
   const auto settings = qmx::SystemRegionalSettings();
   // Without a printer the user names a file, in a dialog of the windows that are made below.
   qmx::Program* windows = nullptr;
-  qmx::DesktopPrinter printer(*files, [&windows] { return windows->Windows().AskSaveFile(); });
+  qmx::DesktopPrinter printer(*files, [&windows] { return windows->Windows().AskSaveFile({}); });
   qmx::RandomSource random;
   qmx::SystemClock clock;
   qmx::Program program({*files, printer, random, clock}, *settings);

@@ -23,10 +23,11 @@ void ShowFileProblem(Context& context, const std::string& what, const std::strin
        Icon::kCritical});
 }
 
-/// Asks for a name that becomes the current file name, also where it stays empty.
-bool AskForSaving(Context& context) {
+/// Asks for a name that becomes the current file name, also where it stays empty. `ending` is what
+/// will be appended to it.
+bool AskForSaving(Context& context, std::string_view ending = {}) {
   context.workspace.currentFileName.clear();
-  context.workspace.currentFileName = context.screen.AskSaveFile();
+  context.workspace.currentFileName = context.screen.AskSaveFile(ending);
   return !context.workspace.currentFileName.empty();
 }
 
@@ -127,12 +128,12 @@ void RetrieveLU(Context& context) {
 }
 
 void SaveProject(Context& context) {
-  if (context.workspace.currentFileName.empty() && !AskForSaving(context)) return;
+  if (context.workspace.currentFileName.empty() && !AskForSaving(context, kProjectEnding)) return;
   WriteProject(context);
 }
 
 void SaveProjectAs(Context& context) {
-  if (AskForSaving(context)) WriteProject(context);
+  if (AskForSaving(context, kProjectEnding)) WriteProject(context);
 }
 
 void OpenProject(Context& context) {
@@ -154,7 +155,7 @@ void OpenNamedProject(Context& context, const std::string& name) {
 
 bool SaveProjectAfterFault(Context& context) {
   try {
-    return AskForSaving(context) && WriteProject(context);
+    return AskForSaving(context, kProjectEnding) && WriteProject(context);
   } catch (...) {
     // The fault that brought us here is the one to report.
     return false;

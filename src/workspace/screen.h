@@ -96,7 +96,10 @@ class Screen {
   virtual Answer ShowMessage(const Message& message) = 0;
   /// The common file dialog. `name` is what it proposes. Empty when the user cancels.
   virtual std::string AskOpenFile(const std::string& name) = 0;
-  virtual std::string AskSaveFile() = 0;
+  /// The same for a file to be written. `ending`, if any, is what the caller appends to a name that
+  /// has not got it. Before a file is replaced the user is asked, whichever way its name came
+  /// about.
+  virtual std::string AskSaveFile(std::string_view ending) = 0;
 };
 
 }  // namespace qmx

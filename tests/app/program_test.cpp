@@ -5,9 +5,11 @@
 #include <QAction>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QStatusBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -152,6 +154,67 @@ TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
   EXPECT_EQ(Cell(kSlotA, 1, 1), "7");
 }
 
+/// Answers one dialog after the other as they come up: types a name into a file dialog (none:
+/// cancels it), presses a button of a message box.
+class Answers {
+ public:
+  Answers(std::vector<QString> names, QMessageBox::StandardButton pressed)
+      : names_(std::move(names)), pressed_(pressed) {
+    QObject::connect(&poll_, &QTimer::timeout, [this] { Answer(); });
+    poll_.start(5);
+  }
+  QStringList texts;  ///< Of the message boxes.
+
+ private:
+  void Answer() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+      texts << box->text();
+      return box->button(pressed_)->click();
+    }
+    auto* dialog = qobject_cast<QFileDialog*>(modal);
+    if (dialog == nullptr) return;
+    if (asked_ == names_.size()) return dialog->reject();
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(names_[asked_++]);
+    // Later: its own question must find the timer free.
+    QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+  }
+
+  std::vector<QString> names_;
+  std::size_t asked_ = 0;
+  QMessageBox::StandardButton pressed_;
+  QTimer poll_;
+};
+
+TEST_F(ProgramTest, AFileWhoseNameComesAboutByTheEndingIsNotReplacedUnasked) {
+  const QTemporaryDir folder;
+  QFile existing(folder.filePath("work.qmx"));
+  ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
+  existing.close();
+  const QString name = folder.filePath("work");
+  DesktopScreen& screen = program.Windows();
+  {
+    const Answers no({name}, QMessageBox::No);
+    EXPECT_EQ(screen.AskSaveFile(".qmx"), "") << "back to the file dialog, which is cancelled";
+    EXPECT_EQ(no.texts, QStringList("work.qmx already exists. Replace it?"));
+  }
+  {
+    const Answers yes({name}, QMessageBox::Yes);
+    EXPECT_EQ(screen.AskSaveFile(".qmx"), name.toStdString());
+    EXPECT_EQ(yes.texts.size(), 1);
+  }
+  {
+    const Answers none({name}, QMessageBox::No);
+    EXPECT_EQ(screen.AskSaveFile({}), name.toStdString()) << "no ending, no such file";
+    EXPECT_TRUE(none.texts.isEmpty());
+  }
+  {
+    const Answers theirs({name + ".qmx"}, QMessageBox::Yes);
+    EXPECT_EQ(screen.AskSaveFile(".qmx"), name.toStdString() + ".qmx");
+    EXPECT_EQ(theirs.texts.size(), 1) << "the file dialog's own question alone";
+  }
+}
+
 TEST_F(ProgramTest, AFieldLeavesDroppedFilesToItsWindow) {
   QMimeData file;
   file.setUrls({QUrl::fromLocalFile("/data/p.qmx")});
@@ -181,6 +244,32 @@ TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
   screen.EndWork();
   EXPECT_FALSE(bar->isVisible());
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+/// Counts the pictures that a widget makes of itself.
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+  int count = 0;
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return QObject::eventFilter(watched, event);
+  }
+};
+
+TEST_F(ProgramTest, ALongComputationPaintsAllWindowsNowAndThen) {
+  Enter(kSlotA, 2, 2, {});
+  PaintCounter paints(Window(kSlotA));
+  DesktopScreen& screen = program.Windows();
+  screen.BeginWork();
+  QTest::qSleep(300);
+  constexpr int kReports = 90;
+  for (int step = 1; step <= kReports; ++step) screen.ReportProgress(step / 100.0);
+  screen.EndWork();
+  EXPECT_GE(paints.count, 1);
+  EXPECT_LT(paints.count, kReports / 2) << "it must not take the time of the computation";
 }
 
 TEST_F(ProgramTest, ClosingTheMainWindowEndsTheProgram) {

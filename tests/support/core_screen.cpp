@@ -137,7 +137,7 @@ std::string RecordingScreen::AskOpenFile(const std::string& name) {
   return NextFileName();
 }
 
-std::string RecordingScreen::AskSaveFile() {
+std::string RecordingScreen::AskSaveFile(std::string_view /*ending*/) {
   ++saveDialogs;
   return NextFileName();
 }

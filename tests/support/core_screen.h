@@ -91,7 +91,7 @@ class RecordingScreen : public Screen {
   void EndWork() override { --workDepth; }
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name) override;
-  std::string AskSaveFile() override;
+  std::string AskSaveFile(std::string_view ending) override;
 
  private:
   /// The first row and column of data in a slot's grid.
