@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QSignalBlocker>
+#include <QTimer>
 
 #include "app/widgets.h"
 #include "app/window_placement.h"
@@ -72,13 +73,10 @@ void DesktopScreen::KeepFocusNear(const QWidget& disabled) {
   stranded_ = FrameAround(disabled);
   if (stranded_ == nullptr) return;
   // Only when the command is done is it known which controls of the frame are enabled.
-  QMetaObject::invokeMethod(
-      &main_,
-      [this] {
-        if (QWidget* heir = HarmlessControl(*stranded_)) heir->setFocus();
-        stranded_ = nullptr;
-      },
-      Qt::QueuedConnection);
+  QTimer::singleShot(0, &main_, [this] {
+    if (QWidget* heir = HarmlessControl(*stranded_)) heir->setFocus();
+    stranded_ = nullptr;
+  });
 }
 
 bool DesktopScreen::IsSelected(const Control& control) const {
