@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QSignalBlocker>
-#include <QTimer>
 
 #include "app/widgets.h"
 #include "app/window_placement.h"
@@ -40,7 +39,10 @@ QWidget* HarmlessControl(const QWidget& frame) {
 }  // namespace
 
 DesktopScreen::DesktopScreen(frmQMX& mainWindow, Context& context)
-    : main_(mainWindow), context_(context) {}
+    : main_(mainWindow), context_(context) {
+  focusMover_.setSingleShot(true);
+  QObject::connect(&focusMover_, &QTimer::timeout, &focusMover_, [this] { MoveFocus(); });
+}
 
 DesktopScreen::~DesktopScreen() = default;
 
@@ -73,10 +75,12 @@ void DesktopScreen::KeepFocusNear(const QWidget& disabled) {
   stranded_ = FrameAround(disabled);
   if (stranded_ == nullptr) return;
   // Only when the command is done is it known which controls of the frame are enabled.
-  QTimer::singleShot(0, &main_, [this] {
-    if (QWidget* heir = HarmlessControl(*stranded_)) heir->setFocus();
-    stranded_ = nullptr;
-  });
+  focusMover_.start(0);
+}
+
+void DesktopScreen::MoveFocus() {
+  if (QWidget* heir = HarmlessControl(*stranded_)) heir->setFocus();
+  stranded_ = nullptr;
 }
 
 bool DesktopScreen::IsSelected(const Control& control) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <array>
 #include <memory>
 
@@ -68,12 +69,14 @@ class DesktopScreen : public Screen {
   ResultsWindow& EnsureResults();
   void PlaceIfNew(QWidget& window);
   void KeepFocusNear(const QWidget& disabled);
+  void MoveFocus();
 
   frmQMX& main_;
   Context& context_;
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::unique_ptr<ResultsWindow> results_;
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
+  QTimer focusMover_;                  ///< Moves the focus when the command is done.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.
 };
 
