@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the benchmarks and prints the tables of docs/performance.md:
-#   ./bench.sh                            every task at every size, and what people wait for at the windows
-#   ./bench.sh --small                    only against the plain loops, at every size from 1 to 30
-#   ./bench.sh --windows                  only the latter; they run on a virtual display
+#   ./bench.sh                            the tasks and files, and what people wait for at the windows
+#   ./bench.sh --small                    the tasks against the plain loops at every size from 1 to 30
+#   ./bench.sh --windows                  the windows alone, on a virtual display
 #   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
 # The times are processor times of one thread; run it on an idle machine.
 set -euo pipefail

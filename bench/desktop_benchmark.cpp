@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
   QApplication::setStyle("Fusion");
   benchmark::Initialize(&argc, argv);
   qmx::bench::RegisterAll();
-  qmx::bench::TableReporter table;
+  qmx::bench::TableReporter table(qmx::bench::TableReporter::Layout::kTimes);
   benchmark::RunSpecifiedBenchmarks(&table);
   return 0;
 }

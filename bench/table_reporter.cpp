@@ -51,10 +51,13 @@ TableReporter::Times& TableReporter::LineOf(const std::string& line) {
 }
 
 void TableReporter::Finalize() {
-  if (layout_ == Layout::kTasks) {
-    PrintTasks();
-  } else {
-    PrintSmallSizes();
+  switch (layout_) {
+    case Layout::kTasks:
+      return PrintTasks();
+    case Layout::kSmallSizes:
+      return PrintSmallSizes();
+    case Layout::kTimes:
+      return PrintTimes();
   }
 }
 
@@ -83,6 +86,15 @@ void TableReporter::PrintTasks() const {
       }
     }
     std::printf("\n");
+  }
+}
+
+void TableReporter::PrintTimes() const {
+  std::printf("| what | n | time |\n|---|---:|---:|\n");
+  for (const auto& [line, times] : lines_) {
+    const auto [task, n] = SplitLine(line);
+    std::printf("| %s | %s | %s |\n", task.c_str(), n.c_str(),
+                TimeText(times.at("program")).c_str());
   }
 }
 

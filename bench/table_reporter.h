@@ -13,12 +13,12 @@ namespace qmx::bench {
 /// many times longer the others took.
 class TableReporter : public benchmark::BenchmarkReporter {
  public:
-  /// One line for each task and size, or one line for each size with the plain loops alone.
-  enum class Layout { kTasks, kSmallSizes };
+  /// One line for each task and size; one line for each size with the plain loops alone; or one
+  /// line for each task and size with nothing to compare with.
+  enum class Layout { kTasks, kSmallSizes, kTimes };
 
-  TableReporter() = default;
   /// The peak is in operations per second.
-  TableReporter(Layout layout, double peak) : layout_(layout), peak_(peak) {}
+  explicit TableReporter(Layout layout, double peak = 0) : layout_(layout), peak_(peak) {}
 
   bool ReportContext(const Context& context) override;
   void ReportRuns(const std::vector<Run>& runs) override;
@@ -34,9 +34,10 @@ class TableReporter : public benchmark::BenchmarkReporter {
   Times& LineOf(const std::string& line);
   void PrintTasks() const;
   void PrintSmallSizes() const;
+  void PrintTimes() const;
 
-  const Layout layout_ = Layout::kTasks;
-  const double peak_ = 0;
+  const Layout layout_;
+  const double peak_;
   std::map<std::string, double> operations_;
   std::vector<std::pair<std::string, Times>> lines_;
 };
