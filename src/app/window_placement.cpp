@@ -69,11 +69,12 @@ void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vecto
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
   const bool isAmple = screen.right() - kGap - beside >= kAmple;
-  const int room = screen.right() - kGap - (isAmple ? beside : free);
+  const int room = screen.right() - kEdges - (isAmple ? beside : free);
   const int width = std::min(window.width(), std::max(room, kNarrowest));
   if (width < window.width()) {
     const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     window.resize(width, window.height() + bar);
+    if (const auto place = FreePlaceAround(mainFrame, others, window)) return window.move(*place);
   }
   const int rightmost = screen.right() - width - kGap;
   const int wanted = std::min(beside, std::max(free, rightmost));

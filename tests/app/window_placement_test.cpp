@@ -45,6 +45,14 @@ TEST_F(Placement, AClosedWindowLeavesItsPlace) {
   EXPECT_EQ(Add({250, 120}).pos(), first);
 }
 
+TEST_F(Placement, AWindowTooWideForTheRoomIsMadeNarrowerRatherThanLaidOverAnother) {
+  const QRect first = Add({400, 180}).frameGeometry();
+  const QWidget& wide = Add({800, 300});
+  EXPECT_FALSE(wide.frameGeometry().intersects(first));
+  EXPECT_FALSE(wide.frameGeometry().intersects(mainFrame));
+  EXPECT_LT(wide.width(), 800);
+}
+
 TEST_F(Placement, WindowsThatFitNowhereLeaveTheTasksFreeAndStepAside) {
   std::vector<QPoint> places;
   for (int count = 0; count < 12; ++count) {
