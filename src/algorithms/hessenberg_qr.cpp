@@ -5,6 +5,7 @@
 
 #include "algorithms/hessenberg.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/projection.h"
 
 // Gram-Schmidt on a Hessenberg matrix goes like that on a full one: once the left half of a block
 // of columns is final, all projections on it go over the right half at once. Column k of V ends
@@ -132,12 +133,7 @@ void HessenbergStep::Project(int first, int last, int from, int to) {
   AddProduct(ConstView(Part(V_, 1, first, last + 1, steps)).Transposed(),
              Part(M_, 1, from, last + 1, cols), D);
   const View C = Part(coefficients_, 1, 1, steps, cols);
-  std::fill_n(hasZero_.begin(), cols, 0);
-  for (int k = 0; k < steps; ++k) {
-    for (int j = 0; j < cols; ++j) hasZero_[j] |= D(k, j) == 0;
-    std::copy_n(&D(k, 0), cols, &C(k, 0));
-    DivideBy(squaredNorm_[first + k], &C(k, 0), cols);
-  }
+  ProjectionCoefficients(D, &squaredNorm_[first], C, hasZero_);
   for (int j = 0; j < cols;) {
     if (hasZero_[j]) {
       ProjectColumn(first, last, from + j);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "algorithms/ordered_product.h"
+#include "algorithms/projection.h"
 
 // Once column k of V is final, its projections of all later columns can be taken and subtracted: no
 // later column is needed for that. So a block of columns is made final from two halves, and all
@@ -137,12 +138,8 @@ void GramSchmidt::SubtractProjections(int first, int last, int from, int to) {
   const int cols = to - from + 1;
   const View D = Part(factors_.R, first, from, steps, cols);
   const View C = Part(coefficients_, 1, 1, steps, cols);
-  hasZero_.assign(cols, 0);
-  for (int k = 0; k < steps; ++k) {
-    for (int j = 0; j < cols; ++j) hasZero_[j] |= D(k, j) == 0;
-    std::copy_n(&D(k, 0), cols, &C(k, 0));
-    DivideBy(squaredNorm_[first + k], &C(k, 0), cols);
-  }
+  hasZero_.resize(cols);
+  ProjectionCoefficients(D, &squaredNorm_[first], C, hasZero_);
   for (int j = 0; j < cols;) {
     if (hasZero_[j]) {
       SubtractFromColumn(first, last, from + j, {&C(0, j), steps, 1, C.rowStride, 1});
