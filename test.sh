@@ -3,6 +3,7 @@
 #   ./test.sh            all of it
 #   ./test.sh --quick    without the sanitizer run and the linter
 #   ./test.sh --windows  only the units for Windows, cross-compiled and run under wine
+#   ./test.sh --package  only the Debian package: made, installed, used and removed, so it needs root
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . scripts/packages.sh
@@ -22,10 +23,16 @@ run_preset() {
   ctest --preset "$1" -j "$(nproc)"
 }
 
-if [ "${1:-}" = --windows ]; then
-  run_windows
-  exit
-fi
+case "${1:-}" in
+  --windows)
+    run_windows
+    exit
+    ;;
+  --package)
+    stage "Package"
+    exec bash packaging/test.sh
+    ;;
+esac
 
 stage "Packages"
 install_packages $build_packages $run_packages $display_packages $test_packages
