@@ -84,18 +84,22 @@ TEST(AdjointTest, ByInverseHasTheBitsOfThePlainLoop) {
   }
 }
 
+void CompareByCofactors(Comparison& comparison, const Matrix& A) {
+  comparison.Compare(
+      [&] {
+        Record record;
+        testing::Append(record, AdjointByCofactors(A, unheard));
+        return record;
+      },
+      [&] { return Of(reference::AdjointByCofactors(testing::ToTable(A))); }, {&A});
+}
+
 TEST(AdjointTest, ByCofactorsHasTheBitsOfThePlainLoop) {
   CaseSource cases(303, CaseShape::kSquare, 11);
   Comparison comparison("adjoint by cofactors");
   while (comparison.Count() < testing::kCases / 4 && !comparison.HasSeenEnough()) {
     const Matrix A = cases.Next();
-    comparison.Compare(
-        [&] {
-          Record record;
-          testing::Append(record, AdjointByCofactors(A, unheard));
-          return record;
-        },
-        [&] { return Of(reference::AdjointByCofactors(testing::ToTable(A))); }, {&A});
+    CompareByCofactors(comparison, A);
   }
 }
 
@@ -107,13 +111,7 @@ TEST(AdjointTest, ByCofactorsHasThemOnEveryInstructionSet) {
     for (const int n : {10, 11, 12, 13, 14, 15, 16, 17, 18, 24}) {
       for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n, n);
-        comparison.Compare(
-            [&] {
-              Record record;
-              testing::Append(record, AdjointByCofactors(A, unheard));
-              return record;
-            },
-            [&] { return Of(reference::AdjointByCofactors(testing::ToTable(A))); }, {&A});
+        CompareByCofactors(comparison, A);
       }
     }
   });
