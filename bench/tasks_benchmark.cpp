@@ -1,7 +1,4 @@
 #include <benchmark/benchmark.h>
-#if defined(__linux__)
-#include <malloc.h>
-#endif
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +18,7 @@
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
 #include "base/arithmetic.h"
+#include "base/memory.h"
 #include "files/matrix_file.h"
 #include "peak.h"
 #include "plain_files.h"
@@ -352,12 +350,7 @@ void Suite::RegisterSmallSizes() {
 }  // namespace qmx::bench
 
 int main(int argc, char** argv) {
-#if defined(__GLIBC__)
-  // Freed memory stays with the process: what is measured are the tasks of all sides, not how often
-  // the system has to hand out fresh pages to the same loop.
-  mallopt(M_TRIM_THRESHOLD, 1 << 30);
-  mallopt(M_MMAP_THRESHOLD, 32 << 20);
-#endif
+  qmx::KeepFreedMemory();  // As the program does, and for all sides.
   benchmark::Initialize(&argc, argv);
 #if defined(QMX_BENCH_LIBRARIES)
   qmx::bench::UseOneThread();

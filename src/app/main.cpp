@@ -3,6 +3,7 @@
 
 #include "app/application.h"
 #include "app/program.h"
+#include "base/memory.h"
 #include "desktop/desktop_printer.h"
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
@@ -20,6 +21,7 @@ std::string CommandLine(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  qmx::KeepFreedMemory();
   qmx::Application application(argv);
   const auto files = qmx::MakeSystemFileStore();
   const auto settings = qmx::SystemRegionalSettings();

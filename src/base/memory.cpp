@@ -7,6 +7,9 @@
 #ifdef _WIN32
 #include <windows.h>
 #endif
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace qmx {
 
@@ -30,5 +33,14 @@ std::size_t AvailableMemory() {
   return std::numeric_limits<std::size_t>::max();
 }
 #endif
+
+void KeepFreedMemory() {
+#ifdef __GLIBC__
+  constexpr int kMegabyte = 1 << 20;
+  mallopt(M_TRIM_THRESHOLD, 64 * kMegabyte);
+  // What is larger goes back to the system by itself.
+  mallopt(M_MMAP_THRESHOLD, 32 * kMegabyte);
+#endif
+}
 
 }  // namespace qmx
