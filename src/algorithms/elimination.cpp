@@ -6,44 +6,41 @@
 #include <utility>
 #include <vector>
 
+#include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "base/arithmetic.h"
 #include "base/fault.h"
 
-// Columns are eliminated block by block. No element right of a block needs to know before the block
-// is done how it will be changed, and then all steps of the block go over it at once:
+// Columns are eliminated block by block, and a block in panels of a few columns. Nothing takes the
+// steps of a panel before it needs them; then it takes all steps that it has not yet taken at once:
 //
-//          first..last    right           1. Eliminate the block in all its rows.
-//         +------------+---------+        2. Rows first..last of the right part, from the top down:
-//         |  \   U11   |   U12   |           each takes the steps of the rows above it.
-//         |  L11  \    |         |        3. A22 := A22 - L21·U12, which is where the time goes.
-//         +------------+---------+
-//         |    L21     |   A22   |
-//         +------------+---------+
+//          first..  panel  ..last   right     1. The panel, from its first row down, takes the
+//         +-------+-------+-------+-------+      steps before it: - L1·U1. Then it is eliminated
+//         |   \   |  U1   |  U2   |       |      in all its rows.
+//         |     \ |       |       |  U12  |   2. The rows of the panel behind it take the steps
+//         +-------+-------+-------+       |      before it, - L2·U2, and then those of the panel
+//         |  L2   | \     | rows  |       |      in these rows themselves.
+//         |       |   \   |       |       |   3. After the last panel the same is done in the
+//         +-------+-------+-------+-------+      rows of the block to the right, and A22 := A22 -
+//         |  L1   | panel |       |  A22  |      L21·U12, which is where the time goes.
+//         +-------+-------+-------+-------+
 //
-// A block is eliminated in the same way from two halves, down to a panel of a few columns. A panel
-// is copied out with its columns as rows, so that what belongs together lies together. Every
-// element takes its steps one by one in the order of the columns, as in the textbook loop.
+// A panel is copied out with its columns as rows, so that what belongs together lies together.
+// Every element takes its steps one by one in the order of the columns, as in the textbook loop.
 
 namespace qmx {
 namespace {
 
 constexpr int kBlockColumns = 128;
-constexpr int kPanelColumns = 8;
+
+// So many columns take the steps of a whole block at a time: what they read stays in the cache.
+constexpr int kStripColumns = 96;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 56;
+constexpr int kSmallOrder = 32;
 
-/// The place of the largest magnitude, the first of equals.
-int PlaceOfLargest(const double* x, int count) {
-  const double largest = LargestMagnitude(x, count);
-  const double* place =
-      std::find_if(x, x + count, [largest](double a) { return std::abs(a) == largest; });
-  // Only a NaN in the first place is equal to nothing.
-  return place == x + count ? 0 : static_cast<int>(place - x);
-}
-
-/// The same for `count` numbers of a column, `stride` apart.
+/// The place of the largest magnitude of `count` numbers of a column, `stride` apart; the first of
+/// equals.
 std::ptrdiff_t PivotRow(const double* column, std::ptrdiff_t stride, std::ptrdiff_t count) {
   std::ptrdiff_t p = 0;
   for (std::ptrdiff_t k = 1; k < count; ++k) {
@@ -63,11 +60,11 @@ class Eliminator {
  private:
   void EliminateStepByStep(int columns);
 
-  void EliminateBlock(int first, int last);
+  void EliminateBlock(int first, int last, int right);
   void EliminatePanel(int first, int last);
-  bool EliminatePanelColumn(const View& panel, int first, int j);
-  void ApplyBlock(int first, int last, int from, int to);
-  void ApplyToRows(int first, int last, int from, int to);
+  bool EliminatePanelColumn(const View& panel, int first, int j, double& largest);
+  void TakeStepsInRows(int first, int top, int bottom, int from, int to);
+  void TakeSteps(int first, int last, int top, int bottom, int from, int to);
 
   template <class Element>
   bool EndsAtZero(int below, Element element) const;
@@ -77,7 +74,8 @@ class Eliminator {
   const PivotRule rule_;
   double* const order_;
   std::vector<char> eliminated_;  ///< For each column, from 1, whether it had a pivot.
-  std::vector<double> panel_;
+  bool missesPivot_ = false;      ///< Whether a column had none.
+  Panel panel_;
   Elimination result_;
 };
 
@@ -88,11 +86,17 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
     return result_;
   }
   eliminated_.resize(W_.Cols() + 1);
-  panel_.resize(static_cast<std::size_t>(kPanelColumns) * W_.Rows());
+  panel_ = Panel(W_.Rows());
   for (int first = 1; first <= columns && result_.complete; first += kBlockColumns) {
     const int last = std::min(first + kBlockColumns - 1, columns);
-    EliminateBlock(first, last);
-    ApplyBlock(first, last, last + 1, W_.Cols());
+    // There is no other block for what stands right of the last one.
+    const int right = last == columns ? W_.Cols() : last;
+    EliminateBlock(first, last, right);
+    for (int from = right + 1; from <= W_.Cols(); from += kStripColumns) {
+      const int to = std::min(from + kStripColumns - 1, W_.Cols());
+      TakeStepsInRows(first, first, last, from, to);
+    }
+    TakeSteps(first, last, last + 1, W_.Rows(), last + 1, W_.Cols());
     progress.Report(EliminatedPart(last, columns));
   }
   return result_;
@@ -131,96 +135,98 @@ bool Eliminator::EndsAtZero(int below, Element element) const {
   return false;
 }
 
-void Eliminator::EliminateBlock(int first, int last) {
-  const int columns = last - first + 1;
-  if (columns <= kPanelColumns) {
-    EliminatePanel(first, last);
-    return;
+/// Leaves the columns up to `right` in the rows first..last as they are in the end.
+void Eliminator::EliminateBlock(int first, int last, int right) {
+  const int rows = W_.Rows();
+  for (int left = first; left <= last; left += kPanelColumns) {
+    const int end = std::min(left + kPanelColumns - 1, last);
+    TakeSteps(first, left - 1, left, rows, left, end);
+    EliminatePanel(left, end);
+    TakeStepsInRows(first, left, end, end + 1, right);
+    if (!result_.complete) {
+      // What is below has been waiting for panels that do not come any more.
+      TakeSteps(first, end, end + 1, rows, end + 1, last);
+      TakeSteps(first, end, end + 1, last, last + 1, right);
+      return;
+    }
   }
-  const int panels = (columns + kPanelColumns - 1) / kPanelColumns;
-  const int middle = first + panels / 2 * kPanelColumns - 1;
-  EliminateBlock(first, middle);
-  ApplyBlock(first, middle, middle + 1, last);
-  if (result_.complete) EliminateBlock(middle + 1, last);
 }
 
 void Eliminator::EliminatePanel(int first, int last) {
-  const int rows = W_.Rows() - first + 1;
-  const View panel{panel_.data(), last - first + 1, rows, rows, 1};
-  const View place = Part(W_, first, first, rows, panel.rows);
-  for (int k = 0; k < rows; ++k) {
-    for (int j = 0; j < panel.rows; ++j) panel(j, k) = place(k, j);
-  }
+  const View place = Part(W_, first, first, W_.Rows() - first + 1, last - first + 1);
+  const View panel = panel_.Read(place);
+  double largest = LargestMagnitude(panel.first, panel.cols);
   for (int j = 0; j < panel.rows && result_.complete; ++j) {
-    eliminated_[first + j] = EliminatePanelColumn(panel, first, j);
+    eliminated_[first + j] = EliminatePanelColumn(panel, first, j, largest);
+    missesPivot_ = missesPivot_ || eliminated_[first + j] == 0;
   }
-  for (int k = 0; k < rows; ++k) {
-    for (int j = 0; j < panel.rows; ++j) place(k, j) = panel(j, k);
-  }
+  Panel::Write(panel, place);
 }
 
 /// Row j of `panel` holds column first + j of W from row `first` on; its diagonal element is
-/// panel(j, j). False where the column has no pivot.
-bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j) {
-  double* column = &panel(j, j);
+/// panel(j, j). `largest` is the largest magnitude at and below it, and becomes that of the next
+/// column. False where the column has no pivot.
+bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, double& largest) {
+  double* const column = &panel(j, j);
   const int below = panel.cols - j - 1;
-  const int p = rule_ == PivotRule::kDiagonalElement ? 0 : PlaceOfLargest(column, below + 1);
+  const int p =
+      rule_ == PivotRule::kDiagonalElement ? 0 : PlaceOfLargest(largest, column, below + 1);
+  const int later = panel.rows - j - 1;
   if (column[p] == 0) {
     result_.complete = !EndsAtZero(below, [column](int k) { return column[k]; });
+    if (later > 0) largest = LargestMagnitude(&panel(j + 1, j + 1), below);
     return false;
   }
   if (p != 0) {
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, j), panel(r, j + p));
-    W_.SwapRows(first + j, first + j + p);
+    SwapNumbers(W_.Row(first + j), W_.Row(first + j + p), W_.Cols());
     NoteExchange(first + j - 1, first + j + p - 1);
   }
-  DivideBy(column[0], column + 1, below);
-  // panel(r, j) is the element of the pivot row in each later column.
-  const int later = panel.rows - j - 1;
-  const View pivotRow{column + panel.rowStride, later, 1, panel.rowStride, 1};
-  const View factors{column + 1, 1, below, panel.rowStride, 1};
-  const View rest{column + panel.rowStride + 1, later, below, panel.rowStride, 1};
-  SubtractProduct(pivotRow, factors, rest);
+  PanelStep step;
+  step.column = column + 1;
+  step.pivot = column[0];
+  step.count = below;
+  step.others = later;
+  for (int r = 0; r < later; ++r) {
+    step.other[r] = column + (r + 1) * panel.rowStride + 1;
+    step.multiplier[r] = step.other[r][-1];
+  }
+  largest = TakePanelStep(step);
   return true;
 }
 
-/// Takes the steps of the columns first..last in the columns from..to, all at once between two
-/// columns that had no pivot.
-void Eliminator::ApplyBlock(int first, int last, int from, int to) {
+/// The rows top..bottom take the steps of the rows first..bottom above their own in the columns
+/// from..to.
+void Eliminator::TakeStepsInRows(int first, int top, int bottom, int from, int to) {
   if (from > to) return;
-  const auto begin = eliminated_.begin();
-  for (int run = first; run <= last;) {
-    if (eliminated_[run] == 0) {
-      ++run;
-      continue;
+  for (; top <= bottom; top += kPanelColumns) {
+    const int end = std::min(top + kPanelColumns - 1, bottom);
+    TakeSteps(first, top - 1, top, end, from, to);
+    if (missesPivot_) {
+      for (int i = top + 1; i <= end; ++i) TakeSteps(top, i - 1, i, i, from, to);
+    } else {
+      const int rows = end - top + 1;
+      EliminatePivotRows(Part(W_, top, top, rows, rows), Part(W_, top, from, rows, to - from + 1));
     }
-    const int end =
-        static_cast<int>(std::find(begin + run, begin + last + 1, 0) - begin);  // One behind.
-    ApplyToRows(run, end - 1, from, to);
-    SubtractProduct(Part(W_, end, run, W_.Rows() - end + 1, end - run),
-                    Part(W_, run, from, end - run, to - from + 1),
-                    Part(W_, end, from, W_.Rows() - end + 1, to - from + 1));
-    run = end;
   }
 }
 
-/// Takes the steps of the columns first..last in the rows first..last of the columns from..to.
-void Eliminator::ApplyToRows(int first, int last, int from, int to) {
-  constexpr int kFewRows = 4;
-  const int cols = to - from + 1;
-  if (last - first < kFewRows) {
-    for (int i = first + 1; i <= last; ++i) {
-      SubtractProduct(Part(W_, i, first, 1, i - first), Part(W_, first, from, i - first, cols),
-                      Part(W_, i, from, 1, cols));
+/// Takes the steps of the columns first..last, all that had a pivot, in the rows top..bottom of the
+/// columns from..to.
+void Eliminator::TakeSteps(int first, int last, int top, int bottom, int from, int to) {
+  if (top > bottom || from > to) return;
+  const auto begin = eliminated_.begin();
+  for (int run = first; run <= last;) {
+    const int end = missesPivot_
+                        ? static_cast<int>(std::find(begin + run, begin + last + 1, 0) - begin)
+                        : last + 1;  // One behind.
+    if (end > run) {
+      SubtractProduct(Part(W_, top, run, bottom - top + 1, end - run),
+                      Part(W_, run, from, end - run, to - from + 1),
+                      Part(W_, top, from, bottom - top + 1, to - from + 1));
     }
-    return;
+    run = end + 1;
   }
-  const int middle = (first + last) / 2;
-  ApplyToRows(first, middle, from, to);
-  SubtractProduct(Part(W_, middle + 1, first, last - middle, middle - first + 1),
-                  Part(W_, first, from, middle - first + 1, cols),
-                  Part(W_, middle + 1, from, last - middle, cols));
-  ApplyToRows(middle + 1, last, from, to);
 }
 
 /// Rows counted from 0.

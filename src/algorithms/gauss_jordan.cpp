@@ -5,6 +5,7 @@
 #include <numeric>
 #include <utility>
 
+#include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 
 // Columns are exchanged block by block. The steps of a block are made in its own columns first, and
@@ -14,10 +15,10 @@
 //       +--------+-------------+--------+      1. Rows first..last, from the top down, take the
 //       |   A1   |      F1     |   B1   |         steps above their own: these are the pivot rows
 //       U.
-//       +--------+-------------+--------+      2. A1 := A1 - F1·U and A3 := A3 - F3·U, which is
-//       |   A2   |      F2     |   B2   |         where the time goes; B1 and B3 likewise.
-//       +--------+-------------+--------+      3. Each row of U is divided by its pivot and takes
-//       |   A3   |      F3     |   B3   |         the steps below its own.
+//       +--------+-------------+--------+      2. Each of them is divided by its pivot and takes
+//       the |   A2   |      F2     |   B2   |         steps below its own.
+//       +--------+-------------+--------+      3. A1 := A1 - F1·U and A3 := A3 - F3·U, which is
+//       |   A3   |      F3     |   B3   |         where the time goes; B1 and B3 likewise.
 //       +--------+-------------+--------+
 //
 // A block is exchanged in the same way from two halves, down to a panel of a few columns that is
@@ -28,10 +29,16 @@ namespace qmx {
 namespace {
 
 constexpr int kBlockColumns = 128;
-constexpr int kPanelColumns = 8;
+
+// Of the rows of factors, one for each row of W. Not a power of two, or they would compete for the
+// same places of the cache.
+constexpr int kFactorStride = kBlockColumns + 8;
+
+// So many columns take the steps of a whole block at a time: what they read stays in the cache.
+constexpr int kStripColumns = 96;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 72;
+constexpr int kSmallOrder = 32;
 
 class JordanExchanger {
  public:
@@ -49,22 +56,25 @@ class JordanExchanger {
 
   void ExchangeBlock(int first, int last);
   void ExchangePanel(int first, int last);
-  void ExchangePanelColumn(const View& panel, int first, int s);
+  bool ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
+                           double& largest);
+  double TakeStep(const View& panel, int i, int s);
   void ApplyBlock(int first, int last, int from, int to);
-  void TakeStepsAbove(int first, int last, int from, int to);
-  void TakeStepsBelow(int first, int last, int from, const View& pivotRows);
+  void TakeStepsInPivotRows(int first, int last, int from, const View& U);
 
   template <class Magnitude>
   int PivotRow(int i, Magnitude magnitude) const;
+  int PivotRow(int i, const double* column, double largest) const;
   void ExchangeRows(int i, int p);
-  ConstView Factors(int row, int step, int rows, int steps) const;
+  View Factors(int row, int step, int rows, int steps);
 
   Matrix& W_;
   const EqualPivots rule_;
   const int n_;
   int block_ = 1;  ///< First column of the block in work.
-  std::vector<double> panel_;
-  std::vector<double> factors_;  ///< The factors of each step of the block, row by row of W.
+  Panel panel_;
+  Panel panelFactors_;           ///< The factors of the steps of the panel in work.
+  std::vector<double> factors_;  ///< Those of all steps of the block, row by row of W.
   std::vector<double> pivotRows_;
   JordanExchange result_;
 };
@@ -75,9 +85,10 @@ JordanExchange JordanExchanger::Run(Progress& progress) {
     progress.Report(1);
     return std::move(result_);
   }
-  panel_.resize(static_cast<std::size_t>(kPanelColumns) * n_);
-  factors_.resize(static_cast<std::size_t>(std::min(kBlockColumns, n_)) * n_);
-  pivotRows_.resize(factors_.size());
+  panel_ = Panel(n_);
+  panelFactors_ = Panel(n_);
+  factors_.resize(static_cast<std::size_t>(kFactorStride) * n_);
+  pivotRows_.resize(static_cast<std::size_t>(std::min(kBlockColumns, n_)) * n_);
   for (block_ = 1; block_ <= n_ && result_.complete; block_ += kBlockColumns) {
     const int last = std::min(block_ + kBlockColumns - 1, n_);
     ExchangeBlock(block_, last);
@@ -132,8 +143,24 @@ int JordanExchanger::PivotRow(int i, Magnitude magnitude) const {
   return largest == 0 ? 0 : p;
 }
 
+/// The same in a column that lies together and whose largest magnitude from row i on is known.
+int JordanExchanger::PivotRow(int i, const double* column, double largest) const {
+  const bool upper = rule_ == EqualPivots::kUpperRow;
+  if (!upper && std::isnan(largest)) {
+    return PivotRow(i, [column](int k) { return std::abs(column[k - 1]); });
+  }
+  if (largest == 0) return 0;
+  int p = i + PlaceOfLargest(largest, column + i - 1, n_ - i + 1);
+  if (upper) return p;
+  for (int k = p + 1; k <= n_; ++k) {
+    k += PlaceOf(largest, column + k - 1, n_ - k + 1);
+    if (k <= n_ && result_.order[k - 1] < result_.order[p - 1]) p = k;
+  }
+  return p;
+}
+
 void JordanExchanger::ExchangeRows(int i, int p) {
-  W_.SwapRows(i, p);
+  SwapNumbers(W_.Row(i), W_.Row(p), n_);
   std::swap(result_.order[i - 1], result_.order[p - 1]);
   ++result_.exchanges;
 }
@@ -154,60 +181,68 @@ void JordanExchanger::ExchangeBlock(int first, int last) {
 }
 
 void JordanExchanger::ExchangePanel(int first, int last) {
-  const View panel{panel_.data(), last - first + 1, n_, n_, 1};
-  const View place = Part(W_, 1, first, n_, panel.rows);
-  for (int k = 0; k < n_; ++k) {
-    for (int s = 0; s < panel.rows; ++s) panel(s, k) = place(k, s);
+  const View place = Part(W_, 1, first, n_, last - first + 1);
+  const View panel = panel_.Read(place);
+  const View factors = panelFactors_.Empty(panel.rows, n_);
+  double largest = LargestMagnitude(&panel(0, first - 1), n_ - first + 1);
+  for (int s = 0; s < panel.rows && result_.complete; ++s) {
+    result_.complete = ExchangePanelColumn(panel, factors, first, s, largest);
   }
-  for (int s = 0; s < panel.rows && result_.complete; ++s) ExchangePanelColumn(panel, first, s);
-  for (int k = 0; k < n_; ++k) {
-    for (int s = 0; s < panel.rows; ++s) place(k, s) = panel(s, k);
-  }
+  Panel::Write(panel, place);
+  Panel::Write(factors, Factors(1, first, n_, panel.rows));
 }
 
-/// Row s of `panel` holds column first + s of W.
-void JordanExchanger::ExchangePanelColumn(const View& panel, int first, int s) {
+/// Row s of `panel` holds column first + s of W, and row s of `factors` becomes those of its step.
+/// `largest` is the largest magnitude at and below the diagonal, and becomes that of the next
+/// column. False where the column has no pivot.
+bool JordanExchanger::ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
+                                          double& largest) {
   const int i = first + s;
-  double* column = &panel(s, 0);
-  const int p = PivotRow(i, [column](int k) { return std::abs(column[k - 1]); });
-  if (p == 0) {
-    result_.complete = false;
-    return;
-  }
+  double* const column = &panel(s, 0);
+  const int p = PivotRow(i, column, largest);
+  if (p == 0) return false;
   if (p != i) {
     ExchangeRows(i, p);
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, i - 1), panel(r, p - 1));
-    for (int step = block_; step < i; ++step) {
-      double* factors = &factors_[static_cast<std::size_t>(step - block_) * n_];
-      std::swap(factors[i - 1], factors[p - 1]);
-    }
+    for (int r = 0; r < s; ++r) std::swap(factors(r, i - 1), factors(r, p - 1));
+    const int earlier = first - block_;
+    SwapNumbers(Factors(i, block_, 1, earlier).first, Factors(p, block_, 1, earlier).first,
+                earlier);
   }
   const double pivot = column[i - 1];
   result_.pivots.push_back(pivot);
-  double* factors = &factors_[static_cast<std::size_t>(i - block_) * n_];
-  std::copy_n(column, n_, factors);
-  DivideBy(pivot, factors, n_);
-
-  // The other columns of the panel, left and right of this one, above and below row i.
-  const int right = panel.rows - s - 1;
-  const auto subtract = [&](int r, int rows, int k, int count) {
-    if (rows == 0 || count == 0) return;
-    SubtractProduct({&panel(r, i - 1), rows, 1, n_, 1}, {factors + k, 1, count, n_, 1},
-                    {&panel(r, k), rows, count, n_, 1});
-  };
-  subtract(0, s, 0, i - 1);
-  subtract(0, s, i, n_ - i);
-  subtract(s + 1, right, 0, i - 1);
-  subtract(s + 1, right, i, n_ - i);
+  largest = TakeStep(panel, i, s);
   for (int r = 0; r < panel.rows; ++r) panel(r, i - 1) /= pivot;
-  for (int k = 0; k < n_; ++k) column[k] = -factors[k];
+  MoveNegated(column, n_, &factors(s, 0));
   column[i - 1] = 1.0 / pivot;
+  return true;
+}
+
+/// Step i in the panel, whose row s holds its column, in all rows but its own; f takes the place of
+/// the column. Returns the largest magnitude below row i in the next column.
+double JordanExchanger::TakeStep(const View& panel, int i, int s) {
+  PanelStep step;
+  step.column = &panel(s, 0);
+  step.pivot = panel(s, i - 1);
+  step.count = i - 1;
+  // The next column first: its numbers are searched on the way.
+  for (int r = s + 1; r < s + panel.rows; ++r) {
+    const int other = r % panel.rows;
+    step.other[step.others] = &panel(other, 0);
+    step.multiplier[step.others] = panel(other, i - 1);
+    ++step.others;
+  }
+  TakePanelStep(step);
+  step.count = n_ - i;
+  step.column += i;
+  for (int r = 0; r < step.others; ++r) step.other[r] += i;
+  return step.count == 0 ? 0 : TakePanelStep(step);
 }
 
 /// The factors of `steps` steps from `step` on in `rows` rows from `row` on.
-ConstView JordanExchanger::Factors(int row, int step, int rows, int steps) const {
-  return {factors_.data() + static_cast<std::size_t>(step - block_) * n_ + (row - 1), rows, steps,
-          1, n_};
+View JordanExchanger::Factors(int row, int step, int rows, int steps) {
+  return {factors_.data() + static_cast<std::size_t>(row - 1) * kFactorStride + (step - block_),
+          rows, steps, kFactorStride, 1};
 }
 
 /// Makes the steps of the columns first..last, as far as they got, in the columns from..to.
@@ -216,41 +251,33 @@ void JordanExchanger::ApplyBlock(int first, int last, int from, int to) {
   if (from > to || first > last) return;
   const int steps = last - first + 1;
   const int cols = to - from + 1;
-  TakeStepsAbove(first, last, from, to);
   const View U{pivotRows_.data(), steps, cols, cols, 1};
-  for (int s = 0; s < steps; ++s) std::copy_n(&W_(first + s, from), cols, &U(s, 0));
+  for (int j = 0; j < cols; j += kStripColumns) {
+    const int strip = std::min(kStripColumns, cols - j);
+    TakeStepsInPivotRows(first, last, from + j, {&U(0, j), steps, strip, cols, 1});
+  }
   SubtractProduct(Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols));
   SubtractProduct(Factors(last + 1, first, n_ - last, steps), U,
                   Part(W_, last + 1, from, n_ - last, cols));
-  for (int i = first; i <= last; ++i) DivideBy(result_.pivots[i - 1], &W_(i, from), cols);
-  TakeStepsBelow(first, last, from, U);
 }
 
-/// Rows first..last take the steps above their own.
-void JordanExchanger::TakeStepsAbove(int first, int last, int from, int to) {
-  if (first == last) return;
-  const int cols = to - from + 1;
-  const int middle = (first + last) / 2;
-  const int above = middle - first + 1;
-  TakeStepsAbove(first, middle, from, to);
-  SubtractProduct(Factors(middle + 1, first, last - middle, above),
-                  Part(W_, first, from, above, cols),
-                  Part(W_, middle + 1, from, last - middle, cols));
-  TakeStepsAbove(middle + 1, last, from, to);
-}
-
-/// Rows first..last take the steps below their own, whose rows before the division are given.
-void JordanExchanger::TakeStepsBelow(int first, int last, int from, const View& pivotRows) {
-  if (first == last) return;
-  const int cols = pivotRows.cols;
-  const int middle = (first + last) / 2;
-  const int above = middle - first + 1;
-  const int below = last - middle;
-  const View lower{&pivotRows(above, 0), below, cols, cols, 1};
-  TakeStepsBelow(first, middle, from, {pivotRows.first, above, cols, cols, 1});
-  SubtractProduct(Factors(first, middle + 1, above, below), lower,
-                  Part(W_, first, from, above, cols));
-  TakeStepsBelow(middle + 1, last, from, lower);
+/// The same in the rows first..last alone; U becomes these rows as they are before their division.
+void JordanExchanger::TakeStepsInPivotRows(int first, int last, int from, const View& U) {
+  const auto rowsOfU = [&](int i, int rows) {
+    return View{&U(i - first, 0), rows, U.cols, U.rowStride, 1};
+  };
+  for (int top = first; top <= last; top += kPanelColumns) {
+    const int rows = std::min(kPanelColumns, last - top + 1);
+    const View X = Part(W_, top, from, rows, U.cols);
+    SubtractProduct(Factors(top, first, rows, top - first), rowsOfU(first, top - first), X);
+    ExchangePivotRows(Factors(top, top, rows, rows), &result_.pivots[top - 1], X,
+                      rowsOfU(top, rows));
+  }
+  for (int top = first; top + kPanelColumns <= last; top += kPanelColumns) {
+    const int next = top + kPanelColumns;
+    SubtractProduct(Factors(top, next, kPanelColumns, last - next + 1),
+                    rowsOfU(next, last - next + 1), Part(W_, top, from, kPanelColumns, U.cols));
+  }
 }
 
 }  // namespace

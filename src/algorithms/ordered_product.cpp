@@ -42,22 +42,25 @@ const Kernels*& Current() {
   return kernels;
 }
 
-/// Copies `depth` columns of `height` rows so that each column lies together.
+/// Copies `depth` columns of `height` numbers that lie together.
 template <class Height>
 void PackColumns(const double* from, const ProductJob& job, Height height, double* out) {
   for (int k = 0; k < job.depth; ++k, from += job.aCol, out += height) {
-    for (int r = 0; r < height; ++r) out[r] = from[r * job.aRow];
+    std::copy_n(from, static_cast<int>(height), out);
   }
 }
 
 /// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
-/// the tile height, in each panel column by column. The last panel may be lower.
-void PackA(const ProductJob& job, int tileRows, double* out) {
+/// the tile height, in each panel column by column. The last panel may be lower. In A or in its
+/// transpose the elements of a row lie together.
+void PackA(const Kernels& kernels, const ProductJob& job, double* out) {
   constexpr std::integral_constant<int, 16> kUsual;
-  for (int i = 0; i < job.rows; i += tileRows) {
-    const int height = std::min(tileRows, job.rows - i);
+  for (int i = 0; i < job.rows; i += kernels.tileRows) {
+    const int height = std::min(kernels.tileRows, job.rows - i);
     const double* from = job.a + i * job.aRow;
-    if (height == kUsual) {
+    if (job.aRow != 1) {
+      kernels.transpose({from, job.aRow, height, job.depth, out, height});
+    } else if (height == kUsual) {
       PackColumns(from, job, kUsual, out);
     } else {
       PackColumns(from, job, height, out);
@@ -156,7 +159,7 @@ void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
         block.rows = std::min(rows, job.rows - i);
         block.a = job.a + i * job.aRow + k * job.aCol;
         block.c = job.c + i * job.cRow + j;
-        PackA(block, kernels.tileRows, packedA);
+        PackA(kernels, block, packedA);
         RunBlock(kernels, run, block, packedA, packedB);
       }
     }
@@ -185,6 +188,8 @@ bool IsTiny(const ConstView& A, const View& C) {
 }
 
 }  // namespace
+
+const Kernels& CurrentKernels() { return *Current(); }
 
 void AddProduct(ConstView A, ConstView B, View C) {
   assert(FitTogether(A, B, C));

@@ -29,6 +29,48 @@ struct EliminationStep {
   int right = 0;  ///< Columns behind.
 };
 
+/// Columns of a panel, and as many rows and steps among pivot rows, at most.
+inline constexpr int kPanelColumns = 8;
+
+/// One step of an elimination in `count` rows of a panel whose columns lie together. In each row k
+/// f = column[k] / pivot takes the place of column[k], and other[r][k] = other[r][k] -
+/// multiplier[r]·f in each of the `others` other columns, at most kPanelColumns - 1. All columns
+/// lie at the same distance from the beginning of a cache line, and the lines are the panel's
+/// alone: what else is in them may be read and written back as it was.
+struct PanelStep {
+  double* column = nullptr;
+  double pivot = 0;
+  int count = 0;
+  int others = 0;
+  double* other[kPanelColumns - 1];  ///< As many as there are.
+  double multiplier[kPanelColumns - 1];
+};
+
+/// `count` steps in their own pivot rows, at most kPanelColumns: row i takes step s with the factor
+/// factors[i·factorRow + s·factorCol].
+struct PivotRowsJob {
+  const double* factors = nullptr;
+  std::ptrdiff_t factorRow = 0;
+  std::ptrdiff_t factorCol = 0;
+  double* rows = nullptr;
+  std::ptrdiff_t stride = 0;
+  int count = 0;
+  int cols = 0;
+  const double* pivots = nullptr;  ///< For exchange steps alone, as the others below.
+  double* kept = nullptr;
+  std::ptrdiff_t keptStride = 0;
+};
+
+/// to[j·toStride + i] = from[i·fromStride + j].
+struct TransposeJob {
+  const double* from = nullptr;
+  std::ptrdiff_t fromStride = 0;
+  int rows = 0;  ///< Of what is read.
+  int cols = 0;
+  double* to = nullptr;
+  std::ptrdiff_t toStride = 0;
+};
+
 /// What one instruction set does best in its own way. All give the same bits.
 struct Kernels {
   int tileRows;  ///< Rows of the largest tile. A packed operand comes in panels of this height.
@@ -41,7 +83,22 @@ struct Kernels {
   void (*divide)(double* x, int count, double divisor);
   /// The largest magnitude; a NaN counts only in the first place, and then it is the result.
   double (*largestMagnitude)(const double* x, int count);
+  /// The first place of a magnitude, else `count`.
+  int (*placeOf)(double magnitude, const double* x, int count);
+  /// Exchanges `count` numbers.
+  void (*swap)(double* x, double* y, int count);
+  void (*transpose)(const TransposeJob& job);
+  /// Returns the largest magnitude that comes about in the first of the other columns, as
+  /// largestMagnitude does; 0 where there is none.
+  double (*panelStep)(const PanelStep& step);
+  /// Row i takes the steps of the rows above it.
+  void (*eliminatePivotRows)(const PivotRowsJob& job);
+  /// Row i takes the steps above it, is kept, is divided by its pivot, and takes those below.
+  void (*exchangePivotRows)(const PivotRowsJob& job);
 };
+
+/// Those in use.
+const Kernels& CurrentKernels();
 
 extern const Kernels kPlainKernels;
 extern const Kernels kSse2Kernels;

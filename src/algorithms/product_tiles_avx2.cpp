@@ -1,4 +1,4 @@
-#include "algorithms/product_tiles_inl.h"
+#include "algorithms/elimination_tiles_inl.h"
 
 namespace qmx {
 namespace {
@@ -14,14 +14,27 @@ void Run(const ProductJob& job) {
   Strips<Sign, 6, 1, Lanes1>(job, col);
 }
 
+template <bool kExchange>
+void TakePivotRowSteps(const PivotRowsJob& job) {
+  int col = PivotRowStrips<kExchange, 1, Lanes4>(job, 0);
+  col = PivotRowStrips<kExchange, 1, Lanes2>(job, col);
+  PivotRowStrips<kExchange, 1, Lanes1>(job, col);
+}
+
 }  // namespace
 
-const Kernels kAvx2Kernels{6,
-                           8,
-                           Run<Plus>,
-                           Run<Minus>,
-                           Eliminate<Lanes4, Lanes1, Lanes2>,
-                           Divide<Lanes4>,
-                           LargestMagnitude<Lanes4>};
+const Kernels kAvx2Kernels{.tileRows = 6,
+                           .tileCols = 8,
+                           .add = Run<Plus>,
+                           .subtract = Run<Minus>,
+                           .eliminate = Eliminate<Lanes4, Lanes1, Lanes2>,
+                           .divide = Divide<Lanes4>,
+                           .largestMagnitude = LargestMagnitude<Lanes4>,
+                           .placeOf = PlaceOf<Lanes4>,
+                           .swap = Swap<Lanes4>,
+                           .transpose = Transpose<Lanes4>,
+                           .panelStep = TakePanelStep<Lanes4>,
+                           .eliminatePivotRows = TakePivotRowSteps<false>,
+                           .exchangePivotRows = TakePivotRowSteps<true>};
 
 }  // namespace qmx

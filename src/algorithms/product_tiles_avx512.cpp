@@ -1,4 +1,6 @@
-#include "algorithms/product_tiles_inl.h"
+#include <cstdint>
+
+#include "algorithms/elimination_tiles_inl.h"
 
 namespace qmx {
 namespace {
@@ -32,14 +34,71 @@ void Run(const ProductJob& job) {
   }
 }
 
+template <bool kExchange>
+void TakePivotRowSteps(const PivotRowsJob& job) {
+  int col = PivotRowStrips<kExchange, 2, Lanes8>(job, 0);
+  col = PivotRowStrips<kExchange, 1, Lanes8>(job, col);
+  const int left = job.cols - col;
+  if (left == 0) return;
+  ForCount<1, kPanelColumns>(
+      job.count, [&]<int R>() { PivotRows<kExchange, R, 1, Lanes8>(job, col, FirstLanes(left)); });
+}
+
+/// Some of 8 lanes. The others are read and written as they are and raise nothing; so a vector
+/// comes back as it was stored, and the processor need not wait for its own stores.
+struct SomeLanes {
+  using Vector = __m512d;
+  SomeLanes(int from, int to) : on(static_cast<__mmask8>((1 << to) - (1 << from))) {}
+  static Vector Load(const double* p) { return _mm512_loadu_pd(p); }
+  static void Store(double* p, Vector v) { _mm512_storeu_pd(p, v); }
+  Vector Subtract(Vector x, Vector y) const { return _mm512_mask_sub_pd(x, on, x, y); }
+  Vector Multiply(Vector x, Vector y) const { return _mm512_maskz_mul_pd(on, x, y); }
+  Vector Divide(Vector x, Vector y) const { return _mm512_mask_div_pd(x, on, x, y); }
+  Vector Larger(Vector x, Vector kept) const {
+    return _mm512_mask_max_pd(kept, on, _mm512_abs_pd(x), kept);
+  }
+  __mmask8 on;
+};
+
+/// Goes along the vectors that a column begins with at a cache line.
+template <int N>
+double TakePanelStep(const PanelStep& step) {
+  constexpr int kWidth = Lanes8::kWidth;
+  const StepNumbers<N, Lanes8> numbers(step);
+  Lanes8::Vector largest = _mm512_setzero_pd();
+  const auto address = reinterpret_cast<std::uintptr_t>(step.column);
+  const int before = static_cast<int>(address / sizeof(double) % kWidth);
+  int k = -before;
+  if (before > 0) {
+    const int end = before + step.count < kWidth ? before + step.count : kWidth;
+    largest = numbers.TakeAt(k, SomeLanes(before, end), largest);
+    k += kWidth;
+  }
+  for (; k + kWidth <= step.count; k += kWidth) largest = numbers.TakeAt(k, Lanes8(), largest);
+  if (k < step.count) largest = numbers.TakeAt(k, SomeLanes(0, step.count - k), largest);
+  return LargestLane<Lanes8>(largest, 0);
+}
+
+double TakeAlignedPanelStep(const PanelStep& step) {
+  const double largest =
+      ForCount<0, kPanelColumns - 1>(step.others, [&]<int N>() { return TakePanelStep<N>(step); });
+  return WithFirst(largest, step);
+}
+
 }  // namespace
 
-const Kernels kAvx512Kernels{16,
-                             8,
-                             Run<Plus>,
-                             Run<Minus>,
-                             Eliminate<Lanes8, Lanes1, Lanes2, Lanes4>,
-                             Divide<Lanes8>,
-                             LargestMagnitude<Lanes8>};
+const Kernels kAvx512Kernels{.tileRows = 16,
+                             .tileCols = 8,
+                             .add = Run<Plus>,
+                             .subtract = Run<Minus>,
+                             .eliminate = Eliminate<Lanes8, Lanes1, Lanes2, Lanes4>,
+                             .divide = Divide<Lanes8>,
+                             .largestMagnitude = LargestMagnitude<Lanes8>,
+                             .placeOf = PlaceOf<Lanes8>,
+                             .swap = Swap<Lanes8>,
+                             .transpose = Transpose<Lanes8>,
+                             .panelStep = TakeAlignedPanelStep,
+                             .eliminatePivotRows = TakePivotRowSteps<false>,
+                             .exchangePivotRows = TakePivotRowSteps<true>};
 
 }  // namespace qmx

@@ -41,6 +41,10 @@ struct Lanes1 {
     x = __builtin_fabs(x);
     return x > kept ? x : kept;
   }
+  static unsigned EqualMagnitudes(Vector x, Vector y) { return __builtin_fabs(x) == y; }
+  static void TransposeSquare(const double* from, std::ptrdiff_t, double* to, std::ptrdiff_t) {
+    *to = *from;
+  }
 };
 
 #if defined(__SSE2__)
@@ -54,9 +58,18 @@ struct Lanes2 {
   static Vector Subtract(Vector x, Vector y) { return _mm_sub_pd(x, y); }
   static Vector Multiply(Vector x, Vector y) { return _mm_mul_pd(x, y); }
   static Vector Divide(Vector x, Vector y) { return _mm_div_pd(x, y); }
-  static Vector Larger(Vector x, Vector kept) {
-    return _mm_max_pd(_mm_andnot_pd(_mm_set1_pd(-0.0), x), kept);
+  static Vector Larger(Vector x, Vector kept) { return _mm_max_pd(Magnitudes(x), kept); }
+  static unsigned EqualMagnitudes(Vector x, Vector y) {
+    return static_cast<unsigned>(_mm_movemask_pd(_mm_cmpeq_pd(Magnitudes(x), y)));
   }
+  static void TransposeSquare(const double* from, std::ptrdiff_t fromStride, double* to,
+                              std::ptrdiff_t toStride) {
+    const Vector upper = Load(from);
+    const Vector lower = Load(from + fromStride);
+    Store(to, _mm_unpacklo_pd(upper, lower));
+    Store(to + toStride, _mm_unpackhi_pd(upper, lower));
+  }
+  static Vector Magnitudes(Vector x) { return _mm_andnot_pd(_mm_set1_pd(-0.0), x); }
 };
 #endif
 
@@ -71,9 +84,27 @@ struct Lanes4 {
   static Vector Subtract(Vector x, Vector y) { return _mm256_sub_pd(x, y); }
   static Vector Multiply(Vector x, Vector y) { return _mm256_mul_pd(x, y); }
   static Vector Divide(Vector x, Vector y) { return _mm256_div_pd(x, y); }
-  static Vector Larger(Vector x, Vector kept) {
-    return _mm256_max_pd(_mm256_andnot_pd(_mm256_set1_pd(-0.0), x), kept);
+  static Vector Larger(Vector x, Vector kept) { return _mm256_max_pd(Magnitudes(x), kept); }
+  static unsigned EqualMagnitudes(Vector x, Vector y) {
+    return static_cast<unsigned>(_mm256_movemask_pd(_mm256_cmp_pd(Magnitudes(x), y, _CMP_EQ_OQ)));
   }
+  static void TransposeSquare(const double* from, std::ptrdiff_t fromStride, double* to,
+                              std::ptrdiff_t toStride) {
+    const Vector row0 = Load(from);
+    const Vector row1 = Load(from + fromStride);
+    const Vector row2 = Load(from + 2 * fromStride);
+    const Vector row3 = Load(from + 3 * fromStride);
+    // Columns 0 and 2, and 1 and 3, of two rows.
+    const Vector even01 = _mm256_unpacklo_pd(row0, row1);
+    const Vector odd01 = _mm256_unpackhi_pd(row0, row1);
+    const Vector even23 = _mm256_unpacklo_pd(row2, row3);
+    const Vector odd23 = _mm256_unpackhi_pd(row2, row3);
+    Store(to, _mm256_permute2f128_pd(even01, even23, 0x20));
+    Store(to + toStride, _mm256_permute2f128_pd(odd01, odd23, 0x20));
+    Store(to + 2 * toStride, _mm256_permute2f128_pd(even01, even23, 0x31));
+    Store(to + 3 * toStride, _mm256_permute2f128_pd(odd01, odd23, 0x31));
+  }
+  static Vector Magnitudes(Vector x) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), x); }
 };
 #endif
 
@@ -93,6 +124,36 @@ struct Lanes8 {
   static Vector Larger(Vector x, Vector kept) {
     return _mm512_maskz_max_pd(kAllLanes, _mm512_abs_pd(x), kept);
   }
+  static unsigned EqualMagnitudes(Vector x, Vector y) {
+    return _mm512_cmp_pd_mask(_mm512_abs_pd(x), y, _CMP_EQ_OQ);
+  }
+  /// In squares of four, which then change places.
+  static void TransposeSquare(const double* from, std::ptrdiff_t fromStride, double* to,
+                              std::ptrdiff_t toStride) {
+    Vector row[kWidth];
+    for (int i = 0; i < kWidth; ++i) row[i] = Load(from + i * fromStride);
+    for (int j = 0; j < 2; ++j) {  // Columns j, j + 2, j + 4 and j + 6.
+      Vector pair[4];
+      for (int i = 0; i < 4; ++i) {
+        pair[i] = j == 0 ? _mm512_maskz_unpacklo_pd(kAllLanes, row[2 * i], row[2 * i + 1])
+                         : _mm512_maskz_unpackhi_pd(kAllLanes, row[2 * i], row[2 * i + 1]);
+      }
+      // The first number of each name is that of the columns, the second that of the rows.
+      const Vector low04 = Halves<0x88>(pair[0], pair[1]);
+      const Vector low26 = Halves<0xDD>(pair[0], pair[1]);
+      const Vector high04 = Halves<0x88>(pair[2], pair[3]);
+      const Vector high26 = Halves<0xDD>(pair[2], pair[3]);
+      Store(to + j * toStride, Halves<0x88>(low04, high04));
+      Store(to + (j + 2) * toStride, Halves<0x88>(low26, high26));
+      Store(to + (j + 4) * toStride, Halves<0xDD>(low04, high04));
+      Store(to + (j + 6) * toStride, Halves<0xDD>(low26, high26));
+    }
+  }
+  /// Two quarters of each, as the parts of kWhich tell.
+  template <int kWhich>
+  static Vector Halves(Vector x, Vector y) {
+    return _mm512_maskz_shuffle_f64x2(kAllLanes, x, y, kWhich);
+  }
 };
 
 /// The first 1 to 8 lanes. The others are neither read nor written and raise nothing.
@@ -106,6 +167,7 @@ struct FirstLanes {
   Vector Add(Vector x, Vector y) const { return _mm512_maskz_add_pd(on, x, y); }
   Vector Subtract(Vector x, Vector y) const { return _mm512_maskz_sub_pd(on, x, y); }
   Vector Multiply(Vector x, Vector y) const { return _mm512_maskz_mul_pd(on, x, y); }
+  Vector Divide(Vector x, Vector y) const { return _mm512_maskz_div_pd(on, x, y); }
   __mmask8 on;
 };
 #endif
@@ -199,75 +261,6 @@ inline int Strips(const ProductJob& job, int col) {
   constexpr int kCols = V * Lanes::kWidth;
   for (; col + kCols <= job.cols; col += kCols) Strip<Sign, R, V, Lanes>(job, col);
   return col;
-}
-
-template <class Lanes>
-[[gnu::always_inline]] inline void SubtractMultiple(double f, const double* x, double* y) {
-  const typename Lanes::Vector product = Lanes::Multiply(Lanes::Broadcast(&f), Lanes::Load(x));
-  Lanes::Store(y, Lanes::Subtract(Lanes::Load(y), product));
-}
-
-/// y[j] = y[j] - f·x[j]. What does not fill the widest lanes goes first, in the narrower ones: in
-/// the next step, which is one number shorter, nothing is then loaded in larger pieces than it was
-/// stored in, and the processor need not wait for its own stores.
-template <class Widest, class... Narrower>
-[[gnu::always_inline]] inline void SubtractMultiple(double f, const double* x, double* y,
-                                                    int count) {
-  [[maybe_unused]] const auto one = [&]<class Lanes>(Lanes) {
-    if ((count & Lanes::kWidth) == 0) return;
-    SubtractMultiple<Lanes>(f, x, y);
-    x += Lanes::kWidth;
-    y += Lanes::kWidth;
-  };
-  (one(Narrower()), ...);
-  for (int left = count / Widest::kWidth; left > 0; --left) {
-    SubtractMultiple<Widest>(f, x, y);
-    x += Widest::kWidth;
-    y += Widest::kWidth;
-  }
-}
-
-template <class... Lanes>
-inline void Eliminate(const EliminationStep& step) {
-  const auto [pivot, rows, stride, count, left, right] = step;
-  const double divisor = pivot[0];
-  double* row = rows;
-  for (int k = 0; k < count; ++k, row += stride) {
-    const double f = row[0] / divisor;
-    row[0] = f;
-    SubtractMultiple<Lanes...>(f, pivot - left, row - left, left);
-    SubtractMultiple<Lanes...>(f, pivot + 1, row + 1, right);
-  }
-}
-
-template <class Lanes>
-inline void Divide(double* x, int count, double divisor) {
-  const typename Lanes::Vector divisors = Lanes::Broadcast(&divisor);
-  int k = 0;
-  for (; k + Lanes::kWidth <= count; k += Lanes::kWidth) {
-    Lanes::Store(x + k, Lanes::Divide(Lanes::Load(x + k), divisors));
-  }
-  for (; k < count; ++k) x[k] /= divisor;
-}
-
-template <class Lanes>
-inline double LargestMagnitude(const double* x, int count) {
-  constexpr int kWidth = Lanes::kWidth;
-  const double first = __builtin_fabs(x[0]);
-  typename Lanes::Vector even = Lanes::Broadcast(&first);
-  typename Lanes::Vector odd = even;
-  int k = 0;
-  for (; k + 2 * kWidth <= count; k += 2 * kWidth) {
-    even = Lanes::Larger(Lanes::Load(x + k), even);
-    odd = Lanes::Larger(Lanes::Load(x + k + kWidth), odd);
-  }
-  double lanes[2 * kWidth];
-  Lanes::Store(lanes, even);
-  Lanes::Store(lanes + kWidth, odd);
-  double largest = first;
-  for (const double lane : lanes) largest = Lanes1::Larger(lane, largest);
-  for (; k < count; ++k) largest = Lanes1::Larger(x[k], largest);
-  return largest;
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "algorithms/product_tiles_inl.h"
+#include "algorithms/elimination_tiles_inl.h"
 
 namespace qmx {
 namespace {
@@ -9,9 +9,26 @@ void Run(const ProductJob& job) {
   Strips<Sign, 4, 1, Lanes1>(job, col);
 }
 
+template <bool kExchange>
+void TakePivotRowSteps(const PivotRowsJob& job) {
+  const int col = PivotRowStrips<kExchange, 2, Lanes1>(job, 0);
+  PivotRowStrips<kExchange, 1, Lanes1>(job, col);
+}
+
 }  // namespace
 
-const Kernels kPlainKernels{
-    4, 4, Run<Plus>, Run<Minus>, Eliminate<Lanes1>, Divide<Lanes1>, LargestMagnitude<Lanes1>};
+const Kernels kPlainKernels{.tileRows = 4,
+                            .tileCols = 4,
+                            .add = Run<Plus>,
+                            .subtract = Run<Minus>,
+                            .eliminate = Eliminate<Lanes1>,
+                            .divide = Divide<Lanes1>,
+                            .largestMagnitude = LargestMagnitude<Lanes1>,
+                            .placeOf = PlaceOf<Lanes1>,
+                            .swap = Swap<Lanes1>,
+                            .transpose = Transpose<Lanes1>,
+                            .panelStep = TakePanelStep<Lanes1>,
+                            .eliminatePivotRows = TakePivotRowSteps<false>,
+                            .exchangePivotRows = TakePivotRowSteps<true>};
 
 }  // namespace qmx

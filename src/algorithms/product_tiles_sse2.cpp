@@ -1,4 +1,4 @@
-#include "algorithms/product_tiles_inl.h"
+#include "algorithms/elimination_tiles_inl.h"
 
 namespace qmx {
 namespace {
@@ -10,14 +10,26 @@ void Run(const ProductJob& job) {
   Strips<Sign, 4, 1, Lanes1>(job, col);
 }
 
+template <bool kExchange>
+void TakePivotRowSteps(const PivotRowsJob& job) {
+  const int col = PivotRowStrips<kExchange, 1, Lanes2>(job, 0);
+  PivotRowStrips<kExchange, 1, Lanes1>(job, col);
+}
+
 }  // namespace
 
-const Kernels kSse2Kernels{4,
-                           4,
-                           Run<Plus>,
-                           Run<Minus>,
-                           Eliminate<Lanes2, Lanes1>,
-                           Divide<Lanes2>,
-                           LargestMagnitude<Lanes2>};
+const Kernels kSse2Kernels{.tileRows = 4,
+                           .tileCols = 4,
+                           .add = Run<Plus>,
+                           .subtract = Run<Minus>,
+                           .eliminate = Eliminate<Lanes2, Lanes1>,
+                           .divide = Divide<Lanes2>,
+                           .largestMagnitude = LargestMagnitude<Lanes2>,
+                           .placeOf = PlaceOf<Lanes2>,
+                           .swap = Swap<Lanes2>,
+                           .transpose = Transpose<Lanes2>,
+                           .panelStep = TakePanelStep<Lanes2>,
+                           .eliminatePivotRows = TakePivotRowSteps<false>,
+                           .exchangePivotRows = TakePivotRowSteps<true>};
 
 }  // namespace qmx

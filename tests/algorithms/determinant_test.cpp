@@ -34,7 +34,7 @@ TEST(DeterminantTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::CaseSource cases(211, testing::CaseShape::kSquare, 1);
     testing::Comparison comparison("determinant in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int n : {9, 10, 18, 27, 41, 56, 57, 65, 129, 150}) {
+    for (const int n : {9, 10, 18, 27, 32, 33, 34, 35, 40, 41, 42, 57, 65, 129, 130, 150}) {
       for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n, n);
         comparison.Compare(

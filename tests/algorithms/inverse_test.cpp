@@ -60,7 +60,8 @@ TEST(InverseTest, HasThemInBlocksOnEveryInstructionSet) {
     CaseSource cases(311, CaseShape::kSquare, 1);
     Comparison comparison("inverses in blocks, instruction set " +
                           std::to_string(static_cast<int>(set)));
-    for (const int n : {9, 10, 18, 27, 45, 65, 71, 72, 73, 80, 128, 129, 141}) {
+    for (const int n :
+         {9, 10, 18, 27, 31, 32, 33, 34, 40, 41, 65, 73, 97, 104, 128, 129, 141, 226}) {
       for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n, n);
         comparison.Compare([&] { return Of(Inverse(A, unheard)); },

@@ -51,7 +51,8 @@ TEST_P(LuBitsTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::Dice& dice = cases.Randomness();
     testing::Comparison comparison("LU in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int size : {13, 17, 26, 33, 41, 55, 56, 57, 64, 65, 100, 128, 129, 137}) {
+    for (const int size :
+         {13, 17, 26, 31, 32, 33, 34, 39, 40, 41, 57, 65, 100, 128, 129, 137, 226}) {
       for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A =
             cases.Next(size, dice.Chance(0.6) ? size : std::max(1, size + dice.Integer(-30, 30)));
