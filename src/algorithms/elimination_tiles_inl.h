@@ -58,6 +58,15 @@ inline void Divide(double* x, int count, double divisor) {
   for (; k < count; ++k) x[k] /= divisor;
 }
 
+template <class Lanes>
+inline void DivideByEach(double* x, int count, const double* divisors) {
+  int k = 0;
+  for (; k + Lanes::kWidth <= count; k += Lanes::kWidth) {
+    Lanes::Store(x + k, Lanes::Divide(Lanes::Load(x + k), Lanes::Load(divisors + k)));
+  }
+  for (; k < count; ++k) x[k] /= divisors[k];
+}
+
 /// The larger one of `largest` and all lanes.
 template <class Lanes>
 inline double LargestLane(typename Lanes::Vector x, double largest) {

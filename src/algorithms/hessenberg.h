@@ -13,26 +13,26 @@ namespace qmx {
 /// any reflection.
 void ReduceToHessenberg(Matrix& M);
 
-/// What one QR step works with; the contents mean nothing between steps.
+/// What one QR step works with; the contents mean nothing between steps, but what lies below the
+/// subdiagonal of V and below the diagonal of R stays 0.
 struct HessenbergQr {
-  /// Up to here the textbook loop itself is the quicker way, and blocks are not needed.
-  static constexpr int kSmallOrder = 22;
+  /// Up to here blocks take longer than they save.
+  static constexpr int kSmallOrder = 15;
+  /// Height of the strips that a triangle is cut into.
+  static constexpr int kTile = 16;
 
   explicit HessenbergQr(int order) : V(order, order), R(order, order), squaredNorm(order + 1) {
-    if (order <= kSmallOrder) return;
-    C = Matrix((order + 1) / 2, (order + 1) / 2);
-    hasZero.resize(order + 1);
+    if (order > kSmallOrder) C = Matrix(order / 2 + kTile, (order + 1) / 2);
   }
   Matrix V;  ///< Orthogonal columns, in the end divided by their norms.
   Matrix R;  ///< Upper triangular.
   Matrix C;  ///< Projections divided by squared norms.
   std::vector<double> squaredNorm;
-  std::vector<char> hasZero;  ///< For each column in work whether a projection is zero.
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical
 /// Gram-Schmidt and overwrites it by R·Q. A column that vanishes gives a zero column of Q and does
-/// not fail. Entries left of the subdiagonal are not touched.
+/// not fail. Left of the subdiagonal M has to be zero and stays so.
 void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work);
 
 }  // namespace qmx

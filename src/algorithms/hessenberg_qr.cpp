@@ -12,28 +12,25 @@
 // with row k + 1, so a block of V is a full rectangle with a small trapezium below:
 //
 //        first    last
-//       +-------------+            The dot products take the zeros below the trapezium along; to a
-//       |             |            sum that started at 0 they make no difference. The subtractions
-//       |             |            do not take them along, since -0 could become 0.
-//       +  .          | first + 1
-//          +  .       |
-//             +-------+ last + 1
+//       +-------------+
+//       |             |            What is triangular is cut into strips of the height of a tile;
+//       |             |            within a strip the zeros beyond the triangle are taken along.
+//       +--+          | first + 1
+//       |  +--+       |
+//       +-----+-------+ last + 1
 //
-// Every sum and every element takes its steps in the order of the textbook loop.
+// Every sum and every element takes its steps in the order of the textbook loop. A zero that takes
+// part makes no difference to a sum that started at 0. To an element of V it can, where that is a
+// zero itself: its sign. But V, or Q after it, ends in no other place than as a factor in such
+// sums.
 
 namespace qmx {
 namespace {
 
-// So many columns of a block are projected one by one, where the columns are short and where they
-// are long: below, the bookkeeping of blocks takes longer than it saves.
-constexpr int kShortOrder = 64;
-constexpr int kNarrowShort = 12;
-constexpr int kNarrowLong = 2;
+constexpr int kTile = HessenbergQr::kTile;
 
-constexpr int kStripRows = 16;
-
-// Rows and columns of the blocks of R·Q.
-constexpr int kProductBlock = 64;
+// So many columns are made orthogonal one by one, without the kernel.
+constexpr int kNarrow = 4;
 
 class HessenbergStep {
  public:
@@ -43,9 +40,7 @@ class HessenbergStep {
         R_(work.R),
         coefficients_(work.C),
         n_(n),
-        narrow_(n <= kShortOrder ? kNarrowShort : kNarrowLong),
-        squaredNorm_(work.squaredNorm),
-        hasZero_(work.hasZero) {}
+        squaredNorm_(work.squaredNorm) {}
 
   void RunInBlocks();
   void RunColumnByColumn();
@@ -54,11 +49,12 @@ class HessenbergStep {
   int Length(int j) const { return std::min(j + 1, n_); }
 
   void FinishColumns(int first, int last);
-  void FinishColumn(int j);
+  void FinishColumn(int j, int last);
+  template <int kCount>
+  void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to);
-  void ProjectColumn(int first, int last, int j);
+  void TakeCoefficients(int k, double* d, double* c, int count);
   void Subtract(int first, int last, int from, const View& C);
-  void SubtractSteps(int top, int bottom, int k, int end, int from, int first, const View& C);
   void FillQ();
   void MultiplyFactors();
   void MultiplyRow(int i);
@@ -69,9 +65,7 @@ class HessenbergStep {
   Matrix& R_;
   Matrix& coefficients_;
   const int n_;
-  const int narrow_;
   std::vector<double>& squaredNorm_;
-  std::vector<char>& hasZero_;
 };
 
 void HessenbergStep::RunInBlocks() {
@@ -85,129 +79,133 @@ void HessenbergStep::RunInBlocks() {
   MultiplyFactors();
 }
 
-/// The textbook loop itself.
+/// Without the kernel and what it needs.
 void HessenbergStep::RunColumnByColumn() {
   for (int j = 1; j <= n_; ++j) {
-    const int length = Length(j);
-    for (int i = 1; i <= length; ++i) V_(i, j) = M_(i, j);
-    ProjectColumn(1, j - 1, j);
-    FinishColumn(j);
+    for (int i = 1; i <= Length(j); ++i) V_(i, j) = M_(i, j);
   }
+  for (int j = 1; j <= n_; ++j) FinishColumn(j, n_);
   FillQ();
   for (int i = 1; i <= n_; ++i) MultiplyRow(i);
 }
 
 void HessenbergStep::FinishColumns(int first, int last) {
-  if (last - first < narrow_) {
-    for (int j = first; j <= last; ++j) {
-      ProjectColumn(first, j - 1, j);
-      FinishColumn(j);
-    }
+  const int columns = last - first + 1;
+  if (columns <= kNarrow) {
+    for (int j = first; j <= last; ++j) FinishColumn(j, last);
     return;
   }
-  const int middle = (first + last) / 2;
+  // Halves of whole tiles, or of whole panels at least.
+  const int step = columns > 2 * kTile ? kTile : kNarrow;
+  const int middle = first + (columns / 2 + step - 1) / step * step - 1;
   FinishColumns(first, middle);
   Project(first, middle, middle + 1, last);
   FinishColumns(middle + 1, last);
 }
 
-/// The norm of column j, which nothing is to be subtracted from any more.
-void HessenbergStep::FinishColumn(int j) {
-  double sum = 0.0;
-  for (int i = 1; i <= Length(j); ++i) sum += V_(i, j) * V_(i, j);
-  squaredNorm_[j] = sum;
-  R_(j, j) = std::sqrt(sum);
+/// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
+/// columns up to `last` on it.
+void HessenbergStep::FinishColumn(int j, int last) {
+  int from = j + 1;
+  for (; from + 3 <= last; from += 4) ProjectNext<4>(j, from);
+  switch (last - from) {
+    case 2:
+      return ProjectNext<3>(j, from);
+    case 1:
+      return ProjectNext<2>(j, from);
+    case 0:
+      return ProjectNext<1>(j, from);
+    default:
+      if (from == j + 1) ProjectNext<0>(j, from);
+  }
 }
 
-/// Projects the columns from..to of M on the final columns first..last; a projection of exactly
-/// zero and one on a column that vanished leave a column alone.
-void HessenbergStep::Project(int first, int last, int from, int to) {
-  const int steps = last - first + 1;
-  const int cols = to - from + 1;
-  const auto norms = squaredNorm_.begin();
-  if (std::find(norms + first, norms + last + 1, 0.0) != norms + last + 1) {
-    for (int j = from; j <= to; ++j) ProjectColumn(first, last, j);
+/// Projects the kCount columns from column `from` on on column j. The first time that takes the
+/// norm of column j as well.
+template <int kCount>
+void HessenbergStep::ProjectNext(int j, int from) {
+  double d[kCount + 1];
+  NormAndDots<kCount>(&V_(1, j), &M_(1, from) - 1, V_.Cols(), Length(j), d);
+  double* const r = &R_(j, from) - 1;
+  if (from == j + 1) {
+    squaredNorm_[j] = d[0];
+    r[0] = std::sqrt(d[0]);
+  }
+  if (d[0] == 0) {
+    std::fill_n(r + 1, kCount, 0.0);
     return;
   }
-  const View D = Part(R_, first, from, steps, cols);
-  AddProduct(ConstView(Part(V_, 1, first, last + 1, steps)).Transposed(),
-             Part(M_, 1, from, last + 1, cols), D);
-  const View C = Part(coefficients_, 1, 1, steps, cols);
-  ProjectionCoefficients(D, &squaredNorm_[first], C, hasZero_);
-  for (int j = 0; j < cols;) {
-    if (hasZero_[j]) {
-      ProjectColumn(first, last, from + j);
-      ++j;
-      continue;
-    }
-    const int end = static_cast<int>(std::find(hasZero_.begin() + j, hasZero_.begin() + cols, 1) -
-                                     hasZero_.begin());
-    Subtract(first, last, from + j, {&C(0, j), steps, end - j, C.rowStride, 1});
-    for (int k = 0; k < steps; ++k) DivideBy(R_(first + k, first + k), &D(k, j), end - j);
-    j = end;
+  const double norm = R_(j, j);
+  for (int t = 1; t <= kCount; ++t) {
+    r[t] = d[t] / norm;
+    d[t] /= d[0];
   }
+  SubtractMultiples<kCount>(&V_(1, j), &V_(1, from) - 1, V_.Cols(), Length(j), d);
 }
 
-/// The textbook loop itself, for one column.
-void HessenbergStep::ProjectColumn(int first, int last, int j) {
-  const std::ptrdiff_t n = V_.Cols();
-  const double* const m = M_.Data() + j - 1;
-  double* const v = V_.Data() + j - 1;
-  for (int p = first; p <= last; ++p) {
-    const double* const earlier = V_.Data() + p - 1;
-    const std::ptrdiff_t end = (p + 1) * n;
-    double d = 0.0;
-    for (std::ptrdiff_t i = 0; i != end; i += n) d += earlier[i] * m[i];
-    const double a = squaredNorm_[p];
-    R_(p, j) = a == 0 ? 0.0 : d / R_(p, p);
-    if (a == 0 || d == 0) continue;
-    const double c = d / a;
-    for (std::ptrdiff_t i = 0; i != end; i += n) v[i] -= c * earlier[i];
+/// Projects the columns from..to of M on the final columns first..last.
+void HessenbergStep::Project(int first, int last, int from, int to) {
+  const int cols = to - from + 1;
+  for (int top = first; top <= last; top += kTile) {
+    const int bottom = std::min(top + kTile - 1, last);
+    const int steps = bottom - top + 1;
+    AddProduct(ConstView(Part(V_, 1, top, bottom + 1, steps)).Transposed(),
+               Part(M_, 1, from, bottom + 1, cols), Part(R_, top, from, steps, cols));
   }
+  const View C = Part(coefficients_, 1, 1, last - first + 1, cols);
+  for (int k = first; k <= last; ++k) TakeCoefficients(k, &R_(k, from), &C(k - first, 0), cols);
+  Subtract(first, last, from, C);
+}
+
+/// From the dot products d of column k: its part of R in their place, and c = d / squaredNorm(k).
+void HessenbergStep::TakeCoefficients(int k, double* d, double* c, int count) {
+  if (squaredNorm_[k] == 0) {
+    std::fill_n(d, count, 0.0);
+    std::fill_n(c, count, 0.0);
+    return;
+  }
+  std::copy_n(d, count, c);
+  DivideBy(squaredNorm_[k], c, count);
+  DivideBy(R_(k, k), d, count);
 }
 
 /// V(i,j) = V(i,j) - C(k,j)·V(i,k) for the columns of C, which begin with column `from` of V.
 void HessenbergStep::Subtract(int first, int last, int from, const View& C) {
   const int cols = C.cols;
   SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, cols));
-  // The trapezium, in strips of rows: first what each row has for itself, then what all have.
-  for (int top = first + 2; top <= last + 1; top += kStripRows) {
-    const int bottom = std::min(top + kStripRows - 1, last + 1);
-    for (int i = top; i <= bottom; ++i) SubtractSteps(i, i, i - 1, bottom - 2, from, first, C);
-    SubtractSteps(top, bottom, bottom - 1, last, from, first, C);
+  for (int top = first + 2; top <= last + 1; top += kTile) {
+    const int bottom = std::min(top + kTile - 1, last + 1);
+    const int steps = last - top + 2;
+    const int rows = bottom - top + 1;
+    SubtractProduct(Part(V_, top, top - 1, rows, steps),
+                    {&C(top - 1 - first, 0), steps, cols, C.rowStride, 1},
+                    Part(V_, top, from, rows, cols));
   }
 }
 
-/// The steps k..end in the rows top..bottom; row 0 of C belongs to step `first`.
-void HessenbergStep::SubtractSteps(int top, int bottom, int k, int end, int from, int first,
-                                   const View& C) {
-  const int steps = end - k + 1;
-  if (steps <= 0) return;
-  const int rows = bottom - top + 1;
-  SubtractProduct(Part(V_, top, k, rows, steps), {&C(k - first, 0), steps, C.cols, C.rowStride, 1},
-                  Part(V_, top, from, rows, C.cols));
-}
-
-/// Q takes the place of V.
+/// Q takes the place of V. A column that vanishes becomes 0.
 void HessenbergStep::FillQ() {
   double* const norm = squaredNorm_.data();
-  for (int j = 1; j <= n_; ++j) norm[j] = R_(j, j);
-  const bool vanishes = std::find(norm + 1, norm + n_ + 1, 0.0) != norm + n_ + 1;
+  for (int j = 1; j <= n_; ++j) {
+    norm[j] = R_(j, j);
+    if (norm[j] != 0) continue;
+    for (int i = 1; i <= Length(j); ++i) V_(i, j) = 0;
+    norm[j] = 1;
+  }
   for (int i = 1; i <= n_; ++i) {
-    double* v = V_.Row(i) - 1;
-    for (int j = std::max(1, i - 1); j <= n_; ++j) {
-      v[j] = vanishes && norm[j] == 0 ? 0.0 : v[j] / norm[j];
-    }
+    const int from = std::max(1, i - 1);
+    DivideByEach(norm + from, &V_(i, from), n_ - from + 1);
   }
 }
 
-/// M := R·Q on and right of the subdiagonal.
+/// M := R·Q on and right of the subdiagonal. Row i of R begins with column i, row m of Q with
+/// column m - 1, row i of M with column i - 1; in front of these there are zeros.
 void HessenbergStep::MultiplyFactors() {
   for (int i = 1; i <= n_; ++i) {
     std::fill(M_.Row(i) + std::max(0, i - 2), M_.Row(i) + n_, 0.0);
   }
-  for (int first = 1; first <= n_; first += kProductBlock) {
-    MultiplyRows(first, std::min(first + kProductBlock - 1, n_));
+  for (int first = 1; first <= n_; first += kTile) {
+    MultiplyRows(first, std::min(first + kTile - 1, n_));
   }
 }
 
@@ -220,19 +218,9 @@ void HessenbergStep::MultiplyRow(int i) {
   }
 }
 
-/// Row i of R begins with column i, row m of Q with column m - 1, row i of M with column i - 1.
-/// Zeros in front of these make no difference to a sum that started at 0.
 void HessenbergStep::MultiplyRows(int first, int last) {
-  const int common = std::max(1, last - 1);  // The first column that all rows have.
-  for (int i = first; i <= last; ++i) {
-    const int from = std::max(1, i - 1);
-    if (from >= common) continue;
-    AddProduct(Part(R_, i, i, 1, last - i),
-               Part(std::as_const(V_), i, from, last - i, common - from),
-               Part(M_, i, from, 1, common - from));
-  }
-  for (int from = common; from <= n_; from += kProductBlock) {
-    const int to = std::min(from + kProductBlock - 1, n_);
+  for (int from = std::max(1, first - 1); from <= n_; from += kTile) {
+    const int to = std::min(from + kTile - 1, n_);
     const int depth = std::min(to + 1, n_) - first + 1;
     AddProduct(Part(R_, first, first, last - first + 1, depth),
                Part(std::as_const(V_), first, from, depth, to - from + 1),

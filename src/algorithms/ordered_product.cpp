@@ -216,6 +216,10 @@ void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride,
 
 void DivideBy(double divisor, double* x, int count) { Current()->divide(x, count, divisor); }
 
+void DivideManyByEach(const double* divisors, double* x, int count) {
+  Current()->divideByEach(x, count, divisors);
+}
+
 double LargestMagnitude(const double* x, int count) {
   return Current()->largestMagnitude(x, count);
 }

@@ -70,6 +70,16 @@ inline void EliminateRows(const double* pivot, double* rows, std::ptrdiff_t stri
 /// x[k] = x[k] / divisor for `count` numbers.
 void DivideBy(double divisor, double* x, int count);
 
+/// What DivideByEach does, for any count.
+void DivideManyByEach(const double* divisors, double* x, int count);
+
+/// x[k] = x[k] / divisors[k] for `count` numbers.
+inline void DivideByEach(const double* divisors, double* x, int count) {
+  constexpr int kFew = 8;
+  if (count > kFew) return DivideManyByEach(divisors, x, count);
+  for (int k = 0; k < count; ++k) x[k] /= divisors[k];
+}
+
 /// The largest magnitude of `count` numbers, at least 1. As in a search that goes from the first to
 /// the last and keeps what is strictly larger, a NaN counts only in the first place.
 double LargestMagnitude(const double* x, int count);

@@ -81,6 +81,8 @@ struct Kernels {
   void (*eliminate)(const EliminationStep& step);
   /// x[k] = x[k] / divisor for all of them.
   void (*divide)(double* x, int count, double divisor);
+  /// x[k] = x[k] / divisors[k] for all of them.
+  void (*divideByEach)(double* x, int count, const double* divisors);
   /// The largest magnitude; a NaN counts only in the first place, and then it is the result.
   double (*largestMagnitude)(const double* x, int count);
   /// The first place of a magnitude, else `count`.

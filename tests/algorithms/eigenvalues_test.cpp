@@ -93,7 +93,7 @@ TEST(EigenvaluesTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::CaseSource symmetric(912, testing::CaseShape::kSymmetric, 1);
     testing::Comparison comparison("eigenvalues in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int n : {12, 16, 22, 23, 24, 25, 33, 64, 65, 70}) {
+    for (const int n : {14, 15, 16, 17, 20, 23, 24, 31, 32, 33, 34, 48, 49, 64, 65, 70}) {
       for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
         const EigenParameters p{n < 40 ? 5e-4 : 0.05, n < 40 ? 15 : 6, 0.1, 0.001};
         CompareRuns(comparison, squares.Next(n, n), p, 0);
