@@ -22,228 +22,273 @@
 // goes on by itself. So every minor takes the very steps that it would take alone. Only where equal
 // magnitudes compete for a pivot, or none is left, can that depend on a row that is deleted later:
 // then the minors of the branch are taken one by one.
+//
+// What the road of the whole matrix still needs lies in the places of the minors still to come, so
+// that there is no work matrix but the one branch that is open and the minor that leaves it.
 
 namespace qmx {
 namespace {
 
 // Up to here the bookkeeping of branches takes longer than it saves.
-constexpr int kSmallOrder = 9;
+constexpr int kSmallOrder = 5;
 
-/// Where an elimination has come to: the rows of `block` are those that have not been a pivot, its
-/// columns those still to come.
+/// Where an elimination has come to. Rows have the numbers that they have in A, from 1.
 struct Road {
-  std::vector<int> rows;    ///< Number in A of each row of the block, from 0.
-  std::vector<int> pivots;  ///< Numbers in A of the pivot rows, in order.
+  std::vector<int> rows;    ///< Those that have not been a pivot.
+  std::vector<int> pivots;  ///< The pivot rows, in order.
   double product = 1.0;     ///< Of the pivots.
-  int exchanges = 0;
-  Matrix block;
+
+  /// Makes rows[p] the next pivot row.
+  void TakePivot(int p, double pivot) {
+    std::swap(rows[0], rows[p]);
+    pivots.push_back(rows[0]);
+    rows.erase(rows.begin());
+    product *= pivot;
+  }
 };
 
-/// The place of the largest magnitude in the first column, from 1; 0 where it is not the only one,
-/// where it is zero, or where some element is not a number to compare.
-int OnlyPivot(const Matrix& block) {
-  int p = 1;
-  bool only = true;
-  for (int k = 1; k <= block.Rows(); ++k) {
-    const double magnitude = std::abs(block(k, 1));
-    if (!std::isfinite(magnitude)) return 0;
-    if (k == p) continue;
-    if (magnitude == std::abs(block(p, 1))) only = false;
-    if (magnitude > std::abs(block(p, 1))) {
+/// The part of the whole work, of the fifth order, that is done with `done` of `all` columns.
+double SharedPart(int done, int all) {
+  const double left = 1.0 - static_cast<double>(done) / all;
+  return 1.0 - left * left * left * left * left;
+}
+
+/// The place of the largest magnitude of `count` elements; -1 where it is not the only one, where
+/// it is zero, or where some element is not a number to compare.
+template <class Element>
+int OnlyPivot(int count, Element element) {
+  int p = -1;
+  double largest = 0.0;
+  bool only = false;
+  for (int k = 0; k < count; ++k) {
+    const double magnitude = std::abs(element(k));
+    if (!std::isfinite(magnitude)) return -1;
+    if (magnitude == largest) only = false;
+    if (magnitude > largest) {
+      largest = magnitude;
       p = k;
       only = true;
     }
   }
-  return only && block(p, 1) != 0 ? p : 0;
+  return only ? p : -1;
 }
 
-/// The place of the largest magnitude in the first column, the upper one of equals; 0 where all are
-/// zero.
-int UpperPivot(const Matrix& block) {
-  int p = 1;
-  for (int k = 2; k <= block.Rows(); ++k) {
-    if (std::abs(block(k, 1)) > std::abs(block(p, 1))) p = k;
+/// The place of the largest magnitude in the first column, the upper one of equals; -1 where all
+/// are zero.
+int UpperPivot(const View& block) {
+  int p = 0;
+  for (int k = 1; k < block.rows; ++k) {
+    if (std::abs(block(k, 0)) > std::abs(block(p, 0))) p = k;
   }
-  return block(p, 1) == 0 ? 0 : p;
+  return block(p, 0) == 0 ? -1 : p;
 }
 
-Matrix WithoutFirstColumn(const Matrix& block) {
-  const int cols = block.Cols() - 1;
-  Matrix rest(block.Rows(), cols);
-  for (int k = 1; k <= block.Rows() && cols > 0; ++k) {
-    std::copy_n(block.Row(k) + 1, cols, rest.Row(k));
-  }
-  return rest;
-}
-
-/// Makes row p of the block the next pivot row. The rows below take the step where that is asked
-/// for.
-void TakeStep(Road& road, int p, bool needed) {
-  Matrix& block = road.block;
-  block.SwapRows(1, p);
-  if (!road.rows.empty()) {
-    std::swap(road.rows[0], road.rows[p - 1]);
-    road.pivots.push_back(road.rows[0]);
-    road.rows.erase(road.rows.begin());
-  }
-  road.product *= block(1, 1);
-  const int below = block.Rows() - 1;
-  const int right = block.Cols() - 1;
-  Matrix rest(below, right);
-  for (int k = 1; k <= below && right > 0; ++k) {
-    std::copy_n(block.Row(k + 1) + 1, right, rest.Row(k));
-  }
+/// Takes the step with row p as the pivot row; what is left is the block without the row and the
+/// first column. The other rows take part where that is asked for.
+void TakeStep(View& block, int p, bool needed) {
+  double* const pivot = block.first;
+  if (p != 0) std::swap_ranges(pivot, pivot + block.cols, &block(p, 0));
+  const int below = block.rows - 1;
+  const int right = block.cols - 1;
   if (needed && below > 0) {
-    for (int k = 2; k <= below + 1; ++k) block(k, 1) /= block(1, 1);
-    SubtractProduct(Part(std::as_const(block), 2, 1, below, 1),
-                    Part(std::as_const(block), 1, 2, 1, right), Part(rest, 1, 1, below, right));
+    EliminateRows(pivot, pivot + block.rowStride, block.rowStride, below, 0, right);
   }
-  block = std::move(rest);
+  double* const rest = below > 0 && right > 0 ? &block(1, 1) : nullptr;
+  block = {rest, below, right, block.rowStride, 1};
+}
+
+/// The cofactor of row i and column j, by itself; its minor is worked out in `minor`, a matrix of
+/// its size.
+double Alone(const Matrix& A, int i, int j, Matrix& minor) {
+  const int n = A.Rows();
+  double* to = minor.Data();
+  for (int k = 1; k <= n; ++k) {
+    if (k == i) continue;
+    const double* row = A.Row(k);
+    for (int l = 0; l < j - 1; ++l) *to++ = row[l];
+    for (int l = j; l < n; ++l) *to++ = row[l];
+  }
+  Progress unheard;
+  return AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard);
+}
+
+Matrix AllAlone(const Matrix& A) {
+  const int n = A.Rows();
+  Matrix adjoint(n, n);
+  Matrix minor(n - 1, n - 1);
+  for (int i = 1; i <= n; ++i) {
+    for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor);
+  }
+  return adjoint;
 }
 
 class Cofactors {
  public:
-  explicit Cofactors(const Matrix& A) : A_(A), n_(A.Rows()), adjoint_(n_, n_) {}
+  explicit Cofactors(const Matrix& A) : A_(A), n_(A.Rows()) {}
 
   Matrix Run(Progress& progress);
 
  private:
-  void WithoutColumn(Road road, int j);
-  void WithoutRow(int i, Road road, int firstColumn);
-  Road Branch(const Road& road, int i) const;
-  void Finish(int i, int j, Road road);
+  void WithoutColumn(const Road& road, int j);
+  void WithoutRow(const Road& road, int i, int column);
+  int OrderWithout(int i, const std::vector<int>& pivots);
+  View NewBranch(int rows, int cols);
+  void FinishWithoutRow(int i, int j, const View& block);
+  void Finish(int i, int j, double product, int exchanges);
 
   void TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn);
-  void TakeOneByOne(Matrix& minor, int i, int firstColumn, int lastColumn);
-  void Store(int i, int j, double minor) { adjoint_(j, i) = AlternatingSign(i + j) * minor; }
 
   const Matrix& A_;
   const int n_;
-  Matrix adjoint_;
+  /// The cofactors, each in the place of its element. Where they are still to come: the rows of the
+  /// main road behind the column of its step.
+  Matrix cofactors_;
+  std::vector<double> column_;  ///< The column of the step on the main road, by the row, from 1.
+  Road branch_;                 ///< The one without a column.
+  Matrix branchRows_;
+  Matrix minor_;
+  std::vector<int> order_;    ///< Of the rows without a certain one, from 0.
+  std::vector<int> placeOf_;  ///< Of each row, from 1.
   Progress unheard_;
 };
 
 Matrix Cofactors::Run(Progress& progress) {
-  if (n_ <= kSmallOrder) {
-    Matrix minor(n_ - 1, n_ - 1);
-    for (int i = 1; i <= n_; ++i) TakeOneByOne(minor, i, 1, n_);
-    return std::move(adjoint_);
-  }
+  cofactors_ = A_;
+  column_.resize(n_ + 1);
+  order_.resize(n_);
+  placeOf_.resize(n_ + 1);
+  std::vector<double> pivotRow(n_ + 1);
   Road road;
   road.rows.resize(n_);
   std::iota(road.rows.begin(), road.rows.end(), 1);
-  road.block = A_;
   for (int c = 1; c <= n_; ++c) {
-    Road branch = road;
-    branch.block = WithoutFirstColumn(road.block);
-    WithoutColumn(std::move(branch), c);
-    progress.Report(1.0 - std::pow(1.0 - static_cast<double>(c) / n_, 5));
+    for (const int row : road.rows) column_[row] = cofactors_(row, c);
+    WithoutColumn(road, c);
+    progress.Report(SharedPart(c, n_));
     if (c == n_) break;
-    const int p = OnlyPivot(road.block);
-    if (p == 0) {
+    const int p = OnlyPivot(n_ - c + 1, [&](int k) { return column_[road.rows[k]]; });
+    if (p < 0) {
       TakeOneByOne(road.rows, c + 1, n_);
       break;
     }
-    const int i = road.rows[p - 1];
-    WithoutRow(i, Branch(road, i), c);
-    // The step is taken for minors without one of the rows below: not for a last one.
-    TakeStep(road, p, road.block.Rows() > 2);
+    const int i = road.rows[p];
+    for (int l = c + 1; l <= n_; ++l) pivotRow[l] = cofactors_(i, l);
+    WithoutRow(road, i, c);
+    road.TakePivot(p, column_[i]);
+    // The step is taken for minors without one of the rows left: not for a last one.
+    for (const int row : road.rows) {
+      if (road.rows.size() == 1) break;
+      const double f = column_[row] / column_[i];
+      for (int l = c + 1; l <= n_; ++l) cofactors_(row, l) -= f * pivotRow[l];
+    }
   }
-  return std::move(adjoint_);
+  for (int i = 1; i <= n_; ++i) {
+    for (int j = 1; j < i; ++j) std::swap(cofactors_(i, j), cofactors_(j, i));
+  }
+  return std::move(cofactors_);
 }
 
-/// All minors without column j and without one of the rows of the block, which has one too many.
-void Cofactors::WithoutColumn(Road road, int j) {
-  while (road.block.Cols() > 0) {
-    const int p = OnlyPivot(road.block);
-    if (p == 0) {
-      TakeOneByOne(road.rows, j, j);
+/// All minors without column j and without one of the rows that are left on the main road.
+void Cofactors::WithoutColumn(const Road& road, int j) {
+  branch_ = road;
+  View block = NewBranch(n_ - j + 1, n_ - j);
+  for (int k = 0; k < block.rows; ++k) {
+    std::copy_n(cofactors_.Row(road.rows[k]) + j, block.cols, block.first + k * block.rowStride);
+  }
+  while (block.cols > 0) {
+    const int p = OnlyPivot(block.rows, [&block](int k) { return block(k, 0); });
+    if (p < 0) {
+      TakeOneByOne(branch_.rows, j, j);
       return;
     }
-    const int i = road.rows[p - 1];
-    Finish(i, j, Branch(road, i));
-    TakeStep(road, p, road.block.Rows() > 2);
+    FinishWithoutRow(branch_.rows[p], j, block);
+    branch_.TakePivot(p, block(p, 0));
+    TakeStep(block, p, block.rows > 2);
   }
-  const int last = road.rows.front();
-  Finish(last, j, Branch(road, last));
+  FinishWithoutRow(branch_.rows[0], j, block);
 }
 
-/// All minors without row i and without one of the columns behind `column`, the first of the block.
-/// The rows lie in the order of these minors, so nothing can depend on a deleted one.
-void Cofactors::WithoutRow(int i, Road road, int column) {
-  while (road.block.Rows() > 0) {
-    const int p = UpperPivot(road.block);
-    if (p == 0) {
+/// All minors without row i and without one of the columns behind `column`, which is that of the
+/// step. The rows lie in the order of these minors, so nothing can depend on a deleted one.
+void Cofactors::WithoutRow(const Road& road, int i, int column) {
+  int exchanges = OrderWithout(i, road.pivots);
+  double product = road.product;
+  View block = NewBranch(n_ - column, n_ - column + 1);
+  for (int k = 0; k < block.rows; ++k) {
+    const int row = order_[column - 1 + k];
+    block(k, 0) = column_[row];
+    std::copy_n(cofactors_.Row(row) + column, block.cols - 1, &block(k, 1));
+  }
+  while (block.rows > 0) {
+    const int p = UpperPivot(block);
+    if (p < 0) {
       TakeOneByOne({i}, column + 1, n_);
       return;
     }
-    if (p != 1) ++road.exchanges;
-    TakeStep(road, p, true);
+    if (p != 0) ++exchanges;
+    product *= block(p, 0);
+    TakeStep(block, p, true);
     ++column;
-    Road minor;
-    minor.product = road.product;
-    minor.exchanges = road.exchanges;
-    minor.block = WithoutFirstColumn(road.block);
-    Finish(i, column, std::move(minor));
+    minor_.Reuse(block.rows, block.rows);
+    for (int k = 0; k < block.rows; ++k) {
+      std::copy_n(&block(k, 1), block.rows, minor_.Row(k + 1));
+    }
+    Finish(i, column, product, exchanges);
   }
 }
 
-/// The road of the minors without row i: their rows in the order in which their own exchanges leave
-/// them.
-Road Cofactors::Branch(const Road& road, int i) const {
-  std::vector<int> order;  // Of the rows, before and after the exchanges.
-  std::vector<int> placeOf(n_ + 1);
-  order.reserve(n_);
+/// Leaves in order_ the rows without row i as the exchanges of their own elimination leave them
+/// when it has used these pivots. Returns the number of exchanges.
+int Cofactors::OrderWithout(int i, const std::vector<int>& pivots) {
+  int places = 0;
   for (int row = 1; row <= n_; ++row) {
-    placeOf[row] = static_cast<int>(order.size());
-    if (row != i) order.push_back(row);
+    placeOf_[row] = places;
+    order_[places] = row;
+    if (row != i) ++places;
   }
-  Road branch;
-  branch.product = road.product;
-  const int steps = static_cast<int>(road.pivots.size());
+  int exchanges = 0;
+  const int steps = static_cast<int>(pivots.size());
   for (int step = 0; step < steps; ++step) {
-    const int place = placeOf[road.pivots[step]];
+    const int place = placeOf_[pivots[step]];
     if (place == step) continue;
-    std::swap(order[step], order[place]);
-    placeOf[order[place]] = place;
-    ++branch.exchanges;
+    std::swap(order_[step], order_[place]);
+    placeOf_[order_[place]] = place;
+    ++exchanges;
   }
-  for (std::size_t k = 0; k < road.rows.size(); ++k)
-    placeOf[road.rows[k]] = static_cast<int>(k) + 1;
-  const int rows = static_cast<int>(order.size()) - steps;
-  branch.block = Matrix(rows, road.block.Cols());
-  for (int k = 1; k <= rows && road.block.Cols() > 0; ++k) {
-    std::copy_n(road.block.Row(placeOf[order[steps + k - 1]]), road.block.Cols(),
-                branch.block.Row(k));
-  }
-  return branch;
+  return exchanges;
 }
 
-/// The minor without row i and column j, of which `road` has everything but the last steps.
-void Cofactors::Finish(int i, int j, Road road) {
-  const int m = road.block.Rows();
-  const Elimination done =
-      Eliminate(road.block, std::max(0, m - 1), PivotRule::kStopAtZeroColumn, unheard_);
-  double minor = road.product;
-  for (int k = 1; k <= m; ++k) minor *= road.block(k, k);
-  Store(i, j, AlternatingSign(road.exchanges + done.exchanges) * minor);
+View Cofactors::NewBranch(int rows, int cols) {
+  branchRows_.Reuse(rows, cols);
+  return Part(branchRows_, 1, 1, rows, cols);
+}
+
+/// The minor without row i and column j, of which the branch has all steps but the last ones.
+void Cofactors::FinishWithoutRow(int i, int j, const View& block) {
+  const int exchanges = OrderWithout(i, branch_.pivots);
+  for (int k = 0; k < block.rows; ++k) placeOf_[branch_.rows[k]] = k;
+  const int* const order = order_.data() + branch_.pivots.size();
+  minor_.Reuse(block.cols, block.cols);
+  for (int k = 0; k < block.cols; ++k) {
+    std::copy_n(&block(placeOf_[order[k]], 0), block.cols, minor_.Row(k + 1));
+  }
+  Finish(i, j, branch_.product, exchanges);
+}
+
+/// The cofactor of row i and column j. Its minor has been eliminated up to minor_, with these
+/// pivots and exchanges.
+void Cofactors::Finish(int i, int j, double product, int exchanges) {
+  const int m = minor_.Rows();
+  const Elimination done = Eliminate(minor_, m - 1, PivotRule::kStopAtZeroColumn, unheard_);
+  for (int k = 1; k <= m; ++k) product *= minor_(k, k);
+  cofactors_(i, j) =
+      AlternatingSign(i + j) * (AlternatingSign(exchanges + done.exchanges) * product);
 }
 
 void Cofactors::TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn) {
-  Matrix minor(n_ - 1, n_ - 1);
-  for (const int i : rows) TakeOneByOne(minor, i, firstColumn, lastColumn);
-}
-
-void Cofactors::TakeOneByOne(Matrix& minor, int i, int firstColumn, int lastColumn) {
-  for (int j = firstColumn; j <= lastColumn; ++j) {
-    double* to = minor.Data();
-    for (int k = 1; k <= n_; ++k) {
-      if (k == i) continue;
-      const double* row = A_.Row(k);
-      for (int l = 0; l < j - 1; ++l) *to++ = row[l];
-      for (int l = j; l < n_; ++l) *to++ = row[l];
-    }
-    Store(i, j, ReduceToDeterminant(minor, unheard_));
+  minor_.Reuse(n_ - 1, n_ - 1);
+  for (const int i : rows) {
+    for (int j = firstColumn; j <= lastColumn; ++j) cofactors_(i, j) = Alone(A_, i, j, minor_);
   }
 }
 
@@ -251,6 +296,7 @@ void Cofactors::TakeOneByOne(Matrix& minor, int i, int firstColumn, int lastColu
 
 Matrix AdjointByCofactors(const Matrix& A, Progress& progress) {
   if (A.Rows() == 0) return Matrix();
+  if (A.Rows() <= kSmallOrder) return AllAlone(A);
   return Cofactors(A).Run(progress);
 }
 

@@ -12,7 +12,8 @@ namespace {
 /// whole pages after the allocator's own 16 bytes, begin at the start of a cache line.
 struct Header {
   std::size_t holders;
-  char filling[48 - sizeof(std::size_t)];
+  std::size_t room;
+  char filling[48 - 2 * sizeof(std::size_t)];
 };
 static_assert(sizeof(Header) % alignof(std::max_align_t) == 0);
 
@@ -31,7 +32,12 @@ ElementStorage::ElementStorage(std::size_t count) {
   void* block = count > kMost ? nullptr : std::calloc(1, sizeof(Header) + count * sizeof(double));
   if (block == nullptr) throw RuntimeFault(Fault::kOutOfMemory);
   static_cast<Header*>(block)->holders = 1;
+  static_cast<Header*>(block)->room = count;
   elements_ = reinterpret_cast<double*>(static_cast<char*>(block) + sizeof(Header));
+}
+
+std::size_t ElementStorage::Room() const {
+  return elements_ == nullptr ? 0 : HeaderOf(elements_)->room;
 }
 
 bool ElementStorage::IsShared() const {

@@ -26,6 +26,8 @@ class ElementStorage {
   }
 
   double* Get() const { return elements_; }
+  /// For how many elements there is room.
+  std::size_t Room() const;
   /// True if somebody else holds the same elements.
   bool IsShared() const;
 

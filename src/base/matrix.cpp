@@ -57,6 +57,16 @@ void Matrix::Swap(Matrix& other) noexcept {
   std::swap(data_, other.data_);
 }
 
+void Matrix::Reuse(int rows, int cols) {
+  const std::size_t size = static_cast<std::size_t>(rows) * static_cast<std::size_t>(cols);
+  if (size > data_.Room() || data_.IsShared()) {
+    *this = Matrix(rows, cols);
+  } else {
+    rows_ = rows;
+    cols_ = cols;
+  }
+}
+
 bool operator==(const Matrix& one, const Matrix& two) {
   return one.rows_ == two.rows_ && one.cols_ == two.cols_ &&
          std::equal(one.Data(), one.Data() + one.Size(), two.Data());

@@ -56,6 +56,11 @@ class Matrix {
 
   void Swap(Matrix& other) noexcept;
 
+  /// Makes it a rows x cols matrix of any numbers, in the storage that it has where that is large
+  /// enough: for work matrices that are used again and again. Both counts must be at least 0.
+  /// Faults: 7 (out of memory) where the storage cannot be had.
+  void Reuse(int rows, int cols);
+
   /// These elements for others to read, without a copy of them.
   MatrixView View() const;
 

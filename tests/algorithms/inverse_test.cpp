@@ -109,7 +109,7 @@ TEST(AdjointTest, ByCofactorsHasThemOnEveryInstructionSet) {
     CaseSource cases(312, CaseShape::kSquare, 1);
     Comparison comparison("adjoints by cofactors, instruction set " +
                           std::to_string(static_cast<int>(set)));
-    for (const int n : {10, 11, 12, 13, 14, 15, 16, 17, 18, 24}) {
+    for (const int n : {5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 24}) {
       for (int kind = 0; kind < 25 && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n, n);
         CompareByCofactors(comparison, A);

@@ -44,18 +44,24 @@ class MemoryWatch : public Progress {
 
 constexpr int kOrder = 600;
 
-/// Runs a task and expects that it never held more than so many matrices of kOrder, and a strip of
-/// so many columns that blocks are copied to.
+/// Runs a task and expects that it never held more than so many matrices of an order, and a strip
+/// of so many columns.
 template <class Task>
-void ExpectAtMost(int matrices, const char* name, Task task) {
-  constexpr std::size_t kStripColumns = 300;
+void ExpectAtMost(std::size_t matrices, std::size_t stripColumns, std::size_t order,
+                  const char* name, Task task) {
   MemoryWatch watch;
   [[maybe_unused]] const auto result = task(watch);
   watch.Look();
-  const std::size_t numbers = static_cast<std::size_t>(matrices) * kOrder + kStripColumns;
-  EXPECT_LE(watch.Most(), numbers * kOrder * sizeof(double)) << name;
+  EXPECT_LE(watch.Most(), (matrices * order + stripColumns) * order * sizeof(double)) << name;
   // The watch sees that there is a work matrix or a result at all.
-  EXPECT_GE(watch.Most(), std::size_t{kOrder} * kOrder * sizeof(double)) << name;
+  EXPECT_GE(watch.Most(), order * order * sizeof(double)) << name;
+}
+
+/// The same with matrices of kOrder, and with a strip that blocks are copied to.
+template <class Task>
+void ExpectAtMost(std::size_t matrices, const char* name, Task task) {
+  constexpr std::size_t kStripColumns = 300;
+  ExpectAtMost(matrices, kStripColumns, kOrder, name, task);
 }
 
 TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
@@ -74,6 +80,15 @@ TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
   ExpectAtMost(1, "definiteness", [&](Progress& p) { return TestDefiniteness(A, p); });
   ExpectAtMost(1, "one-shot solution", [&](Progress& p) { return SolveOneShot(system, p); });
   ExpectAtMost(1, "least squares", [&](Progress& p) { return SolveLeastSquares(system, p); });
+}
+
+TEST(MemoryTest, TheAdjointByCofactorsHoldsItsResultOneBranchAndOneMinor) {
+  testing::Dice dice(1302);
+  constexpr int kSmaller = 60;
+  constexpr std::size_t kVectors = 8;
+  const Matrix A = testing::RealMatrix(dice, kSmaller, kSmaller);
+  ExpectAtMost(3, kVectors, kSmaller, "adjoint by cofactors",
+               [&](Progress& p) { return AdjointByCofactors(A, p); });
 }
 
 }  // namespace

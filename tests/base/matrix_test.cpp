@@ -123,6 +123,35 @@ TEST(MatrixTest, CopiesOfAViewedMatrixAreIndependent) {
   EXPECT_EQ(A(1, 1), 1);
 }
 
+TEST(MatrixTest, ReuseKeepsTheStorageWhereItIsLargeEnough) {
+  Matrix A = Counting(3, 4);
+  const double* const storage = A.Data();
+  A.Reuse(2, 2);
+  EXPECT_EQ(A.Rows(), 2);
+  EXPECT_EQ(A.Cols(), 2);
+  A.Reuse(6, 2);
+  EXPECT_EQ(A.Data(), storage) << "there was room for twelve";
+  A.Reuse(0, 5);
+  EXPECT_EQ(A.Size(), 0u);
+  EXPECT_EQ(A.Cols(), 5);
+  A.Reuse(13, 1);
+  EXPECT_EQ(A.Rows(), 13);
+  A(13, 1) = 13;
+  A = Matrix();
+  A.Reuse(2, 1);
+  A(2, 1) = 2;
+  EXPECT_EQ(A(2, 1), 2);
+}
+
+TEST(MatrixTest, ReuseLeavesAViewItsElements) {
+  Matrix A = Counting(2, 2);
+  const MatrixView view = A.View();
+  A.Reuse(1, 2);
+  A(1, 1) = 9;
+  EXPECT_EQ(view(1, 1), 1);
+  EXPECT_EQ(view(2, 2), 4);
+}
+
 TEST(MatrixTest, MatricesWithoutRowsOrColumnsHoldNothing) {
   EXPECT_EQ(Matrix(0, 5).Size(), 0u);
   EXPECT_EQ(Matrix(5, 0).Size(), 0u);
