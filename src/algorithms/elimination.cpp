@@ -49,25 +49,55 @@ std::ptrdiff_t PivotRow(const double* column, std::ptrdiff_t stride, std::ptrdif
   return p;
 }
 
+/// What the pivot rule says to a column without a pivot; element(k) is k rows below the diagonal.
+template <class Element>
+bool EndsAtZero(PivotRule rule, int below, Element element) {
+  if (rule != PivotRule::kDiagonalElement) return rule == PivotRule::kStopAtZeroColumn;
+  for (int k = 1; k <= below; ++k) {
+    if (element(k) != 0) return true;
+  }
+  return false;
+}
+
+/// The textbook loop itself, on rows counted from 0.
+Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* order) {
+  Elimination result;
+  double* const numbers = W.Data();
+  const std::ptrdiff_t m = W.Rows();
+  const std::ptrdiff_t n = W.Cols();
+  for (int i = 0; i < columns; ++i) {
+    double* const pivot = numbers + i * n + i;
+    const std::ptrdiff_t p = rule == PivotRule::kDiagonalElement ? 0 : PivotRow(pivot, n, m - i);
+    const int below = static_cast<int>(m) - i - 1;
+    if (pivot[p * n] == 0) {
+      if (!EndsAtZero(rule, below, [=](int k) { return pivot[k * n]; })) continue;
+      result.complete = false;
+      break;
+    }
+    if (p != 0) {
+      if (order != nullptr) std::swap(order[i], order[i + p]);
+      ++result.exchanges;
+      double* const row = pivot - i;
+      for (std::ptrdiff_t j = 0; j < n; ++j) std::swap(row[j], row[p * n + j]);
+    }
+    if (below > 0) EliminateRows(pivot, pivot + n, n, below, 0, static_cast<int>(n) - i - 1);
+  }
+  return result;
+}
+
 class Eliminator {
  public:
-  Eliminator(Matrix& W, PivotRule rule, double* order) : W_(W), rule_(rule), order_(order) {
-    if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
-  }
+  Eliminator(Matrix& W, PivotRule rule, double* order) : W_(W), rule_(rule), order_(order) {}
 
   Elimination Run(int columns, Progress& progress);
 
  private:
-  void EliminateStepByStep(int columns);
-
   void EliminateBlock(int first, int last, int right);
   void EliminatePanel(int first, int last);
   bool EliminatePanelColumn(const View& panel, int first, int j, double& largest);
   void TakeStepsInRows(int first, int top, int bottom, int from, int to);
   void TakeSteps(int first, int last, int top, int bottom, int from, int to);
 
-  template <class Element>
-  bool EndsAtZero(int below, Element element) const;
   void NoteExchange(int i, int p);
 
   Matrix& W_;
@@ -80,11 +110,6 @@ class Eliminator {
 };
 
 Elimination Eliminator::Run(int columns, Progress& progress) {
-  if (std::max(W_.Rows(), W_.Cols()) <= kSmallOrder) {
-    EliminateStepByStep(columns);
-    progress.Report(1);
-    return result_;
-  }
   eliminated_.resize(W_.Cols() + 1);
   panel_ = Panel(W_.Rows());
   for (int first = 1; first <= columns && result_.complete; first += kBlockColumns) {
@@ -100,39 +125,6 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
     progress.Report(EliminatedPart(last, columns));
   }
   return result_;
-}
-
-/// The textbook loop itself, on rows counted from 0.
-void Eliminator::EliminateStepByStep(int columns) {
-  double* const numbers = W_.Data();
-  const std::ptrdiff_t m = W_.Rows();
-  const std::ptrdiff_t n = W_.Cols();
-  for (int i = 0; i < columns; ++i) {
-    double* const pivot = numbers + i * n + i;
-    const std::ptrdiff_t p = rule_ == PivotRule::kDiagonalElement ? 0 : PivotRow(pivot, n, m - i);
-    if (pivot[p * n] == 0) {
-      if (!EndsAtZero(static_cast<int>(m) - i - 1, [=](int k) { return pivot[k * n]; })) continue;
-      result_.complete = false;
-      return;
-    }
-    if (p != 0) {
-      NoteExchange(i, i + static_cast<int>(p));
-      double* const row = pivot - i;
-      for (std::ptrdiff_t j = 0; j < n; ++j) std::swap(row[j], row[p * n + j]);
-    }
-    const int below = static_cast<int>(m) - i - 1;
-    if (below > 0) EliminateRows(pivot, pivot + n, n, below, 0, static_cast<int>(n) - i - 1);
-  }
-}
-
-/// What the pivot rule says to a column without a pivot; element(k) is k rows below the diagonal.
-template <class Element>
-bool Eliminator::EndsAtZero(int below, Element element) const {
-  if (rule_ != PivotRule::kDiagonalElement) return rule_ == PivotRule::kStopAtZeroColumn;
-  for (int k = 1; k <= below; ++k) {
-    if (element(k) != 0) return true;
-  }
-  return false;
 }
 
 /// Leaves the columns up to `right` in the rows first..last as they are in the end.
@@ -173,7 +165,7 @@ bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, doubl
       rule_ == PivotRule::kDiagonalElement ? 0 : PlaceOfLargest(largest, column, below + 1);
   const int later = panel.rows - j - 1;
   if (column[p] == 0) {
-    result_.complete = !EndsAtZero(below, [column](int k) { return column[k]; });
+    result_.complete = !EndsAtZero(rule_, below, [column](int k) { return column[k]; });
     if (later > 0) largest = LargestMagnitude(&panel(j + 1, j + 1), below);
     return false;
   }
@@ -239,6 +231,12 @@ void Eliminator::NoteExchange(int i, int p) {
 
 Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order) {
   if (columns < 1 && order == nullptr) return {};
+  if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
+  if (std::max(W.Rows(), W.Cols()) <= kSmallOrder) {
+    const Elimination done = EliminateStepByStep(W, columns, rule, order);
+    progress.Report(1);
+    return done;
+  }
   return Eliminator(W, rule, order).Run(columns, progress);
 }
 
