@@ -25,6 +25,8 @@ class ElementStorage {
     if (elements_ != nullptr) Release();
   }
 
+  void Swap(ElementStorage& other) noexcept { std::swap(elements_, other.elements_); }
+
   double* Get() const { return elements_; }
   /// For how many elements there is room.
   std::size_t Room() const;

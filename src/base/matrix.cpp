@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <utility>
 
 #include "base/fault.h"
 #include "base/memory.h"
@@ -17,8 +16,6 @@ Matrix::Matrix(const Matrix& other) : Matrix(other.rows_, other.cols_) {
   std::copy_n(other.Data(), other.Size(), Data());
 }
 
-Matrix::Matrix(Matrix&& other) noexcept { Swap(other); }
-
 Matrix& Matrix::operator=(const Matrix& other) {
   if (this == &other) return *this;
   if (rows_ == other.rows_ && cols_ == other.cols_ && !data_.IsShared()) {
@@ -27,12 +24,6 @@ Matrix& Matrix::operator=(const Matrix& other) {
     Matrix copy(other);
     Swap(copy);
   }
-  return *this;
-}
-
-Matrix& Matrix::operator=(Matrix&& other) noexcept {
-  Matrix taken(std::move(other));
-  Swap(taken);
   return *this;
 }
 
@@ -49,12 +40,6 @@ double Matrix::At(int row, int col) const {
 void Matrix::SwapRows(int rowOne, int rowTwo, int firstCol) {
   if (rowOne == rowTwo || firstCol > cols_) return;
   std::swap_ranges(Row(rowOne) + (firstCol - 1), Row(rowOne) + cols_, Row(rowTwo) + (firstCol - 1));
-}
-
-void Matrix::Swap(Matrix& other) noexcept {
-  std::swap(rows_, other.rows_);
-  std::swap(cols_, other.cols_);
-  std::swap(data_, other.data_);
 }
 
 void Matrix::Reuse(int rows, int cols) {

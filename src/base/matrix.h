@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #include "base/element_storage.h"
 
@@ -20,9 +21,13 @@ class Matrix {
   Matrix(int rows, int cols);
 
   Matrix(const Matrix& other);
-  Matrix(Matrix&& other) noexcept;
+  Matrix(Matrix&& other) noexcept { Swap(other); }
   Matrix& operator=(const Matrix& other);
-  Matrix& operator=(Matrix&& other) noexcept;
+  Matrix& operator=(Matrix&& other) noexcept {
+    Matrix taken(std::move(other));
+    Swap(taken);
+    return *this;
+  }
   ~Matrix() = default;
 
   int Rows() const { return rows_; }
@@ -54,7 +59,11 @@ class Matrix {
   /// Exchanges two rows in columns firstCol..Cols().
   void SwapRows(int rowOne, int rowTwo, int firstCol = 1);
 
-  void Swap(Matrix& other) noexcept;
+  void Swap(Matrix& other) noexcept {
+    std::swap(rows_, other.rows_);
+    std::swap(cols_, other.cols_);
+    data_.Swap(other.data_);
+  }
 
   /// Makes it a rows x cols matrix of any numbers, in the storage that it has where that is large
   /// enough: for work matrices that are used again and again. Both counts must be at least 0.
