@@ -225,10 +225,10 @@ Definiteness ClassifyMinors(const std::vector<double>& leadingMinor) {
 
 DefinitenessReport TestDefiniteness(Matrix W, Progress& progress) {
   const int n = W.Rows();
-  DefinitenessReport report;
   RequireElement(n >= 1);
-  report.leadingMinor.resize(n);
-  report.smallestPivot.resize(n);
+  DefinitenessReport report;
+  report.leadingMinor = std::vector<double>(n);
+  report.smallestPivot = std::vector<double>(n);
   GrowingElimination elimination(W);
   elimination.Run(progress, report.leadingMinor.data());
   const std::vector<DiagonalChange>& changes = elimination.SortedChanges();

@@ -1,6 +1,7 @@
 #include "algorithms/linear_system.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "algorithms/elimination.h"
 #include "algorithms/ordered_product.h"
@@ -42,21 +43,39 @@ double RowTimesVector(const Matrix& T, int i, int first, int last, const Matrix&
 /// side. There is room for the first `room` unknowns.
 SystemSolution SubstituteBack(const Matrix& M, int room) {
   const int n = M.Rows();
-  SystemSolution solution;
-  Matrix& x = solution.x = Matrix(n, 1);
+  SystemSolution solution{false, Matrix(n, 1), false};
+  Matrix& x = solution.x;
   RequireElement(n == 0 || M.Contains(n, n));
   for (int i = n; i >= 1; --i) {
+    const double* const row = M.Row(i) - 1;
     const double solved = RowTimesVector(M, i, i + 1, n, x);
-    if (M(i, i) == 0) {
+    if (row[i] == 0) {
       RequireElement(i <= room && M.Contains(i, n + 1));
       solution.inconsistent = RowTimesVector(M, i, i, n, x) != M(i, n + 1);
       return solution;
     }
-    x(i, 1) = (M(i, M.Cols()) - solved) / M(i, i);
+    x(i, 1) = (row[M.Cols()] - solved) / row[i];
     RequireElement(i <= room);
   }
   solution.solved = true;
   return solution;
+}
+
+/// What NormalEquations gives by the textbook's loop, for systems for which the kernel would take
+/// longer to choose its way than to do the work.
+Matrix FewNormalEquations(const Matrix& system) {
+  const int unknowns = system.Cols() - 1;
+  Matrix M(unknowns, unknowns + 1);
+  const auto columnTimesColumn = [&system](int i, int j) {
+    double sum = 0.0;
+    for (int r = 1; r <= system.Rows(); ++r) sum += system(r, i) * system(r, j);
+    return sum;
+  };
+  for (int i = 1; i <= unknowns; ++i) {
+    for (int j = 1; j <= i; ++j) M(i, j) = M(j, i) = columnTimesColumn(i, j);
+    M(i, unknowns + 1) = columnTimesColumn(i, unknowns + 1);
+  }
+  return M;
 }
 
 /// [AᵀA | Aᵀb] of a system [A | b]. Strips of rows are formed up to the diagonal, the rest is their
@@ -134,7 +153,9 @@ SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
   const double between = forming / (forming + solving);
   Stage first(progress, 0, between);
   Stage second(progress, between, 1);
-  Matrix M = NormalEquations(system, first);
+  constexpr std::size_t kFewElements = 32;
+  Matrix M =
+      system.Size() <= kFewElements ? FewNormalEquations(system) : NormalEquations(system, first);
   EliminateSystem(M, second);
   // There is room for one unknown per equation.
   return SubstituteBack(M, system.Rows());
