@@ -4,16 +4,18 @@
 #include <cstddef>
 #include <functional>
 
+#include "algorithms/product_tiles.h"
+
 namespace qmx {
 
 Matrix Sum(const Matrix& A, const Matrix& B) {
-  Matrix C(A.Rows(), A.Cols());
+  Matrix C = Matrix::Unset(A.Rows(), A.Cols());
   std::transform(A.Data(), A.Data() + A.Size(), B.Data(), C.Data(), std::plus<>());
   return C;
 }
 
 Matrix Difference(const Matrix& A, const Matrix& B) {
-  Matrix C(A.Rows(), A.Cols());
+  Matrix C = Matrix::Unset(A.Rows(), A.Cols());
   std::transform(A.Data(), A.Data() + A.Size(), B.Data(), C.Data(), std::minus<>());
   return C;
 }
@@ -25,10 +27,8 @@ double Trace(const Matrix& A) {
 }
 
 Matrix Transpose(const Matrix& A) {
-  Matrix T(A.Cols(), A.Rows());
-  for (int i = 1; i <= A.Rows(); ++i) {
-    for (int j = 1; j <= A.Cols(); ++j) T(j, i) = A(i, j);
-  }
+  Matrix T = Matrix::Unset(A.Cols(), A.Rows());
+  CurrentKernels().transpose({A.Data(), A.Cols(), A.Rows(), A.Cols(), T.Data(), T.Cols()});
   return T;
 }
 

@@ -11,9 +11,13 @@ namespace {
 /// The columns of an exchanged matrix in the order of the rows that it started with.
 Matrix Unscramble(const Matrix& W, const std::vector<int>& order) {
   const int n = W.Rows();
-  Matrix result(n, n);
+  std::vector<int> placeOf(n);  // Counted from 0.
+  for (int j = 0; j < n; ++j) placeOf[order[j] - 1] = j;
+  Matrix result = Matrix::Unset(n, n);
   for (int i = 1; i <= n; ++i) {
-    for (int j = 1; j <= n; ++j) result(i, order[j - 1]) = W(i, j);
+    const double* const from = W.Row(i);
+    double* const to = result.Row(i);
+    for (int j = 0; j < n; ++j) to[j] = from[placeOf[j]];
   }
   return result;
 }

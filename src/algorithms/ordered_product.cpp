@@ -71,12 +71,12 @@ void PackA(const Kernels& kernels, const ProductJob& job, double* out) {
 
 /// For operands so small that choosing a way would take longer than the work.
 template <class Sign>
-void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign) {
+void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign, bool fromZero) {
   for (int i = 0; i < C.rows; ++i) {
     const double* const a = A.first + i * A.rowStride;
     double* const c = C.first + i * C.rowStride;
     for (int j = 0; j < C.cols; ++j) {
-      double sum = c[j];
+      double sum = fromZero ? 0.0 : c[j];
       for (int k = 0; k < A.cols; ++k) sum = sign(sum, a[k * A.colStride] * B(k, j));
       c[j] = sum;
     }
@@ -151,6 +151,7 @@ void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
   ProductJob block = job;
   for (int k = 0; k < job.depth; k += depth) {
     block.depth = std::min(depth, job.depth - k);
+    block.fromZero = job.fromZero && k == 0;
     for (int j = 0; j < job.cols; j += cols) {
       block.cols = std::min(cols, job.cols - j);
       block.b = job.b + k * job.bRow + j;
@@ -167,10 +168,10 @@ void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
 }
 
 void RunSized(const Kernels& kernels, Run run, const ConstView& A, const ConstView& B,
-              const View& C) {
-  const ProductJob job{A.first, B.first,     C.first,     C.rows,      C.cols,
-                       A.cols,  A.rowStride, A.colStride, B.rowStride, C.rowStride};
-  if (std::min(job.rows, job.cols) >= kPackFrom) {
+              const View& C, bool fromZero) {
+  const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
+                       A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
+  if (std::min(job.rows, job.cols) >= kPackFrom && job.depth > 0) {
     RunPacked(kernels, run, job);
   } else {
     run(job);
@@ -194,18 +195,27 @@ const Kernels& CurrentKernels() { return *Current(); }
 void AddProduct(ConstView A, ConstView B, View C) {
   assert(FitTogether(A, B, C));
   if (IsTiny(A, C)) {
-    RunTiny(A, B, C, std::plus<>());
+    RunTiny(A, B, C, std::plus<>(), false);
   } else {
-    RunSized(*Current(), Current()->add, A, B, C);
+    RunSized(*Current(), Current()->add, A, B, C, false);
+  }
+}
+
+void SetProduct(ConstView A, ConstView B, View C) {
+  assert(FitTogether(A, B, C));
+  if (IsTiny(A, C)) {
+    RunTiny(A, B, C, std::plus<>(), true);
+  } else {
+    RunSized(*Current(), Current()->add, A, B, C, true);
   }
 }
 
 void SubtractProduct(ConstView A, ConstView B, View C) {
   assert(FitTogether(A, B, C));
   if (IsTiny(A, C)) {
-    RunTiny(A, B, C, std::minus<>());
+    RunTiny(A, B, C, std::minus<>(), false);
   } else {
-    RunSized(*Current(), Current()->subtract, A, B, C);
+    RunSized(*Current(), Current()->subtract, A, B, C, false);
   }
 }
 

@@ -40,6 +40,9 @@ inline ConstView Part(const Matrix& A, int row, int col, int rows, int cols) {
 /// 1 and share no element with each other; A shares none with C.
 void AddProduct(ConstView A, ConstView B, View C);
 
+/// C = A·B: the same from C(i,j) = 0 on, whatever is in C.
+void SetProduct(ConstView A, ConstView B, View C);
+
 /// The same with C(i,j) - A(i,k)·B(k,j).
 void SubtractProduct(ConstView A, ConstView B, View C);
 

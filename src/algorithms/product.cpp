@@ -29,7 +29,7 @@ void MultiplyTiny(const Matrix& A, const Matrix& B, Matrix& C) {
       std::clamp(kStepsAtATime / std::max(stepsInRow, 1.0), 1.0 * kFewestRows, 1e9));
   for (int i = 1; i <= A.Rows(); i += rowsAtATime) {
     const int rows = std::min(rowsAtATime, A.Rows() - i + 1);
-    AddProduct(Part(A, i, 1, rows, A.Cols()), Part(B, 1, 1, B.Rows(), B.Cols()),
+    SetProduct(Part(A, i, 1, rows, A.Cols()), Part(B, 1, 1, B.Rows(), B.Cols()),
                Part(C, i, 1, rows, C.Cols()));
     progress.Report(static_cast<double>(i + rows - 1) / A.Rows());
   }
@@ -38,7 +38,7 @@ void MultiplyTiny(const Matrix& A, const Matrix& B, Matrix& C) {
 }  // namespace
 
 Matrix Product(const Matrix& A, const Matrix& B, Progress& progress) {
-  Matrix C(A.Rows(), B.Cols());
+  Matrix C = Matrix::Unset(A.Rows(), B.Cols());
   constexpr std::size_t kTiny = 16;
   if (A.Size() <= kTiny && B.Size() <= kTiny) {
     MultiplyTiny(A, B, C);

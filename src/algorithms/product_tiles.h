@@ -16,6 +16,7 @@ struct ProductJob {
   std::ptrdiff_t aCol = 0;
   std::ptrdiff_t bRow = 0;
   std::ptrdiff_t cRow = 0;
+  bool fromZero = false;  ///< 0 ± A·B instead, whatever is in C.
 };
 
 /// One step of an elimination, in `count` rows that lie `stride` apart. Both pointers are to the

@@ -5,13 +5,15 @@ namespace {
 
 template <class Sign>
 void Run(const ProductJob& job) {
-  int col = 0;
-  // A low block is done in wider tiles, so that there are always enough sums under way.
-  if (job.rows <= 2) col = Strips<Sign, 2, 4, Lanes4>(job, col);
-  col = Strips<Sign, 6, 2, Lanes4>(job, col);
-  col = Strips<Sign, 6, 1, Lanes4>(job, col);
-  col = Strips<Sign, 6, 1, Lanes2>(job, col);
-  Strips<Sign, 6, 1, Lanes1>(job, col);
+  Panels<6>(job, [](const ProductJob& panel) {
+    int col = 0;
+    // A low panel is done in wider tiles, so that there are always enough sums under way.
+    if (panel.rows <= 2) col = Strips<Sign, 2, 4, Lanes4>(panel, col);
+    col = Strips<Sign, 6, 2, Lanes4>(panel, col);
+    col = Strips<Sign, 6, 1, Lanes4>(panel, col);
+    col = Strips<Sign, 6, 1, Lanes2>(panel, col);
+    Strips<Sign, 6, 1, Lanes1>(panel, col);
+  });
 }
 
 template <bool kExchange>

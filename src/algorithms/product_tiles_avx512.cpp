@@ -22,16 +22,18 @@ void RightEdge(const ProductJob& job, int col) {
   }
 }
 
-/// A low block is done in wider tiles, so that there are always enough sums under way.
+/// A low panel is done in wider tiles, so that there are always enough sums under way.
 template <class Sign>
 void Run(const ProductJob& job) {
-  if (job.rows <= 4) {
-    RightEdge<Sign, 4, 4>(job, Strips<Sign, 4, 4, Lanes8>(job, 0));
-  } else if (job.rows <= 8) {
-    RightEdge<Sign, 8, 2>(job, Strips<Sign, 8, 2, Lanes8>(job, 0));
-  } else {
-    RightEdge<Sign, 16, 1>(job, Strips<Sign, 16, 1, Lanes8>(job, 0));
-  }
+  Panels<16>(job, [](const ProductJob& panel) {
+    if (panel.rows <= 4) {
+      RightEdge<Sign, 4, 4>(panel, Strips<Sign, 4, 4, Lanes8>(panel, 0));
+    } else if (panel.rows <= 8) {
+      RightEdge<Sign, 8, 2>(panel, Strips<Sign, 8, 2, Lanes8>(panel, 0));
+    } else {
+      RightEdge<Sign, 16, 1>(panel, Strips<Sign, 16, 1, Lanes8>(panel, 0));
+    }
+  });
 }
 
 template <bool kExchange>

@@ -203,6 +203,10 @@ template <class Sign, int R, int V, class Lanes, class Last>
   Vector sum[R][V];
   for (int i = 0; i < R; ++i) {
     const double* row = c + i * job.cRow;
+    if (job.fromZero) {
+      for (int v = 0; v < V; ++v) sum[i][v] = Vector{};
+      continue;
+    }
     for (int v = 0; v < kBeforeLast; ++v) sum[i][v] = kLanes.Load(row + v * kWidth);
     sum[i][kBeforeLast] = last.Load(row + kBeforeLast * kWidth);
   }
@@ -261,6 +265,19 @@ inline int Strips(const ProductJob& job, int col) {
   constexpr int kCols = V * Lanes::kWidth;
   for (; col + kCols <= job.cols; col += kCols) Strip<Sign, R, V, Lanes>(job, col);
   return col;
+}
+
+/// Runs through C in panels of R rows, the last one perhaps lower: their rows of A stay in the
+/// first cache while the columns of B go past.
+template <int R, class RunPanel>
+inline void Panels(const ProductJob& job, const RunPanel& run) {
+  ProductJob panel = job;
+  for (int left = job.rows; left > 0; left -= R) {
+    panel.rows = left < R ? left : R;
+    run(panel);
+    panel.a += R * job.aRow;
+    panel.c += R * job.cRow;
+  }
 }
 
 }  // namespace

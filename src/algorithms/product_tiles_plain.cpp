@@ -5,8 +5,10 @@ namespace {
 
 template <class Sign>
 void Run(const ProductJob& job) {
-  const int col = Strips<Sign, 4, 4, Lanes1>(job, 0);
-  Strips<Sign, 4, 1, Lanes1>(job, col);
+  Panels<4>(job, [](const ProductJob& panel) {
+    const int col = Strips<Sign, 4, 4, Lanes1>(panel, 0);
+    Strips<Sign, 4, 1, Lanes1>(panel, col);
+  });
 }
 
 template <bool kExchange>

@@ -5,9 +5,11 @@ namespace {
 
 template <class Sign>
 void Run(const ProductJob& job) {
-  int col = Strips<Sign, 4, 2, Lanes2>(job, 0);
-  col = Strips<Sign, 4, 1, Lanes2>(job, col);
-  Strips<Sign, 4, 1, Lanes1>(job, col);
+  Panels<4>(job, [](const ProductJob& panel) {
+    int col = Strips<Sign, 4, 2, Lanes2>(panel, 0);
+    col = Strips<Sign, 4, 1, Lanes2>(panel, col);
+    Strips<Sign, 4, 1, Lanes1>(panel, col);
+  });
 }
 
 template <bool kExchange>

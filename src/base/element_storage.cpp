@@ -23,13 +23,15 @@ Header* HeaderOf(double* elements) {
 
 }  // namespace
 
-ElementStorage::ElementStorage(std::size_t count) {
+ElementStorage::ElementStorage(std::size_t count, Content content) {
   if (count == 0) return;
   constexpr std::size_t kMost = (std::numeric_limits<std::size_t>::max() - sizeof(Header)) / 8;
   static_assert(sizeof(double) == 8);
+  if (count > kMost) throw RuntimeFault(Fault::kOutOfMemory);
   // calloc hands out pages that the system zeroes on first touch: a large matrix of zeros costs
   // nothing until it is used.
-  void* block = count > kMost ? nullptr : std::calloc(1, sizeof(Header) + count * sizeof(double));
+  const std::size_t size = sizeof(Header) + count * sizeof(double);
+  void* block = content == Content::kZeros ? std::calloc(1, size) : std::malloc(size);
   if (block == nullptr) throw RuntimeFault(Fault::kOutOfMemory);
   static_cast<Header*>(block)->holders = 1;
   static_cast<Header*>(block)->room = count;

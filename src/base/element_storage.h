@@ -11,9 +11,10 @@ namespace qmx {
 class ElementStorage {
  public:
   ElementStorage() = default;
-  /// Room for a number of elements, all zero; nothing for none.
+  enum class Content { kZeros, kUnset };
+  /// Room for a number of elements, all zero or whatever is there; nothing for none.
   /// Faults: 7 (out of memory) where it cannot be had.
-  explicit ElementStorage(std::size_t count);
+  ElementStorage(std::size_t count, Content content);
   ElementStorage(const ElementStorage& other) : elements_(other.elements_) { Hold(); }
   ElementStorage(ElementStorage&& other) noexcept
       : elements_(std::exchange(other.elements_, nullptr)) {}

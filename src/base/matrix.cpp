@@ -8,11 +8,12 @@
 
 namespace qmx {
 
-Matrix::Matrix(int rows, int cols) : rows_(rows), cols_(cols), data_(Size()) {
+Matrix::Matrix(int rows, int cols, ElementStorage::Content content)
+    : rows_(rows), cols_(cols), data_(Size(), content) {
   assert(rows >= 0 && cols >= 0);
 }
 
-Matrix::Matrix(const Matrix& other) : Matrix(other.rows_, other.cols_) {
+Matrix::Matrix(const Matrix& other) : Matrix(Unset(other.rows_, other.cols_)) {
   std::copy_n(other.Data(), other.Size(), Data());
 }
 
@@ -45,7 +46,7 @@ void Matrix::SwapRows(int rowOne, int rowTwo, int firstCol) {
 void Matrix::Reuse(int rows, int cols) {
   const std::size_t size = static_cast<std::size_t>(rows) * static_cast<std::size_t>(cols);
   if (size > data_.Room() || data_.IsShared()) {
-    *this = Matrix(rows, cols);
+    *this = Unset(rows, cols);
   } else {
     rows_ = rows;
     cols_ = cols;

@@ -18,7 +18,12 @@ class Matrix {
 
   /// A rows x cols matrix of zeros. Both counts must be at least 0.
   /// Faults: 7 (out of memory) where the storage cannot be had.
-  Matrix(int rows, int cols);
+  Matrix(int rows, int cols) : Matrix(rows, cols, ElementStorage::Content::kZeros) {}
+
+  /// The same for one whose elements are all about to be written: they are whatever is there.
+  static Matrix Unset(int rows, int cols) {
+    return Matrix(rows, cols, ElementStorage::Content::kUnset);
+  }
 
   Matrix(const Matrix& other);
   Matrix(Matrix&& other) noexcept { Swap(other); }
@@ -77,6 +82,8 @@ class Matrix {
   friend bool operator==(const Matrix& one, const Matrix& two);
 
  private:
+  Matrix(int rows, int cols, ElementStorage::Content content);
+
   std::size_t Offset(int row, int col) const {
     return static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(cols_) +
            static_cast<std::size_t>(col - 1);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "support/core_cases.h"
@@ -14,10 +15,14 @@ namespace {
 
 using testing::Record;
 
-/// What the routine promises, element by element.
-void PlainLoop(const ConstView& A, const ConstView& B, const View& C, bool subtract) {
+enum class Form { kAdd, kSubtract, kSet };
+
+/// What the routines promise, element by element.
+void PlainLoop(const ConstView& A, const ConstView& B, const View& C, Form form) {
+  const bool subtract = form == Form::kSubtract;
   for (int i = 0; i < C.rows; ++i) {
     for (int j = 0; j < C.cols; ++j) {
+      if (form == Form::kSet) C(i, j) = 0;
       for (int k = 0; k < A.cols; ++k) {
         const double product = A(i, k) * B(k, j);
         C(i, j) = subtract ? C(i, j) - product : C(i, j) + product;
@@ -56,7 +61,8 @@ struct Operands {
 void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape) {
   testing::Dice& dice = cases.Randomness();
   const bool transposed = dice.Chance(0.3);
-  const bool subtract = dice.Chance(0.5);
+  constexpr std::array kRoutines{AddProduct, SubtractProduct, SetProduct};
+  const int form = dice.Integer(0, 2);
   const Operands operands(cases, shape, transposed);
   const auto run = [&](auto multiply) {
     Matrix C = operands.C;
@@ -66,12 +72,11 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
     return record;
   };
   comparison.Compare(
+      [&] { return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C); }); },
       [&] {
-        return run([&](const View& C) {
-          (subtract ? SubtractProduct : AddProduct)(operands.a, operands.b, C);
-        });
+        return run(
+            [&](const View& C) { PlainLoop(operands.a, operands.b, C, static_cast<Form>(form)); });
       },
-      [&] { return run([&](const View& C) { PlainLoop(operands.a, operands.b, C, subtract); }); },
       {},
       std::to_string(shape.rows) + " x " + std::to_string(shape.depth) + " x " +
           std::to_string(shape.cols));
