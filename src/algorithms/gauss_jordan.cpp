@@ -1,6 +1,7 @@
 #include "algorithms/gauss_jordan.h"
 
 #include <algorithm>
+#include <cfenv>
 #include <cmath>
 #include <numeric>
 #include <utility>
@@ -40,20 +41,42 @@ constexpr int kStripColumns = 96;
 // Up to here the bookkeeping of blocks takes longer than it saves.
 constexpr int kSmallOrder = 32;
 
-class JordanExchanger {
+// Up to here whole rows in a plain loop are quicker than their two parts in the kernel.
+constexpr int kShortRow = 11;
+
+/// What the steps one by one and those in blocks have in common.
+class Exchanger {
  public:
-  JordanExchanger(Matrix& W, EqualPivots rule) : W_(W), rule_(rule), n_(W.Rows()) {
+  Exchanger(Matrix& W, EqualPivots rule) : W_(W), rule_(rule), n_(W.Rows()) {
     result_.order.resize(n_);
     std::iota(result_.order.begin(), result_.order.end(), 1);
     result_.pivots.reserve(n_);
   }
 
+  JordanExchange TakeStepByStep();
+
+ protected:
+  template <class Magnitude>
+  int PivotRow(int i, Magnitude magnitude) const;
+  void NoteExchange(int i, int p);
+
+  Matrix& W_;
+  const EqualPivots rule_;
+  const int n_;
+  JordanExchange result_;
+
+ private:
+  void ExchangeInShortRows(int i);
+  void ExchangeInLongRows(int i);
+};
+
+class BlockExchanger : public Exchanger {
+ public:
+  using Exchanger::Exchanger;
+
   JordanExchange Run(Progress& progress);
 
  private:
-  void ExchangeStepByStep();
-  void ExchangeColumn(int i);
-
   void ExchangeBlock(int first, int last);
   void ExchangePanel(int first, int last);
   bool ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
@@ -62,71 +85,76 @@ class JordanExchanger {
   void ApplyBlock(int first, int last, int from, int to);
   void TakeStepsInPivotRows(int first, int last, int from, const View& U);
 
-  template <class Magnitude>
-  int PivotRow(int i, Magnitude magnitude) const;
   int PivotRow(int i, const double* column, double largest) const;
   void ExchangeRows(int i, int p);
   View Factors(int row, int step, int rows, int steps);
 
-  Matrix& W_;
-  const EqualPivots rule_;
-  const int n_;
   int block_ = 1;  ///< First column of the block in work.
   Panel panel_;
   Panel panelFactors_;           ///< The factors of the steps of the panel in work.
   std::vector<double> factors_;  ///< Those of all steps of the block, row by row of W.
   std::vector<double> pivotRows_;
-  JordanExchange result_;
 };
 
-JordanExchange JordanExchanger::Run(Progress& progress) {
-  if (n_ <= kSmallOrder) {
-    ExchangeStepByStep();
-    progress.Report(1);
-    return std::move(result_);
-  }
-  panel_ = Panel(n_);
-  panelFactors_ = Panel(n_);
-  factors_.resize(static_cast<std::size_t>(kFactorStride) * n_);
-  pivotRows_.resize(static_cast<std::size_t>(std::min(kBlockColumns, n_)) * n_);
-  for (block_ = 1; block_ <= n_ && result_.complete; block_ += kBlockColumns) {
-    const int last = std::min(block_ + kBlockColumns - 1, n_);
-    ExchangeBlock(block_, last);
-    ApplyBlock(block_, last, 1, block_ - 1);
-    ApplyBlock(block_, last, last + 1, n_);
-    progress.Report(static_cast<double>(last) / n_);
-  }
-  return std::move(result_);
-}
-
 /// The textbook loop itself.
-void JordanExchanger::ExchangeStepByStep() {
+JordanExchange Exchanger::TakeStepByStep() {
   for (int i = 1; i <= n_; ++i) {
     const int p = PivotRow(i, [&](int k) { return std::abs(W_(k, i)); });
     if (p == 0) {
       result_.complete = false;
-      return;
+      break;
     }
-    if (p != i) ExchangeRows(i, p);
-    ExchangeColumn(i);
+    if (p != i) {
+      std::swap_ranges(W_.Row(i), W_.Row(i) + n_, W_.Row(p));
+      NoteExchange(i, p);
+    }
+    if (n_ <= kShortRow) {
+      ExchangeInShortRows(i);
+    } else {
+      ExchangeInLongRows(i);
+    }
   }
+  return std::move(result_);
 }
 
-void JordanExchanger::ExchangeColumn(int i) {
+void Exchanger::NoteExchange(int i, int p) {
+  std::swap(result_.order[i - 1], result_.order[p - 1]);
+  ++result_.exchanges;
+}
+
+/// Two stand-ins let the column of the step change like all others: with 1 for the pivot and -0 for
+/// the element of another row, -0 - f·1 is -f, whatever the sign of f, and 1 / p is the new
+/// diagonal element.
+void Exchanger::ExchangeInShortRows(int i) {
+  double* const upper = W_.Row(i);
+  const double pivot = std::exchange(upper[i - 1], 1.0);
+  for (int k = 1; k <= n_; ++k) {
+    if (k == i) continue;
+    double* const row = W_.Row(k);
+    const double f = std::exchange(row[i - 1], -0.0) / pivot;
+    for (int j = 0; j < n_; ++j) row[j] -= f * upper[j];
+  }
+  for (int j = 0; j < n_; ++j) upper[j] /= pivot;
+  // The pivot itself is divided, too. That is 1, and tells of an infinite one.
+  if (std::isinf(pivot)) std::feraiseexcept(FE_INVALID);
+  result_.pivots.push_back(pivot);
+}
+
+void Exchanger::ExchangeInLongRows(int i) {
   double* const upper = W_.Row(i);
   const double pivot = upper[i - 1];
   EliminateRows(upper + i - 1, W_.Row(1) + i - 1, n_, i - 1, i - 1, n_ - i);
   if (i < n_) EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
   for (int k = 1; k <= n_; ++k) W_(k, i) = -W_(k, i);
   upper[i - 1] = pivot;
-  result_.pivots.push_back(pivot);
   for (int j = 0; j < n_; ++j) upper[j] /= pivot;
   upper[i - 1] = 1.0 / pivot;
+  result_.pivots.push_back(pivot);
 }
 
 /// The row of the pivot of column i by the rule, 0 for none.
 template <class Magnitude>
-int JordanExchanger::PivotRow(int i, Magnitude magnitude) const {
+int Exchanger::PivotRow(int i, Magnitude magnitude) const {
   // With the upper row as the rule the diagonal element leads, even where it is no number.
   const bool upper = rule_ == EqualPivots::kUpperRow;
   int p = upper ? i : 0;
@@ -144,10 +172,10 @@ int JordanExchanger::PivotRow(int i, Magnitude magnitude) const {
 }
 
 /// The same in a column that lies together and whose largest magnitude from row i on is known.
-int JordanExchanger::PivotRow(int i, const double* column, double largest) const {
+int BlockExchanger::PivotRow(int i, const double* column, double largest) const {
   const bool upper = rule_ == EqualPivots::kUpperRow;
   if (!upper && std::isnan(largest)) {
-    return PivotRow(i, [column](int k) { return std::abs(column[k - 1]); });
+    return Exchanger::PivotRow(i, [column](int k) { return std::abs(column[k - 1]); });
   }
   if (largest == 0) return 0;
   int p = i + PlaceOfLargest(largest, column + i - 1, n_ - i + 1);
@@ -159,13 +187,27 @@ int JordanExchanger::PivotRow(int i, const double* column, double largest) const
   return p;
 }
 
-void JordanExchanger::ExchangeRows(int i, int p) {
+void BlockExchanger::ExchangeRows(int i, int p) {
   SwapNumbers(W_.Row(i), W_.Row(p), n_);
-  std::swap(result_.order[i - 1], result_.order[p - 1]);
-  ++result_.exchanges;
+  NoteExchange(i, p);
 }
 
-void JordanExchanger::ExchangeBlock(int first, int last) {
+JordanExchange BlockExchanger::Run(Progress& progress) {
+  panel_ = Panel(n_);
+  panelFactors_ = Panel(n_);
+  factors_.resize(static_cast<std::size_t>(kFactorStride) * n_);
+  pivotRows_.resize(static_cast<std::size_t>(std::min(kBlockColumns, n_)) * n_);
+  for (block_ = 1; block_ <= n_ && result_.complete; block_ += kBlockColumns) {
+    const int last = std::min(block_ + kBlockColumns - 1, n_);
+    ExchangeBlock(block_, last);
+    ApplyBlock(block_, last, 1, block_ - 1);
+    ApplyBlock(block_, last, last + 1, n_);
+    progress.Report(static_cast<double>(last) / n_);
+  }
+  return std::move(result_);
+}
+
+void BlockExchanger::ExchangeBlock(int first, int last) {
   const int columns = last - first + 1;
   if (columns <= kPanelColumns) {
     ExchangePanel(first, last);
@@ -180,7 +222,7 @@ void JordanExchanger::ExchangeBlock(int first, int last) {
   ApplyBlock(middle + 1, last, first, middle);
 }
 
-void JordanExchanger::ExchangePanel(int first, int last) {
+void BlockExchanger::ExchangePanel(int first, int last) {
   const View place = Part(W_, 1, first, n_, last - first + 1);
   const View panel = panel_.Read(place);
   const View factors = panelFactors_.Empty(panel.rows, n_);
@@ -195,8 +237,8 @@ void JordanExchanger::ExchangePanel(int first, int last) {
 /// Row s of `panel` holds column first + s of W, and row s of `factors` becomes those of its step.
 /// `largest` is the largest magnitude at and below the diagonal, and becomes that of the next
 /// column. False where the column has no pivot.
-bool JordanExchanger::ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
-                                          double& largest) {
+bool BlockExchanger::ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
+                                         double& largest) {
   const int i = first + s;
   double* const column = &panel(s, 0);
   const int p = PivotRow(i, column, largest);
@@ -220,7 +262,7 @@ bool JordanExchanger::ExchangePanelColumn(const View& panel, const View& factors
 
 /// Step i in the panel, whose row s holds its column, in all rows but its own; f takes the place of
 /// the column. Returns the largest magnitude below row i in the next column.
-double JordanExchanger::TakeStep(const View& panel, int i, int s) {
+double BlockExchanger::TakeStep(const View& panel, int i, int s) {
   PanelStep step;
   step.column = &panel(s, 0);
   step.pivot = panel(s, i - 1);
@@ -240,13 +282,13 @@ double JordanExchanger::TakeStep(const View& panel, int i, int s) {
 }
 
 /// The factors of `steps` steps from `step` on in `rows` rows from `row` on.
-View JordanExchanger::Factors(int row, int step, int rows, int steps) {
+View BlockExchanger::Factors(int row, int step, int rows, int steps) {
   return {factors_.data() + static_cast<std::size_t>(row - 1) * kFactorStride + (step - block_),
           rows, steps, kFactorStride, 1};
 }
 
 /// Makes the steps of the columns first..last, as far as they got, in the columns from..to.
-void JordanExchanger::ApplyBlock(int first, int last, int from, int to) {
+void BlockExchanger::ApplyBlock(int first, int last, int from, int to) {
   last = std::min(last, static_cast<int>(result_.pivots.size()));
   if (from > to || first > last) return;
   const int steps = last - first + 1;
@@ -262,7 +304,7 @@ void JordanExchanger::ApplyBlock(int first, int last, int from, int to) {
 }
 
 /// The same in the rows first..last alone; U becomes these rows as they are before their division.
-void JordanExchanger::TakeStepsInPivotRows(int first, int last, int from, const View& U) {
+void BlockExchanger::TakeStepsInPivotRows(int first, int last, int from, const View& U) {
   const auto rowsOfU = [&](int i, int rows) {
     return View{&U(i - first, 0), rows, U.cols, U.rowStride, 1};
   };
@@ -283,7 +325,10 @@ void JordanExchanger::TakeStepsInPivotRows(int first, int last, int from, const 
 }  // namespace
 
 JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress) {
-  return JordanExchanger(W, rule).Run(progress);
+  if (W.Rows() > kSmallOrder) return BlockExchanger(W, rule).Run(progress);
+  JordanExchange done = Exchanger(W, rule).TakeStepByStep();
+  progress.Report(1);
+  return done;
 }
 
 }  // namespace qmx
