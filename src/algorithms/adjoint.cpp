@@ -101,12 +101,10 @@ void TakeStep(View& block, int p, bool needed) {
 /// its size.
 double Alone(const Matrix& A, int i, int j, Matrix& minor) {
   const int n = A.Rows();
-  double* to = minor.Data();
-  for (int k = 1; k <= n; ++k) {
-    if (k == i) continue;
-    const double* row = A.Row(k);
-    for (int l = 0; l < j - 1; ++l) *to++ = row[l];
-    for (int l = j; l < n; ++l) *to++ = row[l];
+  for (int k = 1; k < n; ++k) {
+    const double* const from = A.Row(k < i ? k : k + 1) - 1;
+    double* const to = minor.Row(k) - 1;
+    for (int l = 1; l < n; ++l) to[l] = from[l < j ? l : l + 1];
   }
   Progress unheard;
   return AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard);
