@@ -8,12 +8,21 @@
 namespace qmx {
 namespace {
 
+// Up to here it takes longer to turn the order round than it saves.
+constexpr int kSmallOrder = 32;
+
 /// The columns of an exchanged matrix in the order of the rows that it started with.
 Matrix Unscramble(const Matrix& W, const std::vector<int>& order) {
   const int n = W.Rows();
+  Matrix result = Matrix::Unset(n, n);
+  if (n <= kSmallOrder) {
+    for (int i = 1; i <= n; ++i) {
+      for (int j = 1; j <= n; ++j) result(i, order[j - 1]) = W(i, j);
+    }
+    return result;
+  }
   std::vector<int> placeOf(n);  // Counted from 0.
   for (int j = 0; j < n; ++j) placeOf[order[j] - 1] = j;
-  Matrix result = Matrix::Unset(n, n);
   for (int i = 1; i <= n; ++i) {
     const double* const from = W.Row(i);
     double* const to = result.Row(i);
