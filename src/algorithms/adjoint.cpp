@@ -112,8 +112,8 @@ double Alone(const Matrix& A, int i, int j, Matrix& minor) {
 
 Matrix AllAlone(const Matrix& A) {
   const int n = A.Rows();
-  Matrix adjoint(n, n);
-  Matrix minor(n - 1, n - 1);
+  Matrix adjoint = Matrix::Unset(n, n);
+  Matrix minor = Matrix::Unset(n - 1, n - 1);
   for (int i = 1; i <= n; ++i) {
     for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor);
   }

@@ -65,7 +65,7 @@ SystemSolution SubstituteBack(const Matrix& M, int room) {
 /// longer to choose its way than to do the work.
 Matrix FewNormalEquations(const Matrix& system) {
   const int unknowns = system.Cols() - 1;
-  Matrix M(unknowns, unknowns + 1);
+  Matrix M = Matrix::Unset(unknowns, unknowns + 1);
   const auto columnTimesColumn = [&system](int i, int j) {
     double sum = 0.0;
     for (int r = 1; r <= system.Rows(); ++r) sum += system(r, i) * system(r, j);
@@ -153,7 +153,7 @@ SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
   const double between = forming / (forming + solving);
   Stage first(progress, 0, between);
   Stage second(progress, between, 1);
-  constexpr std::size_t kFewElements = 32;
+  constexpr std::size_t kFewElements = 40;
   Matrix M =
       system.Size() <= kFewElements ? FewNormalEquations(system) : NormalEquations(system, first);
   EliminateSystem(M, second);

@@ -23,7 +23,7 @@ Matrix SplitOffMultipliers(Matrix& U) {
 }  // namespace
 
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
-  LuFactors factors{false, Matrix(), A, Matrix(A.Rows(), 1), 0};
+  LuFactors factors{false, Matrix(), A, Matrix::Unset(A.Rows(), 1), 0};
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
   const Elimination done = Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data());
