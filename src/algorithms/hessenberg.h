@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "algorithms/projection.h"
 #include "base/matrix.h"
 
 namespace qmx {
@@ -18,11 +19,9 @@ void ReduceToHessenberg(Matrix& M);
 struct HessenbergQr {
   /// Up to here blocks take longer than they save.
   static constexpr int kSmallOrder = 15;
-  /// Height of the strips that a triangle is cut into.
-  static constexpr int kTile = 16;
 
   explicit HessenbergQr(int order) : V(order, order), R(order, order), squaredNorm(order + 1) {
-    if (order > kSmallOrder) C = Matrix(order / 2 + kTile, (order + 1) / 2);
+    if (order > kSmallOrder) C = Matrix(LargestHalf(order), LargestHalf(order));
   }
   Matrix V;  ///< Orthogonal columns, in the end divided by their norms.
   Matrix R;  ///< Upper triangular.

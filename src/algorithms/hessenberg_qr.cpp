@@ -27,10 +27,8 @@
 namespace qmx {
 namespace {
 
-constexpr int kTile = HessenbergQr::kTile;
-
-// So many columns are made orthogonal one by one, without the kernel.
-constexpr int kNarrow = 4;
+// Height of the strips that a triangle is cut into.
+constexpr int kTile = 16;
 
 class HessenbergStep {
  public:
@@ -53,7 +51,6 @@ class HessenbergStep {
   template <int kCount>
   void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to);
-  void TakeCoefficients(int k, double* d, double* c, int count);
   void Subtract(int first, int last, int from, const View& C);
   void FillQ();
   void MultiplyFactors();
@@ -91,13 +88,11 @@ void HessenbergStep::RunColumnByColumn() {
 
 void HessenbergStep::FinishColumns(int first, int last) {
   const int columns = last - first + 1;
-  if (columns <= kNarrow) {
+  if (columns <= kFewColumns) {
     for (int j = first; j <= last; ++j) FinishColumn(j, last);
     return;
   }
-  // Halves of whole tiles, or of whole panels at least.
-  const int step = columns > 2 * kTile ? kTile : kNarrow;
-  const int middle = first + (columns / 2 + step - 1) / step * step - 1;
+  const int middle = first + LeftHalf(columns) - 1;
   FinishColumns(first, middle);
   Project(first, middle, middle + 1, last);
   FinishColumns(middle + 1, last);
@@ -153,20 +148,17 @@ void HessenbergStep::Project(int first, int last, int from, int to) {
                Part(M_, 1, from, bottom + 1, cols), Part(R_, top, from, steps, cols));
   }
   const View C = Part(coefficients_, 1, 1, last - first + 1, cols);
-  for (int k = first; k <= last; ++k) TakeCoefficients(k, &R_(k, from), &C(k - first, 0), cols);
-  Subtract(first, last, from, C);
-}
-
-/// From the dot products d of column k: its part of R in their place, and c = d / squaredNorm(k).
-void HessenbergStep::TakeCoefficients(int k, double* d, double* c, int count) {
-  if (squaredNorm_[k] == 0) {
-    std::fill_n(d, count, 0.0);
-    std::fill_n(c, count, 0.0);
-    return;
+  for (int k = first; k <= last; ++k) {
+    double* const d = &R_(k, from);
+    double* const c = &C(k - first, 0);
+    if (squaredNorm_[k] == 0) {
+      std::fill_n(d, cols, 0.0);
+      std::fill_n(c, cols, 0.0);
+    } else {
+      TakeCoefficients(squaredNorm_[k], R_(k, k), d, c, cols);
+    }
   }
-  std::copy_n(d, count, c);
-  DivideBy(squaredNorm_[k], c, count);
-  DivideBy(R_(k, k), d, count);
+  Subtract(first, last, from, C);
 }
 
 /// V(i,j) = V(i,j) - C(k,j)·V(i,k) for the columns of C, which begin with column `from` of V.

@@ -1,17 +1,28 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
 
 #include "algorithms/ordered_product.h"
 
+// What the two Gram-Schmidt processes share. A block of columns is made final from two halves, all
+// projections on the left half going over the right half at once; blocks of few columns are done
+// column by column, several later columns together.
+
 namespace qmx {
 
-/// The coefficients of projections on columns v(1), v(2), ... that are no unit vectors: C(k, j) =
-/// D(k, j) / squaredNorms[k], where row k of D holds the dot products with v(k). hasZero[j] tells
-/// whether a dot product of column j is exactly zero; it holds a place for each column at least.
-void ProjectionCoefficients(const View& D, const double* squaredNorms, const View& C,
-                            std::vector<char>& hasZero);
+/// Up to so many columns are made orthogonal one by one.
+inline constexpr int kFewColumns = 4;
+
+/// How many of more than kFewColumns columns make up the left half of a block: half of them,
+/// rounded to tiles of the kernel, or to fours at least.
+inline int LeftHalf(int columns) {
+  constexpr int kTile = 16;
+  const int step = columns > 2 * kTile ? kTile : kFewColumns;
+  return (columns / 2 + step / 2) / step * step;
+}
+
+/// No half is larger than that in any block of up to so many columns.
+inline int LargestHalf(int columns) { return columns / 2 + 9; }
 
 /// sums[0] = v·v and sums[t] = v·m(t) for t = 1..kCount, the rows taken in increasing order; m(t)
 /// is the column t places behind m. Rows lie `stride` apart. All sums grow together: one alone
@@ -37,5 +48,9 @@ inline void SubtractMultiples(const double* v, double* w, std::ptrdiff_t stride,
     for (int t = 1; t <= kCount; ++t) w[t] -= c[t] * x;
   }
 }
+
+/// From the dot products d of later columns with a column: their multiples c = d / squaredNorm, and
+/// in the place of d the elements of R, d / norm.
+void TakeCoefficients(double squaredNorm, double norm, double* d, double* c, int count);
 
 }  // namespace qmx

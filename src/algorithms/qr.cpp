@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/projection.h"
 
@@ -27,96 +28,136 @@ namespace {
 constexpr int kBlockColumns = 256;
 
 // Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kFewColumns = 16;
+constexpr int kSmallOrder = 16;
 
 class GramSchmidt {
  public:
   explicit GramSchmidt(const Matrix& A)
-      : A_(A),
-        V_(A),
-        squaredNorm_(A.Cols() + 1),
-        factors_{false, Matrix(A.Rows(), A.Cols()), Matrix(A.Cols(), A.Cols())} {}
+      : A_(A), V_(A), R_(A.Cols(), A.Cols()), squaredNorm_(A.Cols() + 1) {}
 
   QrFactors RunInBlocks(Progress& progress);
-  QrFactors RunColumnByColumn(Progress& progress);
+  QrFactors RunColumnByColumn();
 
  private:
-  void ProjectColumn(int j);
+  QrFactors Factors(int columns);
+
   bool FinishBlock(int first, int last);
-  bool FinishColumn(int j);
+  bool FinishColumn(int j, int last);
+  template <int kCount>
+  void ProjectNext(int j, int from);
+  void ProjectColumn(int j);
   void Project(int first, int last, int from, int to);
-  void SubtractProjections(int first, int last, int from, int to);
-  void SubtractFromColumn(int first, int last, int j, const View& C);
-  void FillQ(int first, int last);
+  void SubtractSome(int first, int from, const View& D, const View& C);
 
   const Matrix& A_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
-  Matrix coefficients_;        ///< C.
-  std::vector<char> hasZero_;  ///< For each column in work whether a dot product is zero.
+  Matrix R_;
+  Matrix coefficients_;  ///< C.
   std::vector<double> squaredNorm_;
-  QrFactors factors_;
 };
 
+/// False among the factors where a column vanished; nothing else counts then.
 QrFactors GramSchmidt::RunInBlocks(Progress& progress) {
   const int n = A_.Cols();
-  coefficients_ = Matrix(std::min(kBlockColumns, n), n);
+  if (n > kSmallOrder) coefficients_ = Matrix(std::min(kBlockColumns, n), n);
   for (int first = 1; first <= n; first += kBlockColumns) {
     const int last = std::min(first + kBlockColumns - 1, n);
-    if (!FinishBlock(first, last)) return std::move(factors_);
+    if (!FinishBlock(first, last)) return {};
     Project(first, last, last + 1, n);
-    FillQ(first, last);
-    progress.Report(static_cast<double>(last) / n);
+    if (last < n) progress.Report(static_cast<double>(last) / n);
   }
-  factors_.factored = true;
-  return std::move(factors_);
+  progress.Report(1);
+  return Factors(n);
 }
 
 /// The textbook loop itself: no step is taken for a column before the columns before it are final,
 /// so that a failure leaves exactly what was computed up to it.
-QrFactors GramSchmidt::RunColumnByColumn(Progress& progress) {
+QrFactors GramSchmidt::RunColumnByColumn() {
   const int n = A_.Cols();
   for (int j = 1; j <= n; ++j) {
     ProjectColumn(j);
-    if (!FinishColumn(j)) return std::move(factors_);
-    FillQ(j, j);
+    if (!FinishColumn(j, j)) return Factors(j - 1);
   }
-  progress.Report(1);
-  factors_.factored = true;
-  return std::move(factors_);
+  return Factors(n);
 }
 
-void GramSchmidt::ProjectColumn(int j) {
-  const std::ptrdiff_t n = V_.Cols();
-  const std::ptrdiff_t end = V_.Rows() * n;
-  const double* const a = A_.Data() + j - 1;
-  double* const v = V_.Data() + j - 1;
-  for (int k = 1; k < j; ++k) {
-    const double* const earlier = V_.Data() + k - 1;
-    double d = 0.0;
-    for (std::ptrdiff_t r = 0; r != end; r += n) d += earlier[r] * a[r];
-    factors_.R(k, j) = d / factors_.R(k, k);
-    if (d == 0) continue;
-    const double c = d / squaredNorm_[k];
-    for (std::ptrdiff_t r = 0; r != end; r += n) v[r] -= c * earlier[r];
+/// Q, which takes the place of V, and R, once so many columns are final.
+QrFactors GramSchmidt::Factors(int columns) {
+  const int n = A_.Cols();
+  for (int j = 1; j <= columns; ++j) squaredNorm_[j] = R_(j, j);
+  for (int r = 1; r <= V_.Rows(); ++r) {
+    double* const row = V_.Row(r);
+    DivideByEach(squaredNorm_.data() + 1, row, columns);
+    std::fill(row + columns, row + n, 0.0);
   }
+  return {columns == n, std::move(V_), std::move(R_)};
 }
 
 bool GramSchmidt::FinishBlock(int first, int last) {
-  if (first == last) return FinishColumn(first);
-  const int middle = (first + last) / 2;
+  const int columns = last - first + 1;
+  if (columns <= kFewColumns || A_.Cols() <= kSmallOrder) {
+    for (int j = first; j <= last; ++j) {
+      if (!FinishColumn(j, last)) return false;
+    }
+    return true;
+  }
+  const int middle = first + LeftHalf(columns) - 1;
   if (!FinishBlock(first, middle)) return false;
   Project(first, middle, middle + 1, last);
   return FinishBlock(middle + 1, last);
 }
 
-/// The norm of column j, which nothing is to be subtracted from any more. False where it is zero.
-bool GramSchmidt::FinishColumn(int j) {
-  double sum = 0.0;
-  for (int r = 1; r <= V_.Rows(); ++r) sum += V_(r, j) * V_(r, j);
-  squaredNorm_[j] = sum;
-  if (sum == 0) return false;
-  factors_.R(j, j) = std::sqrt(sum);
-  return true;
+/// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
+/// columns up to `last` on it. False where the norm is zero.
+bool GramSchmidt::FinishColumn(int j, int last) {
+  int from = j + 1;
+  for (; from + 3 <= last; from += 4) ProjectNext<4>(j, from);
+  switch (last - from) {
+    case 2:
+      ProjectNext<3>(j, from);
+      break;
+    case 1:
+      ProjectNext<2>(j, from);
+      break;
+    case 0:
+      ProjectNext<1>(j, from);
+      break;
+    default:
+      if (from == j + 1) ProjectNext<0>(j, from);
+  }
+  return squaredNorm_[j] != 0;
+}
+
+/// Projects the kCount columns from column `from` on on column j. The first time that takes the
+/// norm of column j as well.
+template <int kCount>
+void GramSchmidt::ProjectNext(int j, int from) {
+  const int n = V_.Cols();
+  double d[kCount + 1];
+  const double* const v = &V_(1, j);
+  NormAndDots<kCount>(v, A_.Row(1) + from - 2, n, V_.Rows(), d);
+  double* const r = &R_(j, from) - 1;
+  if (from == j + 1) squaredNorm_[j] = d[0];
+  if (d[0] == 0) return;
+  if (from == j + 1) r[0] = std::sqrt(d[0]);
+  const double norm = R_(j, j);
+  double c[kCount + 1];
+  bool hasZero = false;
+  for (int t = 1; t <= kCount; ++t) {
+    hasZero |= d[t] == 0;
+    c[t] = d[t] / d[0];
+    r[t] = d[t] / norm;
+  }
+  double* const w = &V_(1, from) - 1;
+  if (!hasZero) return SubtractMultiples<kCount>(v, w, n, V_.Rows(), c);
+  for (int t = 1; t <= kCount; ++t) {
+    if (d[t] != 0) SubtractMultiples<1>(v, w + t - 1, n, V_.Rows(), c + t - 1);
+  }
+}
+
+/// Projects column j of A on all columns before it.
+void GramSchmidt::ProjectColumn(int j) {
+  for (int k = 1; k < j; ++k) ProjectNext<1>(k, j);
 }
 
 /// Projects the columns from..to of A on the final columns first..last.
@@ -124,64 +165,62 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
   if (from > to) return;
   const int steps = last - first + 1;
   const int cols = to - from + 1;
+  const View D = Part(R_, first, from, steps, cols);
+  const View C = Part(coefficients_, 1, 1, steps, cols);
   AddProduct(Part(std::as_const(V_), 1, first, V_.Rows(), steps).Transposed(),
-             Part(A_, 1, from, A_.Rows(), cols), Part(factors_.R, first, from, steps, cols));
-  SubtractProjections(first, last, from, to);
-  for (int k = first; k <= last; ++k) DivideBy(factors_.R(k, k), &factors_.R(k, from), cols);
+             Part(A_, 1, from, A_.Rows(), cols), D);
+  bool hasZero = false;
+  for (int k = 0; k < steps; ++k) {
+    hasZero |= PlaceOf(0, &D(k, 0), cols) != cols;
+    std::copy_n(&D(k, 0), cols, &C(k, 0));
+    DivideBy(squaredNorm_[first + k], &C(k, 0), cols);
+  }
+  if (hasZero) {
+    SubtractSome(first, from, D, C);
+  } else {
+    SubtractProduct(Part(V_, 1, first, V_.Rows(), steps), C, Part(V_, 1, from, V_.Rows(), cols));
+  }
+  for (int k = 0; k < steps; ++k) DivideBy(R_(first + k, first + k), &D(k, 0), cols);
 }
 
-/// V(r,j) = V(r,j) - (d / squaredNorm(k))·V(r,k) with the dot products d that stand in R. Where a
-/// dot product is exactly zero the column is left as it is, which a subtraction of zeros would not
-/// always do: -0 could become 0.
-void GramSchmidt::SubtractProjections(int first, int last, int from, int to) {
-  const int steps = last - first + 1;
-  const int cols = to - from + 1;
-  const View D = Part(factors_.R, first, from, steps, cols);
-  const View C = Part(coefficients_, 1, 1, steps, cols);
-  hasZero_.resize(cols);
-  ProjectionCoefficients(D, &squaredNorm_[first], C, hasZero_);
-  for (int j = 0; j < cols;) {
-    if (hasZero_[j]) {
-      SubtractFromColumn(first, last, from + j, {&C(0, j), steps, 1, C.rowStride, 1});
+/// V(r,j) = V(r,j) - C(k,j)·V(r,k) wherever the dot product D(k,j) is not exactly zero. Where it
+/// is, the column is left as it is, which a subtraction of zeros would not always do: -0 could
+/// become 0.
+void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C) {
+  std::vector<char> hasZero(D.cols);
+  for (int k = 0; k < D.rows; ++k) {
+    for (int j = 0; j < D.cols; ++j) hasZero[j] |= D(k, j) == 0;
+  }
+  for (int j = 0; j < D.cols;) {
+    if (hasZero[j]) {
+      for (int k = 0; k < D.rows; ++k) {
+        const double* const v = &V_(1, first + k);
+        double* const w = &V_(1, from + j);
+        if (D(k, j) != 0) SubtractMultiples<1>(v, w - 1, V_.Cols(), V_.Rows(), &C(k, j) - 1);
+      }
       ++j;
       continue;
     }
     const int end =
-        static_cast<int>(std::find(hasZero_.begin() + j, hasZero_.end(), 1) - hasZero_.begin());
-    SubtractProduct(Part(V_, 1, first, V_.Rows(), steps),
-                    {&C(0, j), steps, end - j, C.rowStride, 1},
+        static_cast<int>(std::find(hasZero.begin() + j, hasZero.end(), 1) - hasZero.begin());
+    SubtractProduct(Part(V_, 1, first, V_.Rows(), D.rows),
+                    {&C(0, j), D.rows, end - j, C.rowStride, 1},
                     Part(V_, 1, from + j, V_.Rows(), end - j));
     j = end;
-  }
-}
-
-void GramSchmidt::SubtractFromColumn(int first, int last, int j, const View& C) {
-  for (int r = 1; r <= V_.Rows(); ++r) {
-    for (int k = first; k <= last; ++k) {
-      if (factors_.R(k, j) != 0) V_(r, j) -= C(k - first, 0) * V_(r, k);
-    }
-  }
-}
-
-void GramSchmidt::FillQ(int first, int last) {
-  for (int r = 1; r <= V_.Rows(); ++r) {
-    for (int j = first; j <= last; ++j) factors_.Q(r, j) = V_(r, j) / factors_.R(j, j);
   }
 }
 
 }  // namespace
 
 QrFactors FactorQr(const Matrix& A, Progress& progress) {
-  if (A.Cols() <= kFewColumns) return GramSchmidt(A).RunColumnByColumn(progress);
   std::fexcept_t faults;
   std::fegetexceptflag(&faults, FE_ALL_EXCEPT);
   QrFactors factors = GramSchmidt(A).RunInBlocks(progress);
   if (factors.factored) return factors;
-  // The blocks ran ahead of the column that failed. Neither what they left in R nor a fault of
+  // The projections ran ahead of the column that failed. Neither what they left in R nor a fault of
   // theirs belongs to the result.
   std::fesetexceptflag(&faults, FE_ALL_EXCEPT);
-  Progress unheard;
-  return GramSchmidt(A).RunColumnByColumn(unheard);
+  return GramSchmidt(A).RunColumnByColumn();
 }
 
 }  // namespace qmx

@@ -76,7 +76,7 @@ TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
   ExpectAtMost(2, "inverse", [&](Progress& p) { return Inverse(A, p); });
   ExpectAtMost(2, "adjoint by inverse", [&](Progress& p) { return AdjointByInverse(A, p); });
   ExpectAtMost(2, "LU", [&](Progress& p) { return FactorLu(A, true, p); });
-  ExpectAtMost(3, "QR", [&](Progress& p) { return FactorQr(A, p); });
+  ExpectAtMost(2, "QR", [&](Progress& p) { return FactorQr(A, p); });
   ExpectAtMost(1, "definiteness", [&](Progress& p) { return TestDefiniteness(A, p); });
   ExpectAtMost(1, "one-shot solution", [&](Progress& p) { return SolveOneShot(system, p); });
   ExpectAtMost(1, "least squares", [&](Progress& p) { return SolveLeastSquares(system, p); });

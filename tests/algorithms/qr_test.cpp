@@ -45,8 +45,9 @@ TEST(QrTest, HasThemInBlocksOnEveryInstructionSet) {
     testing::Dice& dice = cases.Randomness();
     testing::Comparison comparison("QR in blocks, instruction set " +
                                    std::to_string(static_cast<int>(set)));
-    for (const int n : {16, 17, 31, 40, 64, 100, 128, 129, 140}) {
-      for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+    for (const int n : {5, 9, 15, 16, 17, 18, 20, 31, 32, 33, 34, 40, 47, 64, 100, 129, 140, 390}) {
+      const int kinds = n < 200 ? 13 : 2;
+      for (int kind = 0; kind < kinds && !comparison.HasSeenEnough(); ++kind) {
         const Matrix A = cases.Next(n + (dice.Chance(0.5) ? 0 : dice.Integer(1, 40)), n);
         comparison.Compare([&] { return Of(FactorQr(A, unheard)); },
                            [&] { return Of(reference::FactorQr(testing::ToTable(A))); }, {},
