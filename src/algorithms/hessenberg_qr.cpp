@@ -51,7 +51,7 @@ class HessenbergStep {
   template <int kCount>
   void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to);
-  void Subtract(int first, int last, int from, const View& C);
+  void Subtract(int first, int last, int from, int to);
   void FillQ();
   void MultiplyFactors();
   void MultiplyRow(int i);
@@ -69,7 +69,6 @@ void HessenbergStep::RunInBlocks() {
   for (int i = 1; i <= n_; ++i) {
     const int from = std::max(1, i - 1);
     std::copy(M_.Row(i) + (from - 1), M_.Row(i) + n_, V_.Row(i) + (from - 1));
-    std::fill(R_.Row(i) + (i - 1), R_.Row(i) + n_, 0.0);
   }
   FinishColumns(1, n_);
   FillQ();
@@ -88,7 +87,7 @@ void HessenbergStep::RunColumnByColumn() {
 
 void HessenbergStep::FinishColumns(int first, int last) {
   const int columns = last - first + 1;
-  if (columns <= kFewColumns) {
+  if (columns <= kColumnsAtOnce) {
     for (int j = first; j <= last; ++j) FinishColumn(j, last);
     return;
   }
@@ -138,39 +137,42 @@ void HessenbergStep::ProjectNext(int j, int from) {
   SubtractMultiples<kCount>(&V_(1, j), &V_(1, from) - 1, V_.Cols(), Length(j), d);
 }
 
-/// Projects the columns from..to of M on the final columns first..last.
+/// Projects the columns from..to of M on the final columns first..last. The multiples of a column
+/// that vanished count as 0.
 void HessenbergStep::Project(int first, int last, int from, int to) {
   const int cols = to - from + 1;
   for (int top = first; top <= last; top += kTile) {
     const int bottom = std::min(top + kTile - 1, last);
     const int steps = bottom - top + 1;
-    AddProduct(ConstView(Part(V_, 1, top, bottom + 1, steps)).Transposed(),
+    SetProduct(ConstView(Part(V_, 1, top, bottom + 1, steps)).Transposed(),
                Part(M_, 1, from, bottom + 1, cols), Part(R_, top, from, steps, cols));
   }
-  const View C = Part(coefficients_, 1, 1, last - first + 1, cols);
   for (int k = first; k <= last; ++k) {
     double* const d = &R_(k, from);
-    double* const c = &C(k - first, 0);
+    double* const c = coefficients_.Row(k - first + 1);
     if (squaredNorm_[k] == 0) {
       std::fill_n(d, cols, 0.0);
       std::fill_n(c, cols, 0.0);
     } else {
-      TakeCoefficients(squaredNorm_[k], R_(k, k), d, c, cols);
+      std::copy_n(d, cols, c);
+      DivideBy(squaredNorm_[k], c, cols);
+      DivideBy(R_(k, k), d, cols);
     }
   }
-  Subtract(first, last, from, C);
+  Subtract(first, last, from, to);
 }
 
-/// V(i,j) = V(i,j) - C(k,j)·V(i,k) for the columns of C, which begin with column `from` of V.
-void HessenbergStep::Subtract(int first, int last, int from, const View& C) {
-  const int cols = C.cols;
-  SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, cols));
+/// V(i,j) = V(i,j) - C(k,j)·V(i,k) in the columns from..to. Row 1 of C belongs to column `first`.
+void HessenbergStep::Subtract(int first, int last, int from, int to) {
+  const int cols = to - from + 1;
+  const int all = last - first + 1;
+  SubtractProduct(Part(V_, 1, first, first + 1, all), Part(coefficients_, 1, 1, all, cols),
+                  Part(V_, 1, from, first + 1, cols));
   for (int top = first + 2; top <= last + 1; top += kTile) {
-    const int bottom = std::min(top + kTile - 1, last + 1);
+    const int rows = std::min(kTile, last + 2 - top);
     const int steps = last - top + 2;
-    const int rows = bottom - top + 1;
     SubtractProduct(Part(V_, top, top - 1, rows, steps),
-                    {&C(top - 1 - first, 0), steps, cols, C.rowStride, 1},
+                    Part(coefficients_, top - first, 1, steps, cols),
                     Part(V_, top, from, rows, cols));
   }
 }
@@ -193,9 +195,6 @@ void HessenbergStep::FillQ() {
 /// M := R·Q on and right of the subdiagonal. Row i of R begins with column i, row m of Q with
 /// column m - 1, row i of M with column i - 1; in front of these there are zeros.
 void HessenbergStep::MultiplyFactors() {
-  for (int i = 1; i <= n_; ++i) {
-    std::fill(M_.Row(i) + std::max(0, i - 2), M_.Row(i) + n_, 0.0);
-  }
   for (int first = 1; first <= n_; first += kTile) {
     MultiplyRows(first, std::min(first + kTile - 1, n_));
   }
@@ -214,7 +213,7 @@ void HessenbergStep::MultiplyRows(int first, int last) {
   for (int from = std::max(1, first - 1); from <= n_; from += kTile) {
     const int to = std::min(from + kTile - 1, n_);
     const int depth = std::min(to + 1, n_) - first + 1;
-    AddProduct(Part(R_, first, first, last - first + 1, depth),
+    SetProduct(Part(R_, first, first, last - first + 1, depth),
                Part(std::as_const(V_), first, from, depth, to - from + 1),
                Part(M_, first, from, last - first + 1, to - from + 1));
   }

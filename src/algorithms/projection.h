@@ -2,8 +2,6 @@
 
 #include <cstddef>
 
-#include "algorithms/ordered_product.h"
-
 // What the two Gram-Schmidt processes share. A block of columns is made final from two halves, all
 // projections on the left half going over the right half at once; blocks of few columns are done
 // column by column, several later columns together.
@@ -11,13 +9,13 @@
 namespace qmx {
 
 /// Up to so many columns are made orthogonal one by one.
-inline constexpr int kFewColumns = 4;
+inline constexpr int kColumnsAtOnce = 4;
 
-/// How many of more than kFewColumns columns make up the left half of a block: half of them,
+/// How many of more than kColumnsAtOnce columns make up the left half of a block: half of them,
 /// rounded to tiles of the kernel, or to fours at least.
 inline int LeftHalf(int columns) {
   constexpr int kTile = 16;
-  const int step = columns > 2 * kTile ? kTile : kFewColumns;
+  const int step = columns > 2 * kTile ? kTile : kColumnsAtOnce;
   return (columns / 2 + step / 2) / step * step;
 }
 
@@ -48,9 +46,5 @@ inline void SubtractMultiples(const double* v, double* w, std::ptrdiff_t stride,
     for (int t = 1; t <= kCount; ++t) w[t] -= c[t] * x;
   }
 }
-
-/// From the dot products d of later columns with a column: their multiples c = d / squaredNorm, and
-/// in the place of d the elements of R, d / norm.
-void TakeCoefficients(double squaredNorm, double norm, double* d, double* c, int count);
 
 }  // namespace qmx

@@ -95,7 +95,7 @@ QrFactors GramSchmidt::Factors(int columns) {
 
 bool GramSchmidt::FinishBlock(int first, int last) {
   const int columns = last - first + 1;
-  if (columns <= kFewColumns || A_.Cols() <= kSmallOrder) {
+  if (columns <= kColumnsAtOnce || A_.Cols() <= kSmallOrder) {
     for (int j = first; j <= last; ++j) {
       if (!FinishColumn(j, last)) return false;
     }
@@ -167,7 +167,7 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
   const int cols = to - from + 1;
   const View D = Part(R_, first, from, steps, cols);
   const View C = Part(coefficients_, 1, 1, steps, cols);
-  AddProduct(Part(std::as_const(V_), 1, first, V_.Rows(), steps).Transposed(),
+  SetProduct(Part(std::as_const(V_), 1, first, V_.Rows(), steps).Transposed(),
              Part(A_, 1, from, A_.Rows(), cols), D);
   bool hasZero = false;
   for (int k = 0; k < steps; ++k) {
