@@ -1,5 +1,7 @@
 #include "algorithms/inverse.h"
 
+#include <algorithm>
+#include <array>
 #include <vector>
 
 #include "algorithms/elimination.h"
@@ -11,24 +13,32 @@ namespace {
 // Up to here it takes longer to turn the order round than it saves.
 constexpr int kSmallOrder = 32;
 
-/// The columns of an exchanged matrix in the order of the rows that it started with.
-Matrix Unscramble(const Matrix& W, const std::vector<int>& order) {
+/// Puts the columns of a small exchanged matrix in the order of the rows that it started with.
+void UnscrambleSmall(Matrix& W, const std::vector<int>& order) {
   const int n = W.Rows();
-  Matrix result = Matrix::Unset(n, n);
+  std::array<double, kSmallOrder> scrambled;
+  for (int i = 1; i <= n; ++i) {
+    double* const row = W.Row(i);
+    std::copy_n(row, n, scrambled.data());
+    for (int j = 0; j < n; ++j) row[order[j] - 1] = scrambled[j];
+  }
+}
+
+/// The same for one of any order. Reads here and there are quicker than writes.
+void Unscramble(Matrix& W, const std::vector<int>& order) {
+  const int n = W.Rows();
   if (n <= kSmallOrder) {
-    for (int i = 1; i <= n; ++i) {
-      for (int j = 1; j <= n; ++j) result(i, order[j - 1]) = W(i, j);
-    }
-    return result;
+    UnscrambleSmall(W, order);
+    return;
   }
   std::vector<int> placeOf(n);  // Counted from 0.
   for (int j = 0; j < n; ++j) placeOf[order[j] - 1] = j;
+  std::vector<double> scrambled(n);
   for (int i = 1; i <= n; ++i) {
-    const double* const from = W.Row(i);
-    double* const to = result.Row(i);
-    for (int j = 0; j < n; ++j) to[j] = from[placeOf[j]];
+    double* const row = W.Row(i);
+    std::copy_n(row, n, scrambled.data());
+    for (int j = 0; j < n; ++j) row[j] = scrambled[placeOf[j]];
   }
-  return result;
 }
 
 }  // namespace
@@ -37,7 +47,8 @@ std::optional<Matrix> Inverse(Matrix W, Progress& progress) {
   const int n = W.Rows();
   const JordanExchange done = ExchangeAllColumns(W, EqualPivots::kFirstNumber, progress);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
-  return Unscramble(W, done.order);
+  Unscramble(W, done.order);
+  return W;
 }
 
 std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress) {
@@ -48,7 +59,8 @@ std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress) {
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
   const double sign = AlternatingSign(done.exchanges);
   for (std::size_t k = 0; k < W.Size(); ++k) W.Data()[k] = sign * (det * W.Data()[k]);
-  return Unscramble(W, done.order);
+  Unscramble(W, done.order);
+  return W;
 }
 
 }  // namespace qmx

@@ -1,7 +1,6 @@
 #include "algorithms/lu.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "algorithms/elimination.h"
 #include "base/number_text.h"
@@ -11,11 +10,14 @@ namespace {
 
 /// Moves the multipliers from below the diagonal of U into a unit lower triangular L.
 Matrix SplitOffMultipliers(Matrix& U) {
-  Matrix L(U.Rows(), U.Rows());
+  Matrix L = Matrix::Unset(U.Rows(), U.Rows());
   for (int r = 1; r <= U.Rows(); ++r) {
-    L(r, r) = 1.0;
+    double* const row = L.Row(r);
     const int multipliers = std::min(r - 1, U.Cols());
-    for (int c = 1; c <= multipliers; ++c) L(r, c) = std::exchange(U(r, c), 0.0);
+    std::copy_n(U.Row(r), multipliers, row);
+    std::fill_n(U.Row(r), multipliers, 0.0);
+    std::fill(row + multipliers, row + L.Cols(), 0.0);
+    row[r - 1] = 1.0;
   }
   return L;
 }
