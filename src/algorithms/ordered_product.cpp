@@ -114,35 +114,9 @@ void PackB(const ProductJob& job, int tileCols, double* out) {
   }
 }
 
-/// A tile and what of C it works on comes next: asks for these rows of C.
-void FetchRows(const double* c, std::ptrdiff_t cRow, int rows) {
-  for (int k = 0; k < rows; ++k) __builtin_prefetch(c + k * cRow, 1);
-}
-
-/// A block of C from packed operands.
-void RunBlock(const Kernels& kernels, Run run, const ProductJob& block, const double* packedA,
-              const double* packedB) {
-  ProductJob tile = block;
-  tile.b = packedB;
-  tile.aRow = 1;
-  for (int j = 0; j < block.cols; j += kernels.tileCols) {
-    tile.bRow = tile.cols = std::min(kernels.tileCols, block.cols - j);
-    tile.a = packedA;
-    for (int i = 0; i < block.rows; i += kernels.tileRows) {
-      tile.aCol = tile.rows = std::min(kernels.tileRows, block.rows - i);
-      tile.c = block.c + i * block.cRow + j;
-      const int below = block.rows - i - tile.rows;
-      FetchRows(tile.c + tile.rows * block.cRow, block.cRow, std::min(kernels.tileRows, below));
-      run(tile);
-      tile.a += static_cast<std::ptrdiff_t>(tile.rows) * tile.depth;
-    }
-    tile.b += static_cast<std::ptrdiff_t>(tile.cols) * tile.depth;
-  }
-}
-
 /// Blocks of the products in increasing order, for each of them blocks of columns, and for each of
 /// these blocks of rows.
-void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
+void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
   alignas(64) static double packedA[kBlockRows * kDepth];
   alignas(64) static double packedB[kDepth * kBlockCols];
   const int depth = EvenPart(job.depth, kDepth, 1);
@@ -156,23 +130,25 @@ void RunPacked(const Kernels& kernels, Run run, const ProductJob& job) {
       block.cols = std::min(cols, job.cols - j);
       block.b = job.b + k * job.bRow + j;
       PackB(block, kernels.tileCols, packedB);
+      block.b = packedB;
       for (int i = 0; i < job.rows; i += rows) {
         block.rows = std::min(rows, job.rows - i);
         block.a = job.a + i * job.aRow + k * job.aCol;
         block.c = job.c + i * job.cRow + j;
         PackA(kernels, block, packedA);
-        RunBlock(kernels, run, block, packedA, packedB);
+        block.a = packedA;
+        runBlock(block);
       }
     }
   }
 }
 
-void RunSized(const Kernels& kernels, Run run, const ConstView& A, const ConstView& B,
-              const View& C, bool fromZero) {
+void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A,
+              const ConstView& B, const View& C, bool fromZero) {
   const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
   if (std::min(job.rows, job.cols) >= kPackFrom && job.depth > 0) {
-    RunPacked(kernels, run, job);
+    RunPacked(kernels, runPacked, job);
   } else {
     run(job);
   }
@@ -197,7 +173,7 @@ void AddProduct(ConstView A, ConstView B, View C) {
   if (IsTiny(A, C)) {
     RunTiny(A, B, C, std::plus<>(), false);
   } else {
-    RunSized(*Current(), Current()->add, A, B, C, false);
+    RunSized(*Current(), Current()->add, Current()->addPacked, A, B, C, false);
   }
 }
 
@@ -206,7 +182,7 @@ void SetProduct(ConstView A, ConstView B, View C) {
   if (IsTiny(A, C)) {
     RunTiny(A, B, C, std::plus<>(), true);
   } else {
-    RunSized(*Current(), Current()->add, A, B, C, true);
+    RunSized(*Current(), Current()->add, Current()->addPacked, A, B, C, true);
   }
 }
 
@@ -215,7 +191,7 @@ void SubtractProduct(ConstView A, ConstView B, View C) {
   if (IsTiny(A, C)) {
     RunTiny(A, B, C, std::minus<>(), false);
   } else {
-    RunSized(*Current(), Current()->subtract, A, B, C, false);
+    RunSized(*Current(), Current()->subtract, Current()->subtractPacked, A, B, C, false);
   }
 }
 

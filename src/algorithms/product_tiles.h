@@ -78,6 +78,10 @@ struct Kernels {
   int tileCols;  ///< Columns of the largest tile.
   void (*add)(const ProductJob& job);
   void (*subtract)(const ProductJob& job);
+  /// The same with A in packed panels of the tile height, column by column, and B in packed panels
+  /// of the tile width, row by row. The last panels may be smaller. No strides of A and B.
+  void (*addPacked)(const ProductJob& block);
+  void (*subtractPacked)(const ProductJob& block);
   /// In each row f = row[0] / pivot[0] takes the place of row[0], and row[j] = row[j] - f·pivot[j].
   void (*eliminate)(const EliminationStep& step);
   /// x[k] = x[k] / divisor for all of them.

@@ -16,6 +16,11 @@ void Run(const ProductJob& job) {
   });
 }
 
+template <class Sign>
+void RunPacked(const ProductJob& block) {
+  PackedBlock<Sign, 6, 2, Lanes4>(block, Run<Sign>);
+}
+
 template <bool kExchange>
 void TakePivotRowSteps(const PivotRowsJob& job) {
   int col = PivotRowStrips<kExchange, 1, Lanes4>(job, 0);
@@ -29,6 +34,8 @@ const Kernels kAvx2Kernels{.tileRows = 6,
                            .tileCols = 8,
                            .add = Run<Plus>,
                            .subtract = Run<Minus>,
+                           .addPacked = RunPacked<Plus>,
+                           .subtractPacked = RunPacked<Minus>,
                            .eliminate = Eliminate<Lanes4, Lanes1, Lanes2>,
                            .divide = Divide<Lanes4>,
                            .divideByEach = DivideByEach<Lanes4>,

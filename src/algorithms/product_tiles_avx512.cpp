@@ -36,6 +36,11 @@ void Run(const ProductJob& job) {
   });
 }
 
+template <class Sign>
+void RunPacked(const ProductJob& block) {
+  PackedBlock<Sign, 16, 1, Lanes8>(block, Run<Sign>);
+}
+
 template <bool kExchange>
 void TakePivotRowSteps(const PivotRowsJob& job) {
   int col = PivotRowStrips<kExchange, 2, Lanes8>(job, 0);
@@ -93,6 +98,8 @@ const Kernels kAvx512Kernels{.tileRows = 16,
                              .tileCols = 8,
                              .add = Run<Plus>,
                              .subtract = Run<Minus>,
+                             .addPacked = RunPacked<Plus>,
+                             .subtractPacked = RunPacked<Minus>,
                              .eliminate = Eliminate<Lanes8, Lanes1, Lanes2, Lanes4>,
                              .divide = Divide<Lanes8>,
                              .divideByEach = DivideByEach<Lanes8>,

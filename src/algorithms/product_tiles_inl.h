@@ -280,5 +280,41 @@ inline void Panels(const ProductJob& job, const RunPanel& run) {
   }
 }
 
+/// A block of C from packed operands: panels of R rows of A, in each of them column by column, and
+/// panels of V vectors of columns of B, in each of them row by row; the last ones may be smaller.
+template <class Sign, int R, int V, class Lanes, class RunEdge>
+inline void PackedBlock(const ProductJob& block, const RunEdge& runEdge) {
+  constexpr int kCols = V * Lanes::kWidth;
+  ProductJob tile = block;
+  tile.aRow = 1;
+  tile.aCol = R;
+  tile.bRow = kCols;
+  const auto edge = [&](const double* a, const double* b, double* c, int rows, int cols) {
+    runEdge(
+        ProductJob{a, b, c, rows, cols, block.depth, 1, rows, cols, block.cRow, block.fromZero});
+  };
+  const double* b = block.b;
+  for (int j = 0; j < block.cols;
+       j += kCols, b += kCols * static_cast<std::ptrdiff_t>(block.depth)) {
+    const int cols = block.cols - j < kCols ? block.cols - j : kCols;
+    const double* a = block.a;
+    double* c = block.c + j;
+    int left = block.rows;
+    for (; left > 0; left -= R) {
+      const int rows = left < R ? left : R;
+      double* const next = c + rows * block.cRow;
+      // The rows of C that come next.
+      for (int k = 0; k < R && k < left - rows; ++k) __builtin_prefetch(next + k * block.cRow, 1);
+      if (rows == R && cols == kCols) {
+        Tile<Sign, R, V, Lanes>(tile, a, b, c, Lanes());
+      } else {
+        edge(a, b, c, rows, cols);
+      }
+      a += rows * static_cast<std::ptrdiff_t>(block.depth);
+      c = next;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace qmx

@@ -11,6 +11,11 @@ void Run(const ProductJob& job) {
   });
 }
 
+template <class Sign>
+void RunPacked(const ProductJob& block) {
+  PackedBlock<Sign, 4, 4, Lanes1>(block, Run<Sign>);
+}
+
 template <bool kExchange>
 void TakePivotRowSteps(const PivotRowsJob& job) {
   const int col = PivotRowStrips<kExchange, 2, Lanes1>(job, 0);
@@ -23,6 +28,8 @@ const Kernels kPlainKernels{.tileRows = 4,
                             .tileCols = 4,
                             .add = Run<Plus>,
                             .subtract = Run<Minus>,
+                            .addPacked = RunPacked<Plus>,
+                            .subtractPacked = RunPacked<Minus>,
                             .eliminate = Eliminate<Lanes1>,
                             .divide = Divide<Lanes1>,
                             .divideByEach = DivideByEach<Lanes1>,

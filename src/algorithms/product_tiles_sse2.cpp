@@ -12,6 +12,11 @@ void Run(const ProductJob& job) {
   });
 }
 
+template <class Sign>
+void RunPacked(const ProductJob& block) {
+  PackedBlock<Sign, 4, 2, Lanes2>(block, Run<Sign>);
+}
+
 template <bool kExchange>
 void TakePivotRowSteps(const PivotRowsJob& job) {
   const int col = PivotRowStrips<kExchange, 1, Lanes2>(job, 0);
@@ -24,6 +29,8 @@ const Kernels kSse2Kernels{.tileRows = 4,
                            .tileCols = 4,
                            .add = Run<Plus>,
                            .subtract = Run<Minus>,
+                           .addPacked = RunPacked<Plus>,
+                           .subtractPacked = RunPacked<Minus>,
                            .eliminate = Eliminate<Lanes2, Lanes1>,
                            .divide = Divide<Lanes2>,
                            .divideByEach = DivideByEach<Lanes2>,
