@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "algorithms/ordered_product.h"
@@ -17,11 +18,15 @@ bool IsReduced(const Matrix& M, int k) {
   return true;
 }
 
+// So many columns of H·M, or rows of M·H, are formed at a time.
+constexpr int kStrip = 256;
+
 /// What all reflections of one matrix work with.
 struct Reflection {
-  explicit Reflection(int order) : H(order, order), W(order, order), u(order + 1) {}
-  Matrix H;  ///< The reflector.
-  Matrix W;  ///< H·M.
+  explicit Reflection(int order)
+      : H(order, order), strip(std::min(order, kStrip), order), u(order + 1) {}
+  Matrix H;      ///< The reflector.
+  Matrix strip;  ///< Of a product.
   std::vector<double> u;
 };
 
@@ -43,30 +48,40 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
   }
 }
 
-/// W := H·M, of which column k is formed only down to its subdiagonal element, the others being
+/// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
+void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
+  const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
+  SetProduct(A, B, product);
+  for (int i = 0; i < to.rows; ++i) std::copy_n(&product(i, 0), to.cols, &to(i, 0));
+}
+
+/// M := H·M, of which column k is formed only down to its subdiagonal element, the others being
 /// zero. The columns before it are left out.
-void ReflectRows(const Matrix& M, int k, Reflection& work) {
+void ReflectRows(int k, Reflection& work, Matrix& M) {
   const int n = M.Rows();
   const int rest = n - k;
   const Matrix& H = work.H;
-  Matrix& W = work.W;
-  for (int i = 1; i <= k; ++i) std::copy(M.Row(i) + (k - 1), M.Row(i) + n, W.Row(i) + (k - 1));
-  for (int i = k + 1; i <= n; ++i) std::fill(W.Row(i) + (k - 1), W.Row(i) + n, 0.0);
-  for (int m = k + 1; m <= n; ++m) W(k + 1, k) += M(m, k) * H(k + 1, m);
-  AddProduct(Part(H, k + 1, k + 1, rest, rest), Part(M, k + 1, k + 1, rest, rest),
-             Part(W, k + 1, k + 1, rest, rest));
+  double subdiagonal = 0.0;
+  for (int m = k + 1; m <= n; ++m) {
+    subdiagonal += M(m, k) * H(k + 1, m);
+    M(m, k) = 0.0;
+  }
+  M(k + 1, k) = subdiagonal;
+  for (int from = k + 1; from <= n; from += kStrip) {
+    const View columns = Part(M, k + 1, from, rest, std::min(kStrip, n + 1 - from));
+    FormInPlace(Part(H, k + 1, k + 1, rest, rest), columns, work, columns);
+  }
 }
 
-/// M := W·H in the columns from k + 1 on; column k is that of W.
-void ReflectColumns(const Reflection& work, int k, Matrix& M) {
+/// M := M·H in the columns from k + 1 on; the others stay as they are.
+void ReflectColumns(int k, Reflection& work, Matrix& M) {
   const int n = M.Rows();
   const int rest = n - k;
-  for (int i = 1; i <= n; ++i) {
-    M(i, k) = work.W(i, k);
-    std::fill(M.Row(i) + k, M.Row(i) + n, 0.0);
+  const ConstView H = Part(std::as_const(work.H), k + 1, k + 1, rest, rest);
+  for (int from = 1; from <= n; from += kStrip) {
+    const View rows = Part(M, from, k + 1, std::min(kStrip, n + 1 - from), rest);
+    FormInPlace(rows, H, work, rows);
   }
-  AddProduct(Part(work.W, 1, k + 1, n, rest), Part(work.H, k + 1, k + 1, rest, rest),
-             Part(M, 1, k + 1, n, rest));
 }
 
 }  // namespace
@@ -77,8 +92,8 @@ void ReduceToHessenberg(Matrix& M) {
   for (int k = 1; k <= M.Rows() - 2; ++k) {
     if (IsReduced(M, k)) continue;
     FormReflector(M, k, work);
-    ReflectRows(M, k, work);
-    ReflectColumns(work, k, M);
+    ReflectRows(k, work, M);
+    ReflectColumns(k, work, M);
     CheckArithmetic();
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <vector>
 
 #include "algorithms/projection.h"
@@ -19,13 +20,15 @@ void ReduceToHessenberg(Matrix& M);
 struct HessenbergQr {
   /// Up to here blocks take longer than they save.
   static constexpr int kSmallOrder = 15;
+  /// At most so many columns are projected at a time.
+  static constexpr int kStrip = 256;
 
   explicit HessenbergQr(int order) : V(order, order), R(order, order), squaredNorm(order + 1) {
-    if (order > kSmallOrder) C = Matrix(LargestHalf(order), LargestHalf(order));
+    if (order > kSmallOrder) C = Matrix(LargestHalf(order), std::min(LargestHalf(order), kStrip));
   }
   Matrix V;  ///< Orthogonal columns, in the end divided by their norms.
   Matrix R;  ///< Upper triangular.
-  Matrix C;  ///< Projections divided by squared norms.
+  Matrix C;  ///< Projections divided by squared norms, a strip of them.
   std::vector<double> squaredNorm;
 };
 

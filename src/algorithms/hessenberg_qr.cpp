@@ -93,7 +93,9 @@ void HessenbergStep::FinishColumns(int first, int last) {
   }
   const int middle = first + LeftHalf(columns) - 1;
   FinishColumns(first, middle);
-  Project(first, middle, middle + 1, last);
+  for (int from = middle + 1; from <= last; from += HessenbergQr::kStrip) {
+    Project(first, middle, from, std::min(from + HessenbergQr::kStrip - 1, last));
+  }
   FinishColumns(middle + 1, last);
 }
 

@@ -103,6 +103,23 @@ TEST(EigenvaluesTest, HasThemInBlocksOnEveryInstructionSet) {
   });
 }
 
+TEST(EigenvaluesTest, HasThemInStripsOfLargeMatrices) {
+  testing::Dice dice(913);
+  testing::Comparison comparison("eigenvalues in strips");
+  const EigenParameters once{5e-4, 1, 0.1, 0.001};
+  const auto hessenberg = [&dice](int n) {
+    Matrix A = testing::RealMatrix(dice, n, n);
+    for (int i = 3; i <= n; ++i) std::fill_n(A.Row(i), i - 2, 0.0);
+    return A;
+  };
+  CompareRuns(comparison, hessenberg(540), once, 0);
+  // Three columns to reduce; with more of them the plain loop would take minutes.
+  Matrix A = hessenberg(300);
+  A(3, 1) = 1;
+  A(6, 5) = 0;
+  CompareRuns(comparison, A, once, 0);
+}
+
 TEST(EigenvaluesTest, OrderTwoNeedsNoReduction) {
   const EigenvalueRun run = Find(Rows({{2, 1}, {1, 2}}), kDefaults);
   ASSERT_EQ(run.count, 2);

@@ -6,14 +6,17 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 #include "algorithms/definiteness.h"
 #include "algorithms/determinant.h"
+#include "algorithms/eigenvalues.h"
 #include "algorithms/elementary.h"
 #include "algorithms/inverse.h"
 #include "algorithms/linear_system.h"
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
+#include "base/arithmetic.h"
 #include "support/core_cases.h"
 
 // Only the allocator of the C library tells what is in use, and a sanitizer puts its own in its
@@ -80,6 +83,18 @@ TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
   ExpectAtMost(1, "definiteness", [&](Progress& p) { return TestDefiniteness(A, p); });
   ExpectAtMost(1, "one-shot solution", [&](Progress& p) { return SolveOneShot(system, p); });
   ExpectAtMost(1, "least squares", [&](Progress& p) { return SolveLeastSquares(system, p); });
+}
+
+TEST(MemoryTest, TheEigenvaluesHoldThreeMatrices) {
+  testing::Dice dice(1303);
+  constexpr std::size_t kSmaller = 200;
+  constexpr std::size_t kHalf = kSmaller / 2;
+  const Matrix A = testing::RealMatrix(dice, kSmaller, kSmaller);
+  ExpectAtMost(3, kHalf, kSmaller, "eigenvalues", [&](Progress& p) {
+    std::int32_t shiftIndex = 0;
+    ClearArithmeticFaults();
+    return FindEigenvalues(A, {0.0005, 3, 0.1, 0.001}, shiftIndex, p);
+  });
 }
 
 TEST(MemoryTest, TheAdjointByCofactorsHoldsItsResultOneBranchAndOneMinor) {
