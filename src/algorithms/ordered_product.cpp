@@ -143,12 +143,34 @@ void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
   }
 }
 
+/// Rows that lie a multiple of this apart compete for the same places of the first cache, of which
+/// there are fewer than a tile has rows.
+constexpr std::ptrdiff_t kCompetingStride = 512;
+
+/// Copies panels of A before they are used, for rows that compete with each other.
+void RunByPackedPanels(const Kernels& kernels, Run run, const ProductJob& job) {
+  alignas(64) static double packed[16 * kDepth];
+  ProductJob panel = job;
+  panel.a = packed;
+  panel.aRow = 1;
+  for (int i = 0; i < job.rows; i += kernels.tileRows) {
+    panel.rows = std::min(kernels.tileRows, job.rows - i);
+    panel.aCol = panel.rows;
+    panel.c = job.c + i * job.cRow;
+    kernels.transpose({job.a + i * job.aRow, job.aRow, panel.rows, job.depth, packed, panel.rows});
+    run(panel);
+  }
+}
+
 void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A,
               const ConstView& B, const View& C, bool fromZero) {
   const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
   if (std::min(job.rows, job.cols) >= kPackFrom && job.depth > 0) {
     RunPacked(kernels, runPacked, job);
+  } else if (job.aRow % kCompetingStride == 0 && job.rows > kernels.tileRows / 2 &&
+             job.depth <= kDepth) {
+    RunByPackedPanels(kernels, run, job);
   } else {
     run(job);
   }

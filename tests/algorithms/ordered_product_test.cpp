@@ -35,13 +35,14 @@ struct Shape {
   int rows;
   int cols;
   int depth;
+  int widthOfA = 0;  ///< Of the matrix that A is a part of, where it matters.
 };
 
 /// Operands that lie inside larger matrices, so that a step over an edge is seen.
 struct Operands {
   Operands(testing::CaseSource& cases, const Shape& shape, bool transposed)
       : A(cases.Next((transposed ? shape.depth : shape.rows) + 2,
-                     (transposed ? shape.rows : shape.depth) + 3)),
+                     std::max((transposed ? shape.rows : shape.depth) + 3, shape.widthOfA))),
         B(cases.Next(shape.depth + 2, shape.cols + 3)),
         C(cases.Next(shape.rows + 2, shape.cols + 3)) {
     if (transposed) {
@@ -60,7 +61,7 @@ struct Operands {
 
 void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape) {
   testing::Dice& dice = cases.Randomness();
-  const bool transposed = dice.Chance(0.3);
+  const bool transposed = shape.widthOfA == 0 && dice.Chance(0.3);
   constexpr std::array kRoutines{AddProduct, SubtractProduct, SetProduct};
   const int form = dice.Integer(0, 2);
   const Operands operands(cases, shape, transposed);
@@ -114,6 +115,21 @@ TEST(OrderedProductTest, BlockEdgesHaveTheBitsOfThePlainLoopOnEveryInstructionSe
       CompareShape(comparison, cases, {160, 1024 + dice.Integer(-1, 1), dice.Integer(1, 40)});
       CompareShape(comparison, cases, {dice.Integer(1, 20), edge(), edge()});
       CompareShape(comparison, cases, {edge(), dice.Integer(1, 20), edge()});
+    }
+  });
+}
+
+TEST(OrderedProductTest, RowsThatCompeteInTheCacheHaveTheBitsOfThePlainLoop) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1204, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("ordered product, competing rows, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int rows : {3, 8, 9, 16, 17, 40}) {
+      for (const int cols : {1, 8, 19}) {
+        for (const int depth : {1, 7, 8, 129}) {
+          CompareShape(comparison, cases, {rows, cols, depth, 512});
+        }
+      }
     }
   });
 }
