@@ -16,20 +16,19 @@ namespace qmx {
 void ReduceToHessenberg(Matrix& M);
 
 /// What one QR step works with; the contents mean nothing between steps, but what lies below the
-/// subdiagonal of V and below the diagonal of R stays 0.
+/// subdiagonal of V stays 0.
 struct HessenbergQr {
   /// Up to here blocks take longer than they save.
   static constexpr int kSmallOrder = 15;
   /// At most so many columns are projected at a time.
   static constexpr int kStrip = 256;
 
-  explicit HessenbergQr(int order) : V(order, order), R(order, order), squaredNorm(order + 1) {
+  explicit HessenbergQr(int order) : V(order, order), norms(2 * (order + 1)) {
     if (order > kSmallOrder) C = Matrix(LargestHalf(order), std::min(LargestHalf(order), kStrip));
   }
-  Matrix V;  ///< Orthogonal columns, in the end divided by their norms.
-  Matrix R;  ///< Upper triangular.
-  Matrix C;  ///< Projections divided by squared norms, a strip of them.
-  std::vector<double> squaredNorm;
+  Matrix V;                   ///< Orthogonal columns, in the end divided by their norms.
+  Matrix C;                   ///< Projections divided by squared norms, a strip of them.
+  std::vector<double> norms;  ///< Of the columns, squared and as they are.
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical

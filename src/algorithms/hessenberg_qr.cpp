@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 #include "algorithms/hessenberg.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/product_tiles.h"
 #include "algorithms/projection.h"
 
 // Gram-Schmidt on a Hessenberg matrix goes like that on a full one: once the left half of a block
@@ -23,6 +23,9 @@
 // part makes no difference to a sum that started at 0. To an element of V it can, where that is a
 // zero itself: its sign. But V, or Q after it, ends in no other place than as a factor in such
 // sums.
+//
+// No column of M is needed any more once that of V is final. Row k of R therefore takes the place
+// of column k of M from the diagonal down, and goes out of the way of R·Q a strip at a time.
 
 namespace qmx {
 namespace {
@@ -35,10 +38,10 @@ class HessenbergStep {
   HessenbergStep(Matrix& M, int n, HessenbergQr& work)
       : M_(M),
         V_(work.V),
-        R_(work.R),
         coefficients_(work.C),
         n_(n),
-        squaredNorm_(work.squaredNorm) {}
+        squaredNorm_(work.norms.data()),
+        norm_(squaredNorm_ + n + 1) {}
 
   void RunInBlocks();
   void RunColumnByColumn();
@@ -48,21 +51,22 @@ class HessenbergStep {
 
   void FinishColumns(int first, int last);
   void FinishColumn(int j, int last);
+  void TakeNorm(int j, double squared);
   template <int kCount>
   void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to);
   void Subtract(int first, int last, int from, int to);
   void FillQ();
-  void MultiplyFactors();
+  ConstView TakeRowsOfR(int first, int rows);
+  void MultiplyRows(int first, int rows);
   void MultiplyRow(int i);
-  void MultiplyRows(int first, int last);
 
   Matrix& M_;
   Matrix& V_;
-  Matrix& R_;
   Matrix& coefficients_;
   const int n_;
-  std::vector<double>& squaredNorm_;
+  double* const squaredNorm_;  ///< Like the norms numbered from 1.
+  double* const norm_;
 };
 
 void HessenbergStep::RunInBlocks() {
@@ -72,7 +76,7 @@ void HessenbergStep::RunInBlocks() {
   }
   FinishColumns(1, n_);
   FillQ();
-  MultiplyFactors();
+  for (int i = 1; i <= n_; i += kTile) MultiplyRows(i, std::min(kTile, n_ + 1 - i));
 }
 
 /// Without the kernel and what it needs.
@@ -116,51 +120,50 @@ void HessenbergStep::FinishColumn(int j, int last) {
   }
 }
 
+/// The norm of column j. A column whose norm is 0 counts as 0 altogether; the norm of 1 that it
+/// gets lets everything that is divided by it be 0 as well.
+void HessenbergStep::TakeNorm(int j, double squared) {
+  squaredNorm_[j] = squared;
+  norm_[j] = M_(j, j) = std::sqrt(squared);
+  if (squared != 0) return;
+  squaredNorm_[j] = norm_[j] = 1;
+  for (int i = 1; i <= Length(j); ++i) V_(i, j) = 0;
+}
+
 /// Projects the kCount columns from column `from` on on column j. The first time that takes the
 /// norm of column j as well.
 template <int kCount>
 void HessenbergStep::ProjectNext(int j, int from) {
+  const int n = V_.Cols();
   double d[kCount + 1];
-  NormAndDots<kCount>(&V_(1, j), &M_(1, from) - 1, V_.Cols(), Length(j), d);
-  double* const r = &R_(j, from) - 1;
-  if (from == j + 1) {
-    squaredNorm_[j] = d[0];
-    r[0] = std::sqrt(d[0]);
-  }
-  if (d[0] == 0) {
-    std::fill_n(r + 1, kCount, 0.0);
-    return;
-  }
-  const double norm = R_(j, j);
+  NormAndDots<kCount>(&V_(1, j), &M_(1, from) - 1, n, Length(j), d);
+  if (from == j + 1) TakeNorm(j, d[0]);
+  if (d[0] == 0) std::fill_n(d + 1, kCount, 0.0);
+  double* r = &M_(j, j) + (from - 1 - j) * static_cast<std::ptrdiff_t>(n);
   for (int t = 1; t <= kCount; ++t) {
-    r[t] = d[t] / norm;
-    d[t] /= d[0];
+    r += n;
+    *r = d[t] / norm_[j];
+    d[t] /= squaredNorm_[j];
   }
-  SubtractMultiples<kCount>(&V_(1, j), &V_(1, from) - 1, V_.Cols(), Length(j), d);
+  SubtractMultiples<kCount>(&V_(1, j), &V_(1, from) - 1, n, Length(j), d);
 }
 
-/// Projects the columns from..to of M on the final columns first..last. The multiples of a column
-/// that vanished count as 0.
+/// Projects the columns from..to of M on the final columns first..last.
 void HessenbergStep::Project(int first, int last, int from, int to) {
   const int cols = to - from + 1;
+  const int all = last - first + 1;
   for (int top = first; top <= last; top += kTile) {
     const int bottom = std::min(top + kTile - 1, last);
     const int steps = bottom - top + 1;
-    SetProduct(ConstView(Part(V_, 1, top, bottom + 1, steps)).Transposed(),
-               Part(M_, 1, from, bottom + 1, cols), Part(R_, top, from, steps, cols));
+    SetProduct(Part(std::as_const(M_), 1, from, bottom + 1, cols).Transposed(),
+               Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps));
   }
-  for (int k = first; k <= last; ++k) {
-    double* const d = &R_(k, from);
-    double* const c = coefficients_.Row(k - first + 1);
-    if (squaredNorm_[k] == 0) {
-      std::fill_n(d, cols, 0.0);
-      std::fill_n(c, cols, 0.0);
-    } else {
-      std::copy_n(d, cols, c);
-      DivideBy(squaredNorm_[k], c, cols);
-      DivideBy(R_(k, k), d, cols);
-    }
+  CurrentKernels().transpose(
+      {&M_(from, first), M_.Cols(), cols, all, coefficients_.Data(), coefficients_.Cols()});
+  for (int k = 0; k < all; ++k) {
+    DivideBy(squaredNorm_[first + k], coefficients_.Row(k + 1), cols);
   }
+  for (int j = from; j <= to; ++j) DivideByEach(&norm_[first], &M_(j, first), all);
   Subtract(first, last, from, to);
 }
 
@@ -179,45 +182,50 @@ void HessenbergStep::Subtract(int first, int last, int from, int to) {
   }
 }
 
-/// Q takes the place of V. A column that vanishes becomes 0.
+/// Q takes the place of V.
 void HessenbergStep::FillQ() {
-  double* const norm = squaredNorm_.data();
-  for (int j = 1; j <= n_; ++j) {
-    norm[j] = R_(j, j);
-    if (norm[j] != 0) continue;
-    for (int i = 1; i <= Length(j); ++i) V_(i, j) = 0;
-    norm[j] = 1;
-  }
   for (int i = 1; i <= n_; ++i) {
     const int from = std::max(1, i - 1);
-    DivideByEach(norm + from, &V_(i, from), n_ - from + 1);
+    DivideByEach(&norm_[from], &V_(i, from), n_ - from + 1);
   }
 }
 
-/// M := R·Q on and right of the subdiagonal. Row i of R begins with column i, row m of Q with
-/// column m - 1, row i of M with column i - 1; in front of these there are zeros.
-void HessenbergStep::MultiplyFactors() {
-  for (int first = 1; first <= n_; first += kTile) {
-    MultiplyRows(first, std::min(first + kTile - 1, n_));
+/// M := R·Q in some rows, a tile of them at most. Row m of Q begins with column m - 1, row i of M
+/// with column i - 1; in front of these there are zeros.
+void HessenbergStep::MultiplyRows(int first, int rows) {
+  const ConstView R = TakeRowsOfR(first, rows);
+  for (int from = std::max(1, first - 1); from <= n_; from += kTile) {
+    const int cols = std::min(kTile, n_ + 1 - from);
+    const int depth = std::min(from + cols, n_) - first + 1;
+    SetProduct({R.first, rows, depth, R.rowStride, R.colStride},
+               Part(std::as_const(V_), first, from, depth, cols),
+               Part(M_, first, from, rows, cols));
   }
 }
 
-/// The textbook loop itself, for one row.
+/// Moves rows of R from column `first` on, with zeros below the diagonal, to where the coefficients
+/// were, column by column. They leave zeros.
+ConstView HessenbergStep::TakeRowsOfR(int first, int rows) {
+  double* const to = coefficients_.Data();
+  double* out = to;
+  for (int m = first; m <= n_; ++m, out += kTile) {
+    double* const from = &M_(m, first);
+    const int count = std::min(rows, m - first + 1);
+    std::copy_n(from, count, out);
+    std::fill_n(from, count, 0.0);
+    std::fill(out + count, out + rows, 0.0);
+  }
+  return {to, rows, n_ - first + 1, 1, kTile};
+}
+
+/// The textbook loop itself, for one row. That of R moves to where the squared norms were.
 void HessenbergStep::MultiplyRow(int i) {
+  double* const r = squaredNorm_;
+  for (int m = i; m <= n_; ++m) r[m] = std::exchange(M_(m, i), 0.0);
   for (int j = std::max(1, i - 1); j <= n_; ++j) {
     double sum = 0.0;
-    for (int m = i; m <= Length(j); ++m) sum += R_(i, m) * V_(m, j);
+    for (int m = i; m <= Length(j); ++m) sum += r[m] * V_(m, j);
     M_(i, j) = sum;
-  }
-}
-
-void HessenbergStep::MultiplyRows(int first, int last) {
-  for (int from = std::max(1, first - 1); from <= n_; from += kTile) {
-    const int to = std::min(from + kTile - 1, n_);
-    const int depth = std::min(to + 1, n_) - first + 1;
-    SetProduct(Part(R_, first, first, last - first + 1, depth),
-               Part(std::as_const(V_), first, from, depth, to - from + 1),
-               Part(M_, first, from, last - first + 1, to - from + 1));
   }
 }
 
