@@ -13,13 +13,12 @@
 // their factors f are kept; then every other column takes all of them at once:
 //
 //         other    first..last   other
-//       +--------+-------------+--------+      1. Rows first..last, from the top down, take the
-//       |   A1   |      F1     |   B1   |         steps above their own: these are the pivot rows
-//       U.
-//       +--------+-------------+--------+      2. Each of them is divided by its pivot and takes
-//       the |   A2   |      F2     |   B2   |         steps below its own.
-//       +--------+-------------+--------+      3. A1 := A1 - F1·U and A3 := A3 - F3·U, which is
-//       |   A3   |      F3     |   B3   |         where the time goes; B1 and B3 likewise.
+//       +--------+-------------+--------+   1. Rows first..last, from the top down, take the steps
+//       |   A1   |      F1     |   B1   |      above their own: these are the pivot rows U.
+//       +--------+-------------+--------+   2. Each of them is divided by its pivot and takes the
+//       |   A2   |      F2     |   B2   |      steps below its own.
+//       +--------+-------------+--------+   3. A1 := A1 - F1·U and A3 := A3 - F3·U, which is where
+//       |   A3   |      F3     |   B3   |      the time goes; B1 and B3 likewise.
 //       +--------+-------------+--------+
 //
 // A block is exchanged in the same way from two halves, down to a panel of a few columns that is
