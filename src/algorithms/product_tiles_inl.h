@@ -282,6 +282,9 @@ inline void Panels(const ProductJob& job, const RunPanel& run) {
 
 /// A block of C from packed operands: panels of R rows of A, in each of them column by column, and
 /// panels of V vectors of columns of B, in each of them row by row; the last ones may be smaller.
+/// From one whole tile to the next only registers change: a job written for each would be read
+/// before it has left the processor's store queue, and hold up the tile until the one before is
+/// done.
 template <class Sign, int R, int V, class Lanes, class RunEdge>
 inline void PackedBlock(const ProductJob& block, const RunEdge& runEdge) {
   constexpr int kCols = V * Lanes::kWidth;
@@ -299,8 +302,7 @@ inline void PackedBlock(const ProductJob& block, const RunEdge& runEdge) {
     const int cols = block.cols - j < kCols ? block.cols - j : kCols;
     const double* a = block.a;
     double* c = block.c + j;
-    int left = block.rows;
-    for (; left > 0; left -= R) {
+    for (int left = block.rows; left > 0; left -= R) {
       const int rows = left < R ? left : R;
       double* const next = c + rows * block.cRow;
       // The rows of C that come next.
