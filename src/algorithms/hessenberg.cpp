@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 #include "algorithms/ordered_product.h"
 #include "base/arithmetic.h"
@@ -24,17 +23,19 @@ constexpr int kStrip = 256;
 /// What all reflections of one matrix work with.
 struct Reflection {
   explicit Reflection(int order)
-      : H(order, order), strip(std::min(order, kStrip), order), u(order + 1) {}
-  Matrix H;      ///< The reflector.
-  Matrix strip;  ///< Of a product.
-  std::vector<double> u;
+      : H(Matrix::Unset(order, order)),
+        strip(Matrix::Unset(std::min(order, kStrip) + 1, order)),
+        u(strip.Row(strip.Rows()) - 1) {}
+  Matrix H;         ///< The reflector.
+  Matrix strip;     ///< Of a product, and a row for u.
+  double* const u;  ///< From 1.
 };
 
 /// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
 /// the identity. u is column k of M below the diagonal with the norm added to its first element.
 void FormReflector(const Matrix& M, int k, Reflection& work) {
   const int n = M.Rows();
-  double* const u = work.u.data();
+  double* const u = work.u;
   for (int i = k + 1; i <= n; ++i) u[i] = M(i, k);
   double tail = 0.0;
   for (int i = k + 2; i <= n; ++i) tail += u[i] * u[i];
@@ -48,10 +49,26 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
   }
 }
 
+/// The textbook loop itself, for what is done before the kernel is called.
+void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C) {
+  for (int i = 0; i < C.rows; ++i) {
+    for (int j = 0; j < C.cols; ++j) {
+      double sum = 0.0;
+      for (int m = 0; m < A.cols; ++m) sum += A(i, m) * B(m, j);
+      C(i, j) = sum;
+    }
+  }
+}
+
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
 void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
+  constexpr int kTiny = 4;
   const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
-  SetProduct(A, B, product);
+  if (A.cols <= kTiny) {
+    MultiplyTiny(A, B, product);
+  } else {
+    SetProduct(A, B, product);
+  }
   for (int i = 0; i < to.rows; ++i) std::copy_n(&product(i, 0), to.cols, &to(i, 0));
 }
 
