@@ -186,35 +186,32 @@ bool IsTiny(const ConstView& A, const View& C) {
   return static_cast<long>(C.rows) * C.cols * A.cols <= kTiny;
 }
 
+/// C = C sign A·B, or 0 sign A·B.
+template <class Sign>
+void Multiply(const ConstView& A, const ConstView& B, const View& C, Sign sign, Run Kernels::*run,
+              Run Kernels::*runPacked, bool fromZero) {
+  assert(FitTogether(A, B, C));
+  if (IsTiny(A, C)) {
+    RunTiny(A, B, C, sign, fromZero);
+  } else {
+    RunSized(*Current(), Current()->*run, Current()->*runPacked, A, B, C, fromZero);
+  }
+}
+
 }  // namespace
 
 const Kernels& CurrentKernels() { return *Current(); }
 
 void AddProduct(ConstView A, ConstView B, View C) {
-  assert(FitTogether(A, B, C));
-  if (IsTiny(A, C)) {
-    RunTiny(A, B, C, std::plus<>(), false);
-  } else {
-    RunSized(*Current(), Current()->add, Current()->addPacked, A, B, C, false);
-  }
+  Multiply(A, B, C, std::plus<>(), &Kernels::add, &Kernels::addPacked, false);
 }
 
 void SetProduct(ConstView A, ConstView B, View C) {
-  assert(FitTogether(A, B, C));
-  if (IsTiny(A, C)) {
-    RunTiny(A, B, C, std::plus<>(), true);
-  } else {
-    RunSized(*Current(), Current()->add, Current()->addPacked, A, B, C, true);
-  }
+  Multiply(A, B, C, std::plus<>(), &Kernels::add, &Kernels::addPacked, true);
 }
 
 void SubtractProduct(ConstView A, ConstView B, View C) {
-  assert(FitTogether(A, B, C));
-  if (IsTiny(A, C)) {
-    RunTiny(A, B, C, std::minus<>(), false);
-  } else {
-    RunSized(*Current(), Current()->subtract, Current()->subtractPacked, A, B, C, false);
-  }
+  Multiply(A, B, C, std::minus<>(), &Kernels::subtract, &Kernels::subtractPacked, false);
 }
 
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
