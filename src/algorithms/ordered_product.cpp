@@ -20,6 +20,10 @@ constexpr int kBlockCols = 1024;
 // Below, copying an operand costs more than its strides do.
 constexpr int kPackFrom = 160;
 
+// The same where the rows of both lie in memory pages of their own, which all have to be looked up.
+constexpr int kPackPagesFrom = 48;
+constexpr std::ptrdiff_t kPage = 512;
+
 const Kernels& KernelsOf(InstructionSet set) {
 #if defined(__x86_64__)
   switch (set) {
@@ -166,7 +170,9 @@ void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A
               const ConstView& B, const View& C, bool fromZero) {
   const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
-  if (std::min(job.rows, job.cols) >= kPackFrom && job.depth > 0) {
+  const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= kPage;
+  const int packFrom = inPages ? kPackPagesFrom : kPackFrom;
+  if (std::min(job.rows, job.cols) >= packFrom && job.depth > 0) {
     RunPacked(kernels, runPacked, job);
   } else if (job.aRow % kCompetingStride == 0 && job.rows > kernels.tileRows / 2 &&
              job.depth <= kDepth) {

@@ -35,15 +35,15 @@ struct Shape {
   int rows;
   int cols;
   int depth;
-  int widthOfA = 0;  ///< Of the matrix that A is a part of, where it matters.
+  int width = 0;  ///< Of the matrices that A and B are parts of, where it matters.
 };
 
 /// Operands that lie inside larger matrices, so that a step over an edge is seen.
 struct Operands {
   Operands(testing::CaseSource& cases, const Shape& shape, bool transposed)
       : A(cases.Next((transposed ? shape.depth : shape.rows) + 2,
-                     std::max((transposed ? shape.rows : shape.depth) + 3, shape.widthOfA))),
-        B(cases.Next(shape.depth + 2, shape.cols + 3)),
+                     std::max((transposed ? shape.rows : shape.depth) + 3, shape.width))),
+        B(cases.Next(shape.depth + 2, std::max(shape.cols + 3, shape.width))),
         C(cases.Next(shape.rows + 2, shape.cols + 3)) {
     if (transposed) {
       a = Part(std::as_const(A), 2, 3, shape.depth, shape.rows).Transposed();
@@ -61,7 +61,7 @@ struct Operands {
 
 void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape) {
   testing::Dice& dice = cases.Randomness();
-  const bool transposed = shape.widthOfA == 0 && dice.Chance(0.3);
+  const bool transposed = shape.width == 0 && dice.Chance(0.3);
   constexpr std::array kRoutines{AddProduct, SubtractProduct, SetProduct};
   const int form = dice.Integer(0, 2);
   const Operands operands(cases, shape, transposed);
@@ -129,6 +129,19 @@ TEST(OrderedProductTest, RowsThatCompeteInTheCacheHaveTheBitsOfThePlainLoop) {
         for (const int depth : {1, 7, 8, 129}) {
           CompareShape(comparison, cases, {rows, cols, depth, 512});
         }
+      }
+    }
+  });
+}
+
+TEST(OrderedProductTest, RowsInPagesOfTheirOwnHaveTheBitsOfThePlainLoop) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1205, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("ordered product, rows in pages, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int rows : {47, 48, 49, 64}) {
+      for (const int cols : {47, 48, 49, 60}) {
+        for (const int depth : {1, 30}) CompareShape(comparison, cases, {rows, cols, depth, 515});
       }
     }
   });
