@@ -6,20 +6,26 @@
 namespace qmx {
 namespace {
 
-/// Whole cache lines for `count` numbers.
-std::size_t Lines(int count, std::size_t inLine) {
-  return (static_cast<std::size_t>(count) + inLine - 1) / inLine;
+/// The job of the pivot rows X with the factors F, but for what exchange steps need.
+PivotRowsJob JobOf(const ConstView& F, const View& X) {
+  assert(X.rows <= kPanelColumns && F.rows == X.rows && F.cols == X.rows && X.colStride == 1);
+  return {.factors = F.first,
+          .factorRow = F.rowStride,
+          .factorCol = F.colStride,
+          .rows = X.first,
+          .stride = X.rowStride,
+          .count = X.rows,
+          .cols = X.cols};
 }
 
 }  // namespace
 
-Panel::Panel(int rows) : lines_(kPanelColumns * Lines(rows, std::size(Line().numbers))) {}
+Panel::Panel(int rows) : lines_(static_cast<std::size_t>(kPanelColumns) * LinesFor(rows)) {}
 
 View Panel::Empty(int columns, int rows) {
-  const std::size_t lines = Lines(rows, std::size(Line().numbers));
-  assert(columns * lines <= lines_.size());
-  return {lines_.data()->numbers, columns, rows,
-          static_cast<std::ptrdiff_t>(lines * std::size(Line().numbers)), 1};
+  const int lines = LinesFor(rows);
+  assert(static_cast<std::size_t>(columns) * lines <= lines_.size());
+  return {lines_.data()->numbers, columns, rows, static_cast<std::ptrdiff_t>(lines) * kInLine, 1};
 }
 
 View Panel::Read(ConstView from) {
@@ -52,30 +58,15 @@ void MoveNegated(double* x, int count, double* kept) {
   }
 }
 
-void EliminatePivotRows(ConstView F, View X) {
-  assert(X.rows <= kPanelColumns && F.rows == X.rows && F.cols == X.rows && X.colStride == 1);
-  CurrentKernels().eliminatePivotRows({.factors = F.first,
-                                       .factorRow = F.rowStride,
-                                       .factorCol = F.colStride,
-                                       .rows = X.first,
-                                       .stride = X.rowStride,
-                                       .count = X.rows,
-                                       .cols = X.cols});
-}
+void EliminatePivotRows(ConstView F, View X) { CurrentKernels().eliminatePivotRows(JobOf(F, X)); }
 
 void ExchangePivotRows(ConstView F, const double* pivots, View X, View U) {
-  assert(X.rows <= kPanelColumns && F.rows == X.rows && F.cols == X.rows && X.colStride == 1 &&
-         U.colStride == 1);
-  CurrentKernels().exchangePivotRows({.factors = F.first,
-                                      .factorRow = F.rowStride,
-                                      .factorCol = F.colStride,
-                                      .rows = X.first,
-                                      .stride = X.rowStride,
-                                      .count = X.rows,
-                                      .cols = X.cols,
-                                      .pivots = pivots,
-                                      .kept = U.first,
-                                      .keptStride = U.rowStride});
+  assert(U.colStride == 1);
+  PivotRowsJob job = JobOf(F, X);
+  job.pivots = pivots;
+  job.kept = U.first;
+  job.keptStride = U.rowStride;
+  CurrentKernels().exchangePivotRows(job);
 }
 
 }  // namespace qmx

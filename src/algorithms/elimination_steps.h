@@ -25,9 +25,12 @@ class Panel {
   static void Write(ConstView panel, View to);
 
  private:
+  static constexpr int kInLine = 8;
   struct alignas(64) Line {
-    double numbers[8];
+    double numbers[kInLine];
   };
+  static int LinesFor(int numbers) { return (numbers + kInLine - 1) / kInLine; }
+
   std::vector<Line> lines_;
 };
 

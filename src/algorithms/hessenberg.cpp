@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "algorithms/ordered_product.h"
@@ -49,23 +50,12 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
   }
 }
 
-/// The textbook loop itself, for what is done before the kernel is called.
-void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C) {
-  for (int i = 0; i < C.rows; ++i) {
-    for (int j = 0; j < C.cols; ++j) {
-      double sum = 0.0;
-      for (int m = 0; m < A.cols; ++m) sum += A(i, m) * B(m, j);
-      C(i, j) = sum;
-    }
-  }
-}
-
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
 void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
   constexpr int kTiny = 4;
   const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
   if (A.cols <= kTiny) {
-    MultiplyTiny(A, B, product);
+    MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
     SetProduct(A, B, product);
   }

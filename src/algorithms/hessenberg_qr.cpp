@@ -106,18 +106,7 @@ void HessenbergStep::FinishColumns(int first, int last) {
 /// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
 /// columns up to `last` on it.
 void HessenbergStep::FinishColumn(int j, int last) {
-  int from = j + 1;
-  for (; from + 3 <= last; from += 4) ProjectNext<4>(j, from);
-  switch (last - from) {
-    case 2:
-      return ProjectNext<3>(j, from);
-    case 1:
-      return ProjectNext<2>(j, from);
-    case 0:
-      return ProjectNext<1>(j, from);
-    default:
-      if (from == j + 1) ProjectNext<0>(j, from);
-  }
+  ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
 }
 
 /// The norm of column j. A column whose norm is 0 counts as 0 altogether; the norm of 1 that it

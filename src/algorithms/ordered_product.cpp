@@ -24,6 +24,12 @@ constexpr int kPackFrom = 160;
 constexpr int kPackPagesFrom = 48;
 constexpr std::ptrdiff_t kPage = 512;
 
+// Rows that lie a multiple of this apart compete for the same places of the first cache, of which
+// there are fewer than a tile has rows.
+constexpr std::ptrdiff_t kCompetingStride = 512;
+
+constexpr int kTallestTile = 16;
+
 const Kernels& KernelsOf(InstructionSet set) {
 #if defined(__x86_64__)
   switch (set) {
@@ -55,10 +61,9 @@ void PackColumns(const double* from, const ProductJob& job, Height height, doubl
 }
 
 /// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
-/// the tile height, in each panel column by column. The last panel may be lower. In A or in its
-/// transpose the elements of a row lie together.
+/// the tile height, in each panel column by column. The last panel may be lower.
 void PackA(const Kernels& kernels, const ProductJob& job, double* out) {
-  constexpr std::integral_constant<int, 16> kUsual;
+  constexpr std::integral_constant<int, kTallestTile> kUsual;
   for (int i = 0; i < job.rows; i += kernels.tileRows) {
     const int height = std::min(kernels.tileRows, job.rows - i);
     const double* from = job.a + i * job.aRow;
@@ -70,20 +75,6 @@ void PackA(const Kernels& kernels, const ProductJob& job, double* out) {
       PackColumns(from, job, height, out);
     }
     out += static_cast<std::ptrdiff_t>(height) * job.depth;
-  }
-}
-
-/// For operands so small that choosing a way would take longer than the work.
-template <class Sign>
-void RunTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign, bool fromZero) {
-  for (int i = 0; i < C.rows; ++i) {
-    const double* const a = A.first + i * A.rowStride;
-    double* const c = C.first + i * C.rowStride;
-    for (int j = 0; j < C.cols; ++j) {
-      double sum = fromZero ? 0.0 : c[j];
-      for (int k = 0; k < A.cols; ++k) sum = sign(sum, a[k * A.colStride] * B(k, j));
-      c[j] = sum;
-    }
   }
 }
 
@@ -147,13 +138,9 @@ void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
   }
 }
 
-/// Rows that lie a multiple of this apart compete for the same places of the first cache, of which
-/// there are fewer than a tile has rows.
-constexpr std::ptrdiff_t kCompetingStride = 512;
-
 /// Copies panels of A before they are used, for rows that compete with each other.
 void RunByPackedPanels(const Kernels& kernels, Run run, const ProductJob& job) {
-  alignas(64) static double packed[16 * kDepth];
+  alignas(64) static double packed[kTallestTile * kDepth];
   ProductJob panel = job;
   panel.a = packed;
   panel.aRow = 1;
@@ -184,7 +171,7 @@ void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A
 
 [[maybe_unused]] bool FitTogether(const ConstView& A, const ConstView& B, const View& C) {
   return A.rows == C.rows && A.cols == B.rows && B.cols == C.cols && B.colStride == 1 &&
-         C.colStride == 1;
+         C.colStride == 1 && (A.rowStride == 1 || A.colStride == 1);
 }
 
 bool IsTiny(const ConstView& A, const View& C) {
@@ -198,7 +185,7 @@ void Multiply(const ConstView& A, const ConstView& B, const View& C, Sign sign, 
               Run Kernels::*runPacked, bool fromZero) {
   assert(FitTogether(A, B, C));
   if (IsTiny(A, C)) {
-    RunTiny(A, B, C, sign, fromZero);
+    MultiplyTiny(A, B, C, sign, fromZero);
   } else {
     RunSized(*Current(), Current()->*run, Current()->*runPacked, A, B, C, fromZero);
   }

@@ -6,10 +6,11 @@
 
 namespace qmx {
 
-// The one tuned routine of the program: C ± A·B with every element of C taking its products one by
-// one in increasing order, each product and each sum rounded on its own. That is what the inner
-// loop of a textbook does, so the algorithms built on it keep the bits of the textbook loop while
-// the work on different elements is done side by side.
+// The routine that does nearly all of the program's work: C ± A·B with every element of C taking
+// its products one by one in increasing order, each product and each sum rounded on its own. That
+// is what the inner loop of a textbook does, so the algorithms built on it keep the bits of the
+// textbook loop while the work on different elements is done side by side. With it what else is
+// best done in the widest vectors of the processor.
 // It keeps packed operands in storage of its own: one thread at a time may use it.
 
 /// A rectangular part of a matrix, or of its transpose. Counted from 0.
@@ -36,15 +37,32 @@ inline ConstView Part(const Matrix& A, int row, int col, int rows, int cols) {
   return {rows > 0 && cols > 0 ? A.Row(row) + (col - 1) : nullptr, rows, cols, A.Cols(), 1};
 }
 
-/// C(i,j) = C(i,j) + A(i,k)·B(k,j) for k = 1, 2, ... in this order. B and C have a column stride of
-/// 1 and share no element with each other; A shares none with C.
-void AddProduct(ConstView A, ConstView B, View C);
+/// The plain loop of the three routines below, for operands so small that choosing a way or even a
+/// call would take longer than the work. C begins as it is or as 0; `sign` adds or subtracts.
+template <class Sign>
+inline void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C, Sign sign,
+                         bool fromZero) {
+  for (int i = 0; i < C.rows; ++i) {
+    const double* const a = A.first + i * A.rowStride;
+    double* const c = C.first + i * C.rowStride;
+    for (int j = 0; j < C.cols; ++j) {
+      double sum = fromZero ? 0.0 : c[j];
+      for (int k = 0; k < A.cols; ++k) sum = sign(sum, a[k * A.colStride] * B(k, j));
+      c[j] = sum;
+    }
+  }
+}
 
-/// C = A·B: the same from C(i,j) = 0 on, whatever is in C.
-void SetProduct(ConstView A, ConstView B, View C);
+/// C(i,j) = C(i,j) + A(i,k)·B(k,j) for k = 1, 2, ... in this order. B and C have a column stride of
+/// 1 and share no element with each other; A has a row or a column stride of 1 and shares none with
+/// C.
+void AddProduct(ConstView A, ConstView B, View C);
 
 /// The same with C(i,j) - A(i,k)·B(k,j).
 void SubtractProduct(ConstView A, ConstView B, View C);
+
+/// C = A·B: as AddProduct from C(i,j) = 0 on, whatever is in C.
+void SetProduct(ConstView A, ConstView B, View C);
 
 /// What EliminateRows does, for rows of any length.
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,

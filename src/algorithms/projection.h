@@ -22,6 +22,26 @@ inline int LeftHalf(int columns) {
 /// No half is larger than that in any block of up to so many columns.
 inline int LargestHalf(int columns) { return columns / 2 + 9; }
 
+/// Calls project.template operator()<kCount>(column) for the columns first..last, as many as
+/// kColumnsAtOnce in one call; once with kCount = 0 where there are none.
+template <class Project>
+[[gnu::always_inline]] inline void ForColumnsAtOnce(int first, int last, const Project& project) {
+  int from = first;
+  for (; from + kColumnsAtOnce - 1 <= last; from += kColumnsAtOnce) {
+    project.template operator()<kColumnsAtOnce>(from);
+  }
+  switch (last - from + 1) {
+    case 3:
+      return project.template operator()<3>(from);
+    case 2:
+      return project.template operator()<2>(from);
+    case 1:
+      return project.template operator()<1>(from);
+    default:
+      if (from == first) project.template operator()<0>(from);
+  }
+}
+
 /// sums[0] = v·v and sums[t] = v·m(t) for t = 1..kCount, the rows taken in increasing order; m(t)
 /// is the column t places behind m. Rows lie `stride` apart. All sums grow together: one alone
 /// would have the processor wait for each addition.

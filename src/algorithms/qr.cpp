@@ -110,21 +110,7 @@ bool GramSchmidt::FinishBlock(int first, int last) {
 /// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
 /// columns up to `last` on it. False where the norm is zero.
 bool GramSchmidt::FinishColumn(int j, int last) {
-  int from = j + 1;
-  for (; from + 3 <= last; from += 4) ProjectNext<4>(j, from);
-  switch (last - from) {
-    case 2:
-      ProjectNext<3>(j, from);
-      break;
-    case 1:
-      ProjectNext<2>(j, from);
-      break;
-    case 0:
-      ProjectNext<1>(j, from);
-      break;
-    default:
-      if (from == j + 1) ProjectNext<0>(j, from);
-  }
+  ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
   return squaredNorm_[j] != 0;
 }
 
