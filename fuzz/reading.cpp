@@ -17,10 +17,8 @@ constexpr std::string_view kNotSquare = "ERROR: INCORRECT DIMENSIONALITY. U FACT
 /// A screen that forgets what its grids show: the cells of large ones are not what is tried here.
 class GridlessScreen : public test::RecordingScreen {
  public:
-  void SetUpGrid(int, int, int, bool) override {}
-  void PopulateGridColumns(int, const Matrix&, bool, const std::vector<bool>&) override {}
-  void PopulateGrid(int, const Matrix&, bool) override {}
-  void SetCellText(int, int, int, const std::string&) override {}
+  void Show(Slot, const GridContent&) override {}
+  void Write(Slot, int, int, TextBlock&&) override {}
 };
 
 /// A program with something in every slot.
@@ -31,12 +29,13 @@ struct Program {
   test::RecordingPrinter printer;
   test::FixedRandom random;
   test::FixedClock clock;
-  Context context{workspace, screen, files, printer, random, clock};
+  Context context{workspace, screen, {files, printer, random, clock, SystemMemory()}};
 
   Program() { SetStartState(context); }
 
   std::string State() const {
-    std::string state = ProjectFile(workspace, screen) + LUFile(workspace.storedFactors);
+    std::string state =
+        ProjectFile(workspace, ReadEigenTexts(screen)) + LUFile(workspace.storedFactors);
     for (const auto& [name, text] : screen.texts) state += name + "=" + text + "\n";
     for (const auto& [name, on] : screen.enabled) state += name + (on ? "+\n" : "-\n");
     for (const auto& [name, on] : screen.selected) state += name + (on ? "*\n" : " \n");
@@ -52,14 +51,14 @@ struct Program {
 
 /// What a session holds after reading must be fit for saving and opening.
 std::string TrySaving(Program& program) {
-  const std::string saved = ProjectFile(program.workspace, program.screen);
+  const std::string saved = ProjectFile(program.workspace, ReadEigenTexts(program.screen));
   Program other;
   other.workspace = Workspace();
   other.files.files[kName] = saved;
   OpenNamedProject(other.context, kName);
   if (!other.screen.messages.empty())
     return "what was saved is refused: " + other.screen.messages.front().text;
-  if (ProjectFile(other.workspace, other.screen) != saved)
+  if (ProjectFile(other.workspace, ReadEigenTexts(other.screen)) != saved)
     return "what was saved is saved differently after opening";
   return {};
 }

@@ -19,7 +19,8 @@ std::string BesideProgram(const char* name) {
 
 }  // namespace
 
-DesktopMenu::DesktopMenu(frmQMX& window, Screen& screen) : help_(screen, BesideProgram("qmx.chm")) {
+DesktopMenu::DesktopMenu(frmQMX& window, Dialogs& dialogs)
+    : help_(dialogs, BesideProgram("qmx.chm")) {
   QGuiApplication::setDesktopFileName("orvane");
   QApplication::setWindowIcon(QIcon(ToQString(BesideProgram("pi_data.ico"))));
   const auto choose = [&window](const char* entry, auto command) {

@@ -12,7 +12,7 @@ namespace qmx {
 /// windows that they open.
 class DesktopMenu {
  public:
-  DesktopMenu(frmQMX& window, Screen& screen);
+  DesktopMenu(frmQMX& window, Dialogs& dialogs);
   DesktopMenu(const DesktopMenu&) = delete;
   DesktopMenu& operator=(const DesktopMenu&) = delete;
   ~DesktopMenu() { CloseWindows(); }

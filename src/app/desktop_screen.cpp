@@ -94,11 +94,11 @@ void DesktopScreen::Select(const Control& option) {
   if (auto* button = qobject_cast<QAbstractButton*>(found)) button->setChecked(true);
 }
 
-void DesktopScreen::SetFrameVisible(int slot, bool visible) {
+void DesktopScreen::SetFrameVisible(Slot slot, bool visible) {
   if (auto* frame = qobject_cast<QWidget*>(main_.Find(fraFrame(slot)))) frame->setVisible(visible);
 }
 
-GridWindow& DesktopScreen::Ensure(int slot) {
+GridWindow& DesktopScreen::Ensure(Slot slot) {
   std::unique_ptr<GridWindow>& window = windows_[slot];
   if (window == nullptr) {
     if (InfoOf(slot).IsEditor()) {
@@ -110,36 +110,18 @@ GridWindow& DesktopScreen::Ensure(int slot) {
   return *window;
 }
 
-void DesktopScreen::SetUpGrid(int slot, int rows, int cols, bool wide) {
-  Ensure(slot).SetUp(rows, cols, wide);
+void DesktopScreen::Show(Slot slot, const GridContent& content) {
+  Ensure(slot).Show(content, wide_[slot]);
 }
 
-void DesktopScreen::PopulateGrid(int slot, const Matrix& values, bool wide) {
-  Ensure(slot).Grid().Populate(values, wide);
-}
-
-void DesktopScreen::PopulateGridColumns(int slot, const Matrix& values, bool wide,
-                                        const std::vector<bool>& columns) {
-  Ensure(slot).Grid().Populate(values, wide, &columns);
-}
-
-void DesktopScreen::SetCellText(int slot, int row, int col, const std::string& text) {
-  Ensure(slot).Grid().SetTextMatrix(row, col, QString::fromStdString(text));
-}
-
-void DesktopScreen::SetCellTexts(int slot, int row, int col, TextBlock&& texts) {
+void DesktopScreen::Write(Slot slot, int row, int col, TextBlock&& texts) {
   Ensure(slot).Grid().SetTexts(row, col, std::move(texts));
 }
 
-void DesktopScreen::SetCellColour(int slot, int row, int col, Colour colour) {
-  Ensure(slot).Grid().SetCellColour(row, col, colour);
+void DesktopScreen::SetWide(Slot slot, bool wide) {
+  wide_[slot] = wide;
+  Ensure(slot).SetWide(wide);
 }
-
-void DesktopScreen::SetGridColour(int slot, Colour colour) {
-  Ensure(slot).Grid().SetGridColour(colour);
-}
-
-void DesktopScreen::SetGridWidth(int slot, bool wide) { Ensure(slot).SetWide(wide); }
 
 void DesktopScreen::PlaceIfNew(QWidget& window) {
   if (window.testAttribute(Qt::WA_Moved)) return;
@@ -147,7 +129,7 @@ void DesktopScreen::PlaceIfNew(QWidget& window) {
   if (auto* grid = qobject_cast<GridWindow*>(&window)) grid->AcceptSize();
 }
 
-void DesktopScreen::ShowWindow(int slot) {
+void DesktopScreen::ShowWindow(Slot slot) {
   GridWindow& window = Ensure(slot);
   PlaceIfNew(window);
   // A window that opens empty waits for typing, except that of the special matrix, which is filled
@@ -163,7 +145,7 @@ void DesktopScreen::ShowWindow(int slot) {
   window.Grid().setFocus();
 }
 
-void DesktopScreen::RestoreWindow(int slot) {
+void DesktopScreen::RestoreWindow(Slot slot) {
   GridWindow& window = Ensure(slot);
   PlaceIfNew(window);
   window.setAttribute(Qt::WA_ShowWithoutActivating, false);
@@ -172,9 +154,9 @@ void DesktopScreen::RestoreWindow(int slot) {
   window.activateWindow();
 }
 
-void DesktopScreen::CloseWindow(int slot) { windows_[slot].reset(); }
+void DesktopScreen::CloseWindow(Slot slot) { windows_[slot].reset(); }
 
-void DesktopScreen::HideEntryBox(int slot) { Ensure(slot).HideEntryBox(); }
+void DesktopScreen::HideEntryBox(Slot slot) { Ensure(slot).HideEntryBox(); }
 
 void DesktopScreen::BringMainToFront() {
   main_.raise();
@@ -187,10 +169,10 @@ ResultsWindow& DesktopScreen::EnsureResults() {
   return *results_;
 }
 
-void DesktopScreen::UseResultsFont() { EnsureResults().UseReportFont(); }
-
-void DesktopScreen::AddResultLine(const std::string& line) {
-  EnsureResults().AddLine(QString::fromStdString(line));
+void DesktopScreen::Append(const std::vector<std::string>& lines) {
+  ResultsWindow& window = EnsureResults();
+  window.UseReportFont();
+  for (const std::string& line : lines) window.AddLine(QString::fromStdString(line));
 }
 
 void DesktopScreen::ShowResults() {

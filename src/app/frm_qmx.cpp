@@ -15,7 +15,7 @@
 
 #include "app/panels.h"
 #include "grids/qt_text.h"
-#include "workspace/screen.h"
+#include "workspace/dialogs.h"
 #include "workspace/slot_table.h"
 
 namespace qmx {

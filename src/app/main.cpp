@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
   qmx::DesktopPrinter printer(*files, [&windows] { return windows->Windows().AskSaveFile({}); });
   qmx::RandomSource random;
   qmx::SystemClock clock;
-  qmx::Program program({*files, printer, random, clock}, *settings);
+  qmx::Program program({*files, printer, random, clock, qmx::SystemMemory()}, *settings);
   windows = &program;
   application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
   bool started = false;

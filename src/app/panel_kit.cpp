@@ -35,7 +35,7 @@ QGroupBox* MakeFrame(const Control& control, const QString& title, QWidget* pare
   return frame;
 }
 
-QGroupBox* MakeSlotFrame(int slot, QWidget* parent) {
+QGroupBox* MakeSlotFrame(Slot slot, QWidget* parent) {
   return MakeFrame(fraFrame(slot), ToQString(InfoOf(slot).title), parent);
 }
 
@@ -69,14 +69,14 @@ CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString&
   return button;
 }
 
-CommandButton* MakeTaskButton(int task, QWidget* parent) {
+CommandButton* MakeTaskButton(Task task, QWidget* parent) {
   const TaskInfo& info = *FindTask(task);
   auto* button = new CommandButton(cmdTask(task), ToQString(info.caption), parent);
   button->setToolTip(ToQString(info.toolTip));
   return button;
 }
 
-void AddSlotButtons(QBoxLayout* row, int slot, QWidget* parent) {
+void AddSlotButtons(QBoxLayout* row, Slot slot, QWidget* parent) {
   for (const SlotButton& entry : kSlotButtons) {
     if (slot == entry.notFor) continue;
     AddButton(row, entry.control(slot), entry.caption, parent);

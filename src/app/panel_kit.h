@@ -5,6 +5,8 @@
 #include <QLabel>
 
 #include "app/widgets.h"
+#include "workspace/slot_table.h"
+#include "workspace/task_numbers.h"
 
 namespace qmx {
 
@@ -13,7 +15,7 @@ namespace qmx {
 /// A titled frame with a name.
 QGroupBox* MakeFrame(const Control& control, const QString& title, QWidget* parent);
 /// The frame of a slot, with its title.
-QGroupBox* MakeSlotFrame(int slot, QWidget* parent);
+QGroupBox* MakeSlotFrame(Slot slot, QWidget* parent);
 /// Gives a frame rows, one below the other.
 QVBoxLayout* MakeRows(QWidget* frame);
 QHBoxLayout* AddRow(QVBoxLayout* rows);
@@ -24,9 +26,9 @@ void AddField(QBoxLayout* row, const Control& control, QWidget* parent, const Co
 CommandButton* AddButton(QBoxLayout* row, const Control& control, const QString& caption,
                          QWidget* parent, const QString& toolTip = {});
 /// The button of a task, as the task table describes it.
-CommandButton* MakeTaskButton(int task, QWidget* parent);
+CommandButton* MakeTaskButton(Task task, QWidget* parent);
 /// Adds those of the buttons Show, Save, Print, Into A and Into B that a slot has: A is not copied
 /// into A, nor B into B.
-void AddSlotButtons(QBoxLayout* row, int slot, QWidget* parent);
+void AddSlotButtons(QBoxLayout* row, Slot slot, QWidget* parent);
 
 }  // namespace qmx

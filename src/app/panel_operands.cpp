@@ -7,7 +7,7 @@
 #include "workspace/slot_table.h"
 
 namespace qmx {
-QWidget* BuildOperandPanel(int operand, QWidget* parent) {
+QWidget* BuildOperandPanel(Slot operand, QWidget* parent) {
   const bool isA = operand == kSlotA;
   const SlotInfo& info = InfoOf(operand);
   QGroupBox* frame = MakeSlotFrame(operand, parent);
@@ -31,7 +31,8 @@ QWidget* BuildExchangeButton(QWidget* parent) {
 QWidget* BuildSystemPanel(QWidget* parent) {
   QGroupBox* frame = MakeSlotFrame(kSlotSystem, parent);
   QVBoxLayout* rows = MakeRows(frame);
-  for (int method = 0; method < 3; ++method) rows->addWidget(MakeOption(OptSystem(method), frame));
+  for (int method = 0; method < kSystemKinds; ++method)
+    rows->addWidget(MakeOption(OptSystem(method), frame));
   QHBoxLayout* sizes = AddRow(rows);
   AddField(sizes, txtEquations, frame, {"lblNumEquations"});
   AddField(sizes, txtUnknowns, frame, {"lblNumUnknowns"});
@@ -55,7 +56,7 @@ QWidget* BuildSpecialMatrixPanel(QWidget* parent) {
   auto* kinds = new QGridLayout;
   kinds->setSpacing(4);
   rows->addLayout(kinds);
-  for (int kind = 0; kind < 4; ++kind) {
+  for (int kind = 0; kind < kCreateOptions; ++kind) {
     kinds->addWidget(MakeOption(OptCreate(kind), frame), kind / 2, kind % 2);
   }
   kinds->addWidget(MakeOption(chkSymmetric, frame), 0, 2);
@@ -71,7 +72,7 @@ QWidget* BuildSpecialMatrixPanel(QWidget* parent) {
   QHBoxLayout* sizes = AddRow(rows);
   AddField(sizes, txtRowsCreated, frame);
   AddField(sizes, txtColsCreated, frame);
-  rows->addWidget(MakeTaskButton(18, frame));
+  rows->addWidget(MakeTaskButton(kTaskSpecialMatrix, frame));
   QHBoxLayout* usingIt = AddRow(rows);
   AddSlotButtons(usingIt, kSlotCreated, frame);
   return frame;

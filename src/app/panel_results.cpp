@@ -13,16 +13,18 @@ namespace {
 
 constexpr int kGroupGap = 6;
 
+constexpr auto kNone = static_cast<Slot>(-1);
+
 /// The results in the order of the tasks that find them, in groups.
-constexpr std::array<std::array<int, 4>, 5> kGroups{{
-    {kSlotSum, kSlotDifference, kSlotProduct, -1},
-    {kSlotInverse, kSlotAdjoint, kSlotTranspose, -1},
+constexpr std::array<std::array<Slot, 4>, 5> kGroups{{
+    {kSlotSum, kSlotDifference, kSlotProduct, kNone},
+    {kSlotInverse, kSlotAdjoint, kSlotTranspose, kNone},
     {kSlotL, kSlotU, kSlotPermutation, kSlotExchanges},
-    {kSlotQ, kSlotR, -1, -1},
-    {kSlotEigenvalues, kSlotEigenvectors, kSlotSolution, -1},
+    {kSlotQ, kSlotR, kNone, kNone},
+    {kSlotEigenvalues, kSlotEigenvectors, kSlotSolution, kNone},
 }};
 
-void AddResult(QBoxLayout* row, int slot, QWidget* parent) {
+void AddResult(QBoxLayout* row, Slot slot, QWidget* parent) {
   auto* title = new QLabel(ToQString(InfoOf(slot).title), parent);
   title->setTextFormat(Qt::PlainText);
   row->addWidget(title, 1);
@@ -35,8 +37,8 @@ QWidget* BuildResultsPanel(QWidget* parent) {
   QGroupBox* frame = MakeFrame({"fraResults"}, "Result matrices", parent);
   QVBoxLayout* rows = MakeRows(frame);
   for (const auto& group : kGroups) {
-    for (const int slot : group) {
-      if (slot >= 0) AddResult(AddRow(rows), slot, frame);
+    for (const Slot slot : group) {
+      if (slot != kNone) AddResult(AddRow(rows), slot, frame);
     }
     rows->addSpacing(kGroupGap);
   }

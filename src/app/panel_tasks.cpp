@@ -18,13 +18,13 @@ void AddLine(QVBoxLayout* rows, QWidget* parent) {
   rows->addWidget(line);
 }
 
-void AddTasks(QBoxLayout* row, std::initializer_list<int> tasks, QWidget* parent) {
-  for (const int task : tasks) row->addWidget(MakeTaskButton(task, parent));
+void AddTasks(QBoxLayout* row, std::initializer_list<Task> tasks, QWidget* parent) {
+  for (const Task task : tasks) row->addWidget(MakeTaskButton(task, parent));
 }
 
 /// A task that finds one number or one word, and the label where it is shown.
 struct ScalarTask {
-  int task;
+  Task task;
   Control label;
   Control equals;
   const char* sign;
@@ -32,10 +32,10 @@ struct ScalarTask {
 };
 
 constexpr std::array<ScalarTask, 4> kScalarTasks{{
-    {3, lblDeterminantOfA, {"lblDeterminantOfAequals"}, "=", "Determinant of A"},
-    {4, lblTraceOfA, {"lblTraceOfAequals"}, "=", "Trace of A"},
-    {10, lblDefiniteness, {"lblDefinitenessIs"}, ":", "Definiteness of A"},
-    {19, lblSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric"},
+    {kTaskDeterminant, lblDeterminantOfA, {"lblDeterminantOfAequals"}, "=", "Determinant of A"},
+    {kTaskTrace, lblTraceOfA, {"lblTraceOfAequals"}, "=", "Trace of A"},
+    {kTaskDefiniteness, lblDefiniteness, {"lblDefinitenessIs"}, ":", "Definiteness of A"},
+    {kTaskSymmetry, lblSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric"},
 }};
 
 void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
@@ -56,7 +56,7 @@ void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
 
 /// A task that changes A by a number, in a frame with the number's field.
 QWidget* BuildScalarChange(const Control& frameName, const QString& title, const Control& label,
-                           const Control& field, int task, QWidget* parent) {
+                           const Control& field, Task task, QWidget* parent) {
   QGroupBox* frame = MakeFrame(frameName, title, parent);
   QVBoxLayout* rows = MakeRows(frame);
   QHBoxLayout* row = AddRow(rows);
@@ -72,26 +72,19 @@ QWidget* BuildPivotFrame(QWidget* parent) {
   QHBoxLayout* row = AddRow(MakeRows(frame));
   row->addWidget(MakeLabel({"lblPivot"}, "Allow pivoting for LU factors?", frame));
   row->addStretch(1);
-  for (int option = 0; option < 2; ++option) row->addWidget(MakeOption(OptPivot(option), frame));
+  for (int option = 0; option <= kPivotNo; ++option)
+    row->addWidget(MakeOption(OptPivot(option), frame));
   return frame;
 }
 
 QWidget* BuildEigenFrame(QWidget* parent) {
-  struct Parameter {
-    Control label;
-    Control field;
-  };
-  constexpr std::array<Parameter, 4> kParameters{{{{"lblError"}, txtError},
-                                                  {{"lblMaxcy"}, txtMaxcy},
-                                                  {{"lblErs"}, txtErs},
-                                                  {{"lblPert"}, txtPert}}};
   QGroupBox* frame =
       MakeFrame({"fraEigenControls"}, "Eigenvalues/eigenvectors computation", parent);
   auto* table = new QGridLayout;
   table->setSpacing(4);
   MakeRows(frame)->addLayout(table);
   int row = 0;
-  for (const Parameter& parameter : kParameters) {
+  for (const EigenParameter& parameter : kEigenParameters) {
     Field* field = MakeField(parameter.field, frame);
     table->addWidget(MakeCaption(field, parameter.field, parameter.label, frame), row, 0);
     table->addWidget(field, row, 1);
@@ -105,23 +98,23 @@ QWidget* BuildEigenFrame(QWidget* parent) {
 QWidget* BuildTaskPanel(QWidget* parent) {
   QGroupBox* frame = MakeFrame({"fraTask"}, "Tasks", parent);
   QVBoxLayout* rows = MakeRows(frame);
-  AddTasks(AddRow(rows), {0, 1, 2}, frame);
+  AddTasks(AddRow(rows), {kTaskSum, kTaskDifference, kTaskProduct}, frame);
   AddLine(rows, frame);
   AddScalarTasks(rows, frame);
   AddLine(rows, frame);
-  AddTasks(AddRow(rows), {5, 15}, frame);
-  AddTasks(AddRow(rows), {6, 7}, frame);
+  AddTasks(AddRow(rows), {kTaskInverse, kTaskTranspose}, frame);
+  AddTasks(AddRow(rows), {kTaskAdjoint, kTaskAdjointByInverse}, frame);
   AddLine(rows, frame);
   QHBoxLayout* changes = AddRow(rows);
   changes->addWidget(BuildScalarChange({"fraScalar"}, "For scalar multiplication", {"lblScalar"},
-                                       txtScalar, 16, frame));
-  changes->addWidget(
-      BuildScalarChange({"fraShift"}, "For scalar shift", {"lblShift"}, txtShift, 17, frame));
+                                       txtScalar, kTaskScale, frame));
+  changes->addWidget(BuildScalarChange({"fraShift"}, "For scalar shift", {"lblShift"}, txtShift,
+                                       kTaskShift, frame));
   AddLine(rows, frame);
-  AddTasks(AddRow(rows), {8, 9}, frame);
+  AddTasks(AddRow(rows), {kTaskLU, kTaskQR}, frame);
   rows->addWidget(BuildPivotFrame(frame));
   AddLine(rows, frame);
-  AddTasks(AddRow(rows), {14}, frame);
+  AddTasks(AddRow(rows), {kTaskEigen}, frame);
   rows->addWidget(BuildEigenFrame(frame));
   rows->addStretch(1);
   return frame;

@@ -14,9 +14,9 @@
 
 namespace qmx {
 
-Program::Program(const Ports& ports, RegionalSettings& settings)
+Program::Program(const SystemPorts& ports, RegionalSettings& settings)
     : screen_(window_, context_),
-      context_{workspace_, screen_, ports.files, ports.printer, ports.random, ports.clock},
+      context_(workspace_, screen_, ports),
       guard_(settings),
       desktop_(window_, screen_) {
   WireMainWindow(window_, screen_, context_);

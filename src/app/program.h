@@ -11,18 +11,10 @@
 
 namespace qmx {
 
-/// What the program needs of the system it runs on.
-struct Ports {
-  FileStore& files;
-  Printer& printer;
-  Random& random;
-  Clock& clock;
-};
-
 /// The running program: the one Workspace, its windows, and how it begins and ends.
 class Program {
  public:
-  Program(const Ports& ports, RegionalSettings& settings);
+  Program(const SystemPorts& ports, RegionalSettings& settings);
 
   /// Shows the main window in its start state and opens the project that the command line names, if
   /// it names one. False, and nothing shown, if the user declines what the program needs.

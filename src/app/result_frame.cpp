@@ -22,7 +22,8 @@ QLabel* MakeCount(const Control& control, const QString& meaning, Qt::Alignment 
 
 }  // namespace
 
-ResultFrame::ResultFrame(int slot, QLabel* title, QWidget* parent) : QFrame(parent), title_(title) {
+ResultFrame::ResultFrame(Slot slot, QLabel* title, QWidget* parent)
+    : QFrame(parent), title_(title) {
   const SlotInfo& info = InfoOf(slot);
   setObjectName(QString::fromStdString(fraFrame(slot).ObjectName()));
   setAccessibleName(ToQString(info.title));

@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QLabel>
 
+#include "workspace/slot_table.h"
+
 namespace qmx {
 
 /// The frame of a result: its dimensions and buttons. It stands beside the result's title, which is
@@ -11,7 +13,7 @@ class ResultFrame final : public QFrame {
   Q_OBJECT
 
  public:
-  ResultFrame(int slot, QLabel* title, QWidget* parent);
+  ResultFrame(Slot slot, QLabel* title, QWidget* parent);
 
   void setVisible(bool visible) override;
 

@@ -61,7 +61,7 @@ class Wires {
 };
 
 void WireSlots(Wires& wires) {
-  for (int slot = 0; slot < kSlotCount; ++slot) {
+  for (const Slot slot : kAllSlots) {
     wires.Press(cmdShow(slot), ShowSlot, slot);
     wires.Press(cmdSave(slot), SaveSlot, slot);
     wires.Press(cmdPrint(slot), PrintSlot, slot);
@@ -93,8 +93,9 @@ void WireSystem(Wires& wires) {
 }
 
 void WireParameters(Wires& wires) {
-  for (int kind = 0; kind < 4; ++kind) wires.Switch(OptCreate(kind), OptCreateClick, kind);
-  for (int way = 0; way < 3; ++way) wires.Switch(OptSystem(way), OptSystemClick, way);
+  for (int kind = 0; kind < kCreateOptions; ++kind)
+    wires.Switch(OptCreate(kind), OptCreateClick, kind);
+  for (int way = 0; way < kSystemKinds; ++way) wires.Switch(OptSystem(way), OptSystemClick, way);
   wires.Switch(chkSymmetric, ChkSymmetricClick);
   wires.Change(txtRowsCreated, TxtRowsCreatedChange);
   wires.Change(txtEquations, TxtEquationsChange);
@@ -117,7 +118,7 @@ void ListWindows(QMenu* menu, DesktopScreen& screen, Context& context) {
   for (QAction* listed : menu->actions()) {
     if (listed->data().toBool()) delete listed;
   }
-  for (int slot = 0; slot < kSlotCount; ++slot) {
+  for (const Slot slot : kAllSlots) {
     const GridWindow* window = screen.Window(slot);
     if (window == nullptr || !window->isVisible()) continue;
     QAction* entry = menu->addAction(window->windowTitle());

@@ -4,7 +4,6 @@
 #include <cassert>
 
 #include "base/fault.h"
-#include "base/memory.h"
 
 namespace qmx {
 
@@ -58,10 +57,10 @@ bool operator==(const Matrix& one, const Matrix& two) {
          std::equal(one.Data(), one.Data() + one.Size(), two.Data());
 }
 
-bool CanAllocate(int rows, int cols) {
+bool CanAllocate(int rows, int cols, const Memory& memory) {
   // The matrix itself and one more to compute with.
   constexpr std::size_t kCopies = 2;
-  const std::size_t spare = AvailableMemory() / (kCopies * sizeof(double));
+  const std::size_t spare = memory.Available() / (kCopies * sizeof(double));
   return cols == 0 || static_cast<std::size_t>(rows) <= spare / static_cast<std::size_t>(cols);
 }
 

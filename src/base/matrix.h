@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/element_storage.h"
+#include "base/memory.h"
 
 namespace qmx {
 
@@ -121,8 +122,8 @@ class MatrixView {
 
 inline MatrixView Matrix::View() const { return {rows_, cols_, data_}; }
 
-/// True if a rows x cols matrix, together with the copy that computing with it takes, fits into the
-/// memory that the machine has to spare now. Both counts must be at least 0.
-bool CanAllocate(int rows, int cols);
+/// True if a rows x cols matrix, together with the copy that computing with it takes, fits into a
+/// memory. Both counts must be at least 0.
+bool CanAllocate(int rows, int cols, const Memory& memory);
 
 }  // namespace qmx

@@ -14,14 +14,14 @@
 namespace qmx {
 
 #ifdef _WIN32
-std::size_t AvailableMemory() {
+std::size_t Memory::Available() const {
   MEMORYSTATUSEX status{};
   status.dwLength = sizeof(status);
   return GlobalMemoryStatusEx(&status) != 0 ? static_cast<std::size_t>(status.ullAvailPhys)
                                             : std::numeric_limits<std::size_t>::max();
 }
 #else
-std::size_t AvailableMemory() {
+std::size_t Memory::Available() const {
   std::ifstream info("/proc/meminfo");
   std::string key;
   std::size_t kilobytes = 0;
@@ -33,6 +33,11 @@ std::size_t AvailableMemory() {
   return std::numeric_limits<std::size_t>::max();
 }
 #endif
+
+const Memory& SystemMemory() {
+  static const Memory memory;
+  return memory;
+}
 
 void KeepFreedMemory() {
 #ifdef __GLIBC__

@@ -4,8 +4,19 @@
 
 namespace qmx {
 
-/// Bytes of memory that the machine can still give to this process without taking any from others.
-std::size_t AvailableMemory();
+/// The memory of the machine, or less of it in a test.
+class Memory {
+ public:
+  Memory() = default;
+  Memory(const Memory&) = delete;
+  Memory& operator=(const Memory&) = delete;
+  virtual ~Memory() = default;
+  /// Bytes that can still be given to this process without taking any from others.
+  virtual std::size_t Available() const;
+};
+
+/// The machine's.
+const Memory& SystemMemory();
 
 /// From now on memory that is given back, up to 64 MB of it, stays with the process for what needs
 /// memory next: without that a task on matrices of some hundred rows waits longer for fresh pages

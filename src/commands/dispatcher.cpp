@@ -9,27 +9,34 @@ namespace qmx {
 namespace {
 
 constexpr std::array<TaskInfo, 17> kTasks{{
-    {0, "A + B", "Add", Operands::kBoth, ShapeRule::kSameShape, RunSum},
-    {1, "A - B", "Subtract", Operands::kBoth, ShapeRule::kSameShape, RunDifference},
-    {2, "A * B", "Multiply", Operands::kBoth, ShapeRule::kMultipliable, RunProduct},
-    {3, "Determinant(A)", "Determinant of A", Operands::kA, ShapeRule::kSquare, RunDeterminant},
-    {4, "Trace(A)", "Trace of A", Operands::kA, ShapeRule::kSquare, RunTrace},
-    {5, "Inverse(A)", "Inverse of A", Operands::kA, ShapeRule::kSquare, RunInverse},
-    {6, "Adjoint(A)", "Adjoint of A", Operands::kA, ShapeRule::kSquare, RunAdjointByCofactors},
-    {7, "Adjoint(A) (by inverse)", "Adjoint of A by Inverse", Operands::kA, ShapeRule::kSquare,
-     RunAdjointByInverse},
-    {8, "LU factors of A", "LU factors of A", Operands::kA, ShapeRule::kNone, RunLU},
-    {9, "QR factors of A", "QR factors of A", Operands::kA, ShapeRule::kNoMoreColsThanRows, RunQR},
-    {10, "Definiteness of A", "Test definiteness of A", Operands::kA, ShapeRule::kSquare,
-     RunDefiniteness},
-    {14, "Eigen(A)", "Eigenvalues and eigenvectors of A", Operands::kA, ShapeRule::kSquare,
+    {kTaskSum, "A + B", "Add", Operands::kBoth, ShapeRule::kSameShape, RunSum},
+    {kTaskDifference, "A - B", "Subtract", Operands::kBoth, ShapeRule::kSameShape, RunDifference},
+    {kTaskProduct, "A * B", "Multiply", Operands::kBoth, ShapeRule::kMultipliable, RunProduct},
+    {kTaskDeterminant, "Determinant(A)", "Determinant of A", Operands::kA, ShapeRule::kSquare,
+     RunDeterminant},
+    {kTaskTrace, "Trace(A)", "Trace of A", Operands::kA, ShapeRule::kSquare, RunTrace},
+    {kTaskInverse, "Inverse(A)", "Inverse of A", Operands::kA, ShapeRule::kSquare, RunInverse},
+    {kTaskAdjoint, "Adjoint(A)", "Adjoint of A", Operands::kA, ShapeRule::kSquare,
+     RunAdjointByCofactors},
+    {kTaskAdjointByInverse, "Adjoint(A) (by inverse)", "Adjoint of A by Inverse", Operands::kA,
+     ShapeRule::kSquare, RunAdjointByInverse},
+    {kTaskLU, "LU factors of A", "LU factors of A", Operands::kA, ShapeRule::kNone, RunLU},
+    {kTaskQR, "QR factors of A", "QR factors of A", Operands::kA, ShapeRule::kNoMoreColsThanRows,
+     RunQR},
+    {kTaskDefiniteness, "Definiteness of A", "Test definiteness of A", Operands::kA,
+     ShapeRule::kSquare, RunDefiniteness},
+    {kTaskEigen, "Eigen(A)", "Eigenvalues and eigenvectors of A", Operands::kA, ShapeRule::kSquare,
      RunEigen},
-    {15, "Transpose(A)", "Transpose of A", Operands::kA, ShapeRule::kNone, RunTranspose},
-    {16, "Multiply A by scalar", "Multiply A by a scalar", Operands::kA, ShapeRule::kNone,
+    {kTaskTranspose, "Transpose(A)", "Transpose of A", Operands::kA, ShapeRule::kNone,
+     RunTranspose},
+    {kTaskScale, "Multiply A by scalar", "Multiply A by a scalar", Operands::kA, ShapeRule::kNone,
      RunScale},
-    {17, "Shift A by scalar", "Shift A by a scalar", Operands::kA, ShapeRule::kNone, RunShift},
-    {18, "Create special matrix", "", Operands::kNone, ShapeRule::kNone, RunSpecialMatrix},
-    {19, "Symmetry of A", "Test symmetry of A", Operands::kA, ShapeRule::kSquare, RunSymmetry},
+    {kTaskShift, "Shift A by scalar", "Shift A by a scalar", Operands::kA, ShapeRule::kNone,
+     RunShift},
+    {kTaskSpecialMatrix, "Create special matrix", "", Operands::kNone, ShapeRule::kNone,
+     RunSpecialMatrix},
+    {kTaskSymmetry, "Symmetry of A", "Test symmetry of A", Operands::kA, ShapeRule::kSquare,
+     RunSymmetry},
 }};
 
 consteval bool TasksAreInOrder() {
@@ -90,19 +97,19 @@ void PressTask(Context& context, int index) {
   if (task == nullptr) return;
   Workspace& workspace = context.workspace;
   workspace.TaskIndex = index;
-  context.screen.SetEnabled(mnuPrint, true);
-  context.screen.HideEntryBox(kSlotA);
-  context.screen.HideEntryBox(kSlotB);
+  context.panel.SetEnabled(mnuPrint, true);
+  context.windows.HideEntryBox(kSlotA);
+  context.windows.HideEntryBox(kSlotB);
   std::optional<Message> refusal = MissingOperand(workspace, task->operands);
   if (!refusal) refusal = WrongShape(workspace, task->shape);
   if (refusal) {
-    context.screen.ShowMessage(*refusal);
+    context.dialogs.ShowMessage(*refusal);
     return;
   }
   task->routine(context);
-  context.screen.BringMainToFront();
+  context.windows.BringMainToFront();
 }
 
-void PressShowResults(Context& context) { context.screen.ShowResults(); }
+void PressShowResults(Context& context) { context.log.ShowResults(); }
 
 }  // namespace qmx

@@ -10,59 +10,34 @@
 namespace qmx {
 namespace {
 
-void Store(Context& context, int slot, MatrixSection section) {
-  if (InfoOf(slot).IsEditor()) context.screen.HideEntryBox(slot);
-  SlotData& data = context.workspace.At(slot);
-  data.array = std::move(section.array);
-  data.rows = section.rows;
-  data.cols = section.cols;
-}
-
-void MarkSlot(Context& context, int slot) {
-  switch (slot) {
-    case kSlotA:
-      return MarkACreated(context);
-    case kSlotB:
-      return MarkBCreated(context);
-    case kSlotSystem:
-      return MarkSystemAvailable(context);
-    default:
-      return MarkAvailable(context, slot);
-  }
-}
-
 /// The Permutation is not in the file: the map of exchanges tells it.
 void RebuildPermutation(Context& context) {
   const Matrix& exchanges = context.workspace.At(kSlotExchanges).array;
-  const int rows = exchanges.Rows();
-  ApplyMatrix(context, kSlotPermutation, {PermutationOf(exchanges), rows, rows});
+  Publish(context, kSlotPermutation, Publication(PermutationOf(exchanges)), Showing::kFromFile);
 }
 
 void ApplyEigenvalues(Context& context, const EigenSection& section) {
   EigenState& eigen = context.workspace.eigen;
   eigen.VectorStatus = section.status;
   eigen.EigenOrigin = section.origin;
-  MatrixSection values{Matrix(section.Count(), 1), section.Count(), 1};
-  for (int i = 1; i <= section.Count(); ++i) values.array(i, 1) = section.values[i - 1];
-  Store(context, kSlotEigenvalues, std::move(values));
-  context.screen.SetText(InfoOf(kSlotEigenvalues).rows, CStr(section.Count()));
-  MarkAvailable(context, kSlotEigenvalues);
-  Populate(context, kSlotEigenvalues);
+  Matrix values(section.Count(), 1);
+  for (int i = 1; i <= section.Count(); ++i) values(i, 1) = section.values[i - 1];
+  Publish(context, kSlotEigenvalues, Publication(std::move(values)), Showing::kInPlace);
 }
 
 void ApplyEigenvectors(Context& context, const EigenSection& section) {
-  Store(context, kSlotEigenvectors, {section.Vectors(), section.rows, section.Count()});
-  if (section.vectorCount == 0) return;
-  context.screen.SetText(InfoOf(kSlotEigenvectors).rows, CStr(section.rows));
+  if (section.vectorCount == 0) {
+    context.workspace.At(kSlotEigenvectors) = {section.Vectors(), section.rows, section.Count()};
+    return;
+  }
+  Publish(context, kSlotEigenvectors, Publication(section.Vectors()), Showing::kInPlace);
   // The caption counts the vectors found; the matrix keeps a column for every eigenvalue.
-  context.screen.SetText(InfoOf(kSlotEigenvectors).cols, CStr(section.vectorCount));
-  MarkAvailable(context, kSlotEigenvectors);
-  Populate(context, kSlotEigenvectors);
+  context.panel.SetText(InfoOf(kSlotEigenvectors).cols, CStr(section.vectorCount));
 }
 
 void ApplyEigen(Context& context, const EigenSection& section) {
-  for (std::size_t i = 0; i < kEigenFields.size(); ++i)
-    context.screen.SetText(kEigenFields[i], CStr(section.parameters[i]));
+  for (std::size_t i = 0; i < kEigenParameters.size(); ++i)
+    context.panel.SetText(kEigenParameters[i].field, CStr(section.parameters[i]));
   context.workspace.eigen.EigenCount = section.Count();
   if (section.Count() == 0) return;
   context.workspace.eigen.ConvergedCount = section.vectorCount;
@@ -75,52 +50,51 @@ void ApplyEigen(Context& context, const EigenSection& section) {
 void ShowSystemDimensions(Context& context, int kind) {
   const SlotData& system = context.workspace.System();
   const int unknowns = kind == kSystemOverdetermined ? system.cols - 1 : system.rows;
-  context.screen.SetText(txtEquations, CStr(system.rows));
-  context.screen.SetText(txtUnknowns, CStr(unknowns));
+  context.panel.SetText(txtEquations, CStr(system.rows));
+  context.panel.SetText(txtUnknowns, CStr(unknowns));
 }
 
-void ApplySection(Context& context, const ProjectSectionInfo& section, ProjectImage& image) {
+void ApplyMatrices(Context& context, const ResultInfo& info, ProjectImage& image) {
+  ForEachSlot(info, [&](Slot slot) {
+    if (IsFiled(slot)) ApplyMatrix(context, slot, std::move(image.matrices[slot]));
+  });
+  if (info.result == kResultExchanges) RebuildPermutation(context);
+}
+
+void ApplyResult(Context& context, const ResultInfo& info, ProjectImage& image) {
   Workspace& workspace = context.workspace;
-  switch (section.kind) {
-    case SectionKind::kMatrix:
-      ApplyMatrix(context, section.slot, std::move(image.matrices[section.slot]));
-      if (section.slot == kSlotExchanges) RebuildPermutation(context);
-      return;
-    case SectionKind::kDeterminant:
-      workspace.determinant = image.determinant;
-      return context.screen.SetText(lblDeterminantOfA, CStr(image.determinant));
-    case SectionKind::kTrace:
-      workspace.trace = image.trace;
-      return context.screen.SetText(lblTraceOfA, CStr(image.trace));
-    case SectionKind::kDefiniteness:
-      workspace.definitenessText = image.definiteness;
-      return context.screen.SetText(lblDefiniteness, image.definiteness);
-    case SectionKind::kSymmetry:
-      workspace.symmetryText = image.symmetry;
-      return context.screen.SetText(lblSymmetry, image.symmetry);
-    case SectionKind::kEigen:
+  switch (info.kind) {
+    case ResultKind::kMatrices:
+      return ApplyMatrices(context, info, image);
+    case ResultKind::kNumber:
+      workspace.*info.number = image.numbers[info.result];
+      return context.panel.SetText(info.label, CStr(image.numbers[info.result]));
+    case ResultKind::kVerdict:
+      workspace.*info.verdict = image.verdicts[info.result];
+      return context.panel.SetText(info.label, image.verdicts[info.result]);
+    case ResultKind::kEigenvalues:
       return ApplyEigen(context, image.eigen);
-    case SectionKind::kSystem:
+    case ResultKind::kEigenvectors:
+      return;
+    case ResultKind::kSystem:
       return ApplySystem(context, std::move(image.system));
   }
 }
 
 }  // namespace
 
-void ApplyMatrix(Context& context, int slot, MatrixSection section) {
-  Store(context, slot, std::move(section));
-  ShowDimensions(context, slot);
-  MarkSlot(context, slot);
-  Populate(context, slot);
+void ApplyMatrix(Context& context, Slot slot, MatrixSection section) {
+  // An editor's entry box must not lie over another number.
+  if (InfoOf(slot).IsEditor()) context.windows.HideEntryBox(slot);
+  Publish(context, slot, Publication(std::move(section.array), section.rows, section.cols),
+          Showing::kFromFile);
 }
 
 void ApplySystem(Context& context, SystemSection section) {
   SelectSystemMethod(context, section.kind);
-  Store(context, kSlotSystem, std::move(section.matrix));
   if (section.factors) ApplyFactors(context, std::move(*section.factors));
+  ApplyMatrix(context, kSlotSystem, std::move(section.matrix));
   ShowSystemDimensions(context, section.kind);
-  MarkSystemAvailable(context);
-  Populate(context, kSlotSystem);
 }
 
 void ApplyFactors(Context& context, StoredFactors factors) {
@@ -129,10 +103,10 @@ void ApplyFactors(Context& context, StoredFactors factors) {
     if (factors.uRows == 0) return;
     stored = std::move(factors);
     context.workspace.StoredFactorsValid = true;
-    context.screen.SetEnabled(cmdSaveLU, true);
+    context.panel.SetEnabled(cmdSaveLU, true);
     return;
   }
-  context.screen.ShowMessage({"ERROR: INCORRECT DIMENSIONALITY. U FACTOR IS NOT SQUARE."});
+  context.dialogs.ShowMessage({"ERROR: INCORRECT DIMENSIONALITY. U FACTOR IS NOT SQUARE."});
   stored.lRows = factors.lRows;
   stored.lCols = factors.lCols;
   stored.uRows = factors.uRows;
@@ -141,11 +115,11 @@ void ApplyFactors(Context& context, StoredFactors factors) {
 }
 
 void ApplyProject(Context& context, ProjectImage image) {
-  context.screen.SetEnabled(mnuPrint, true);
-  context.screen.SetEnabled(cmdShowResults, true);
+  context.panel.SetEnabled(mnuPrint, true);
+  context.panel.SetEnabled(cmdShowResults, true);
   SetFlags(context.workspace, image.flags);
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (Holds(image.flags, section)) ApplySection(context, section, image);
+  for (const ResultInfo& info : kResults) {
+    if (Holds(image.flags, info.result)) ApplyResult(context, info, image);
   }
 }
 

@@ -9,7 +9,7 @@ namespace qmx {
 // refused: the readers have checked it all.
 
 /// A matrix takes its slot; its dimensions, availability and grid follow.
-void ApplyMatrix(Context& context, int slot, MatrixSection section);
+void ApplyMatrix(Context& context, Slot slot, MatrixSection section);
 
 /// The System takes its slot, the way of solving follows its kind, and the factors that came with
 /// it are stored.

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "commands/file_apply.h"
+#include "commands/parameters.h"
 #include "files/lu_file.h"
 #include "files/matrix_file.h"
 #include "files/project_file.h"
@@ -18,7 +19,7 @@ namespace {
 constexpr std::string_view kProjectEnding = ".qmx";
 
 void ShowFileProblem(Context& context, const std::string& what, const std::string& problem) {
-  context.screen.ShowMessage(
+  context.dialogs.ShowMessage(
       {"The file \"" + context.workspace.currentFileName + "\" " + what + "\n\n" + problem,
        Icon::kCritical});
 }
@@ -27,13 +28,13 @@ void ShowFileProblem(Context& context, const std::string& what, const std::strin
 /// will be appended to it.
 bool AskForSaving(Context& context, std::string_view ending = {}) {
   context.workspace.currentFileName.clear();
-  context.workspace.currentFileName = context.screen.AskSaveFile(ending);
+  context.workspace.currentFileName = context.dialogs.AskSaveFile(ending);
   return !context.workspace.currentFileName.empty();
 }
 
 bool AskForOpening(Context& context) {
   context.workspace.currentFileName.clear();
-  context.workspace.currentFileName = context.screen.AskOpenFile({});
+  context.workspace.currentFileName = context.dialogs.AskOpenFile({});
   return !context.workspace.currentFileName.empty();
 }
 
@@ -48,11 +49,11 @@ bool WriteCurrentFile(Context& context, const std::string& bytes) {
 /// told and there is nothing.
 template <typename Reader>
 auto ReadCurrentFile(Context& context, Reader reader)
-    -> std::optional<decltype(reader(std::string_view()).content)> {
+    -> std::optional<decltype(reader(std::string_view(), SystemMemory()).content)> {
   std::string bytes;
   const FileOutcome outcome = context.files.Read(context.workspace.currentFileName, bytes);
   if (outcome.Ok()) {
-    auto reading = reader(bytes);
+    auto reading = reader(bytes, context.memory);
     if (reading.Ok()) return std::move(reading.content);
     ShowFileProblem(context, "could not be read. Nothing was changed.", reading.problem);
   } else {
@@ -67,48 +68,49 @@ void EndWithProjectEnding(std::string& name) {
 
 bool WriteProject(Context& context) {
   EndWithProjectEnding(context.workspace.currentFileName);
-  return WriteCurrentFile(context, ProjectFile(context.workspace, context.screen));
+  return WriteCurrentFile(context, ProjectFile(context.workspace, ReadEigenTexts(context.panel)));
 }
 
 void ReadProject(Context& context) {
   auto image = ReadCurrentFile(context, ReadProjectFile);
   if (!image) return;
   ApplyProject(context, std::move(*image));
-  context.screen.BringMainToFront();
+  context.windows.BringMainToFront();
 }
 
 }  // namespace
 
-void SaveSlot(Context& context, int slot) {
+void SaveSlot(Context& context, Slot slot) {
   if (!AskForSaving(context)) return;
   const Workspace& workspace = context.workspace;
   WriteCurrentFile(context, slot == kSlotSystem ? SystemFile(workspace)
                                                 : MatrixFile(slot, workspace.At(slot).array));
 }
 
-void RetrieveOperand(Context& context, int operand) {
+void RetrieveOperand(Context& context, Slot operand) {
   // The dialog proposes the file used last; a cancelled one leaves that name.
-  std::string name = context.screen.AskOpenFile(context.workspace.currentFileName);
+  std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName);
   if (name.empty()) return;
   context.workspace.currentFileName = std::move(name);
-  auto matrix = ReadCurrentFile(
-      context, [operand](std::string_view bytes) { return ReadOperandFile(operand, bytes); });
+  auto matrix = ReadCurrentFile(context, [operand](std::string_view bytes, const Memory& memory) {
+    return ReadOperandFile(operand, bytes, memory);
+  });
   if (!matrix) return;
   const int rows = matrix->Rows();
   const int cols = matrix->Cols();
   ApplyMatrix(context, operand, {std::move(*matrix), rows, cols});
-  context.screen.ShowWindow(operand);
-  context.screen.BringMainToFront();
+  context.windows.ShowWindow(operand);
+  context.windows.BringMainToFront();
 }
 
 void RetrieveSystem(Context& context) {
   if (!AskForOpening(context)) return;
   auto section = ReadCurrentFile(context, ReadSystemFile);
   if (!section) return;
-  ResetSystem(context);
+  Reset(context, kResultSystem);
   ApplySystem(context, std::move(*section));
-  context.screen.ShowWindow(kSlotSystem);
-  context.screen.BringMainToFront();
+  context.windows.ShowWindow(kSlotSystem);
+  context.windows.BringMainToFront();
 }
 
 void SaveLU(Context& context) {
@@ -121,10 +123,10 @@ void RetrieveLU(Context& context) {
   if (!factors) return;
   ApplyFactors(context, std::move(*factors));
   const std::string order = CStr(context.workspace.storedFactors.lRows);
-  context.screen.SetText(txtEquations, order);
-  context.screen.SetText(txtUnknowns, order);
-  context.screen.SetEnabled(cmdCreateSystem, true);
-  context.screen.SetEnabled(cmdRetrieveSystem, true);
+  context.panel.SetText(txtEquations, order);
+  context.panel.SetText(txtUnknowns, order);
+  context.panel.SetEnabled(cmdCreateSystem, true);
+  context.panel.SetEnabled(cmdRetrieveSystem, true);
 }
 
 void SaveProject(Context& context) {

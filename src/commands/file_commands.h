@@ -7,9 +7,9 @@
 namespace qmx {
 
 /// Saves the matrix of a slot to a file that the user names.
-void SaveSlot(Context& context, int slot);
+void SaveSlot(Context& context, Slot slot);
 /// Reads a matrix file into A or B (`operand` is kSlotA or kSlotB).
-void RetrieveOperand(Context& context, int operand);
+void RetrieveOperand(Context& context, Slot operand);
 /// Reads a system file.
 void RetrieveSystem(Context& context);
 /// Saves and reads the stored factors.

@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "base/memory.h"
 #include "base/number_text.h"
 #include "commands/block_text.h"
 #include "workspace/availability.h"
@@ -13,7 +12,7 @@
 namespace qmx {
 namespace {
 
-std::string CellName(int slot, int row, int col) {
+std::string CellName(Slot slot, int row, int col) {
   return std::string(InfoOf(slot).prefix) + CStr(row) + "," + CStr(col) + ")";
 }
 
@@ -23,7 +22,7 @@ std::string RowsAndColumns(int rows, int cols) {
 }
 
 /// Why a block of this shape does not fit into a matrix from a cell on; empty where it does.
-std::string RoomProblem(const Matrix& array, int slot, int row, int col, const TextBlock& block) {
+std::string RoomProblem(const Matrix& array, Slot slot, int row, int col, const TextBlock& block) {
   const int rows = std::max(array.Rows() - row + 1, 0);
   const int cols = std::max(array.Cols() - col + 1, 0);
   if (block.rows <= rows && block.cols <= cols) return {};
@@ -34,7 +33,7 @@ std::string RoomProblem(const Matrix& array, int slot, int row, int col, const T
 /// Writes the elements of one slot's cells, each as its grid shows it but with all digits.
 class CellWriter {
  public:
-  CellWriter(const Workspace& workspace, int slot, const ShownCells& shown)
+  CellWriter(const Workspace& workspace, Slot slot, const ShownCells& shown)
       : workspace_(workspace), slot_(slot), array_(workspace.At(slot).array), shown_(shown) {}
 
   void Append(int row, int col) {
@@ -64,37 +63,54 @@ class CellWriter {
   }
 
   const Workspace& workspace_;
-  int slot_;
+  Slot slot_;
   const Matrix& array_;
   const ShownCells& shown_;
 };
 
 /// True if the numbers of a text fit into memory: the shortest ones take two bytes of it and about
 /// twenty times as much while they are read.
-bool HasRoomForNumbers(std::string_view text) { return text.size() <= AvailableMemory() / 20; }
+bool HasRoomForNumbers(const Memory& memory, std::string_view text) {
+  return text.size() <= memory.Available() / 20;
+}
 
 /// True if the text of so many cells fits into memory, in the forms that it takes on its way to the
 /// clipboard.
-bool HasRoomForText(const CellRange& cells) {
+bool HasRoomForText(const Memory& memory, const CellRange& cells) {
   constexpr std::size_t kBytesPerCell = 5 * 20;
   const std::size_t rows = cells.lastRow - cells.firstRow + 1;
   const std::size_t cols = cells.lastCol - cells.firstCol + 1;
-  return rows <= AvailableMemory() / kBytesPerCell / cols;
+  return rows <= memory.Available() / kBytesPerCell / cols;
+}
+
+/// The one way in which elements of an editor's matrix are written: a block of them from (row, col)
+/// on, and the texts that their cells show.
+void WriteElements(Context& context, Slot slot, int row, int col, const double* values,
+                   TextBlock&& texts) {
+  Matrix& array = context.workspace.At(slot).array;
+  for (int i = 0; i < texts.rows; ++i) {
+    std::copy_n(values + static_cast<std::ptrdiff_t>(i) * texts.cols, texts.cols,
+                array.Row(row + i) + col - 1);
+  }
+  context.grids.Write(slot, row, col, std::move(texts));
 }
 
 }  // namespace
 
-void CommitCell(Context& context, int slot, int row, int col, const std::string& text) {
-  Matrix& array = context.workspace.At(slot).array;
-  if (array.Contains(row, col)) array(row, col) = Val(text);
+void CommitCell(Context& context, Slot slot, int row, int col, const std::string& text) {
+  if (!context.workspace.At(slot).array.Contains(row, col)) return;
+  TextBlock texts{1, 1, {}, {}};
+  texts.Append(text);
+  const double value = Val(text);
+  WriteElements(context, slot, row, col, &value, std::move(texts));
 }
 
-std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col,
+std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int col,
                                     std::string_view text) {
-  Matrix& array = context.workspace.At(slot).array;
+  const Matrix& array = context.workspace.At(slot).array;
   if (!array.Contains(row, col)) return std::nullopt;
-  if (!HasRoomForNumbers(text)) {
-    context.screen.ShowMessage(
+  if (!HasRoomForNumbers(context.memory, text)) {
+    context.dialogs.ShowMessage(
         {"There is not enough memory to paste so many cells.", Icon::kCritical});
     return std::nullopt;
   }
@@ -102,24 +118,20 @@ std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col
   std::string problem = std::move(block.problem);
   if (problem.empty()) problem = RoomProblem(array, slot, row, col, block.texts);
   if (!problem.empty()) {
-    context.screen.ShowMessage(
+    context.dialogs.ShowMessage(
         {"The block cannot be pasted: " + problem + "\n\nNothing was changed.", Icon::kCritical});
     return std::nullopt;
   }
   const int rows = block.texts.rows;
   const int cols = block.texts.cols;
-  for (int i = 0; i < rows; ++i) {
-    std::copy_n(block.values.data() + static_cast<std::ptrdiff_t>(i) * cols, cols,
-                array.Row(row + i) + col - 1);
-  }
-  context.screen.SetCellTexts(slot, row, col, std::move(block.texts));
+  WriteElements(context, slot, row, col, block.values.data(), std::move(block.texts));
   return CellRange{row, col, row + rows - 1, col + cols - 1};
 }
 
-std::optional<std::string> CopyBlock(Context& context, int slot, const CellRange& cells,
+std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,
                                      const ShownCells& shown, bool headers) {
-  if (!HasRoomForText(cells)) {
-    context.screen.ShowMessage(
+  if (!HasRoomForText(context.memory, cells)) {
+    context.dialogs.ShowMessage(
         {"There is not enough memory to copy so many cells.", Icon::kCritical});
     return std::nullopt;
   }
@@ -138,21 +150,19 @@ std::optional<std::string> CopyBlock(Context& context, int slot, const CellRange
   return std::move(writer.text);
 }
 
-std::string CellToolTip(int slot, int row, int col, const std::string& text) {
+std::string CellToolTip(Slot slot, int row, int col, const std::string& text) {
   const SlotInfo& info = InfoOf(slot);
   const std::string prefix = info.IsEditor() ? std::string(info.prefix) : "(";
   return prefix + CStr(row) + "," + CStr(col) + ")=" + text;
 }
 
-void ToggleWidth(Context& context, int slot) {
-  SlotData& data = context.workspace.At(slot);
-  data.WideDisplay = !data.WideDisplay;
-  context.screen.SetGridWidth(slot, data.WideDisplay);
+void ToggleWidth(Context& context, Slot slot) {
+  context.grids.SetWide(slot, !context.grids.IsWide(slot));
   Populate(context, slot);
 }
 
-void ShowSlot(Context& context, int slot) {
-  if (slot >= 0 && slot < kSlotCount) context.screen.RestoreWindow(slot);
+void ShowSlot(Context& context, Slot slot) {
+  if (slot >= 0 && slot < kSlotCount) context.windows.RestoreWindow(slot);
 }
 
 }  // namespace qmx

@@ -10,8 +10,8 @@
 namespace qmx {
 
 /// What is typed into cell (row, col) of an editor: the element takes the text's numeric value at
-/// once. Nothing outside the matrix.
-void CommitCell(Context& context, int slot, int row, int col, const std::string& text);
+/// once, the cell the text. Nothing outside the matrix.
+void CommitCell(Context& context, Slot slot, int row, int col, const std::string& text);
 
 /// A block of cells of a matrix, rows and columns counted from 1, both ends included.
 struct CellRange {
@@ -27,7 +27,7 @@ struct CellRange {
 /// and every cell's text becomes what typing it there would make it. Returns the cells that were
 /// written; nothing after a message where the text is no block of numbers or where the matrix has
 /// not room for it, and then nothing is changed.
-std::optional<CellRange> PasteBlock(Context& context, int slot, int row, int col,
+std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int col,
                                     std::string_view text);
 
 /// What a copy asks of a slot's grid: what cell (row, col) shows, counted as in CellRange, with 0
@@ -42,16 +42,16 @@ struct ShownCells {
 /// is empty stays empty, and one that shows no element keeps its text. `headers` adds the header
 /// column and, where the grid has one, the header row. Nothing after a message where the text would
 /// not fit into memory.
-std::optional<std::string> CopyBlock(Context& context, int slot, const CellRange& cells,
+std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,
                                      const ShownCells& shown, bool headers = false);
 
 /// The tool tip of a cell's entry box: "A(2,3)=7" in an editor, "(2,3)=7" in a viewer.
-std::string CellToolTip(int slot, int row, int col, const std::string& text);
+std::string CellToolTip(Slot slot, int row, int col, const std::string& text);
 
 /// Flips a slot between narrow cells in single precision and wide ones in double precision.
-void ToggleWidth(Context& context, int slot);
+void ToggleWidth(Context& context, Slot slot);
 
 /// Brings a slot's window back into view. Indices outside 0..18 do nothing.
-void ShowSlot(Context& context, int slot);
+void ShowSlot(Context& context, Slot slot);
 
 }  // namespace qmx

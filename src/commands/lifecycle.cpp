@@ -7,21 +7,20 @@
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
 #include "workspace/reset.h"
-#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
 
 std::string NameAndText(Context& context, const Control& field) {
-  return std::string(InfoOf(field).meaning) + ": \"" + context.screen.Text(field) + "\"";
+  return std::string(InfoOf(field).meaning) + ": \"" + context.panel.Text(field) + "\"";
 }
 
 /// Refuses, with a message that names the fields the counts come from, what the machine cannot
 /// hold.
 bool FitsIntoMemory(Context& context, const Control& rowsField, const Control& colsField,
                     Dimensions wanted) {
-  if (CanAllocate(wanted.rows, wanted.cols)) return true;
-  context.screen.ShowMessage(
+  if (CanAllocate(wanted.rows, wanted.cols, context.memory)) return true;
+  context.dialogs.ShowMessage(
       {"A matrix of this size does not fit into the memory of this computer.\n" +
            NameAndText(context, rowsField) + "\n" + NameAndText(context, colsField),
        Icon::kCritical});
@@ -35,23 +34,11 @@ void Store(SlotData& data, Matrix array) {
   data.array = std::move(array);
 }
 
-void MarkOperandCreated(Context& context, int operand) {
-  operand == kSlotA ? MarkACreated(context) : MarkBCreated(context);
-}
-
-/// What copying and exchanging end with, apart from the main window.
-void ShowOperand(Context& context, int operand) {
-  ShowDimensions(context, operand);
-  MarkOperandCreated(context, operand);
-  Populate(context, operand);
-  context.screen.ShowWindow(operand);
-}
-
-bool ConfirmReset(Context& context, int operand) {
+bool ConfirmReset(Context& context, Slot operand) {
   const std::string matrix = operand == kSlotA ? "A" : "B";
   const std::string text = "This action will reset all results associated with matrix " + matrix +
                            ".\r\rDo you wish to proceed?\r\r";
-  return context.screen.ShowMessage({text, Icon::kCritical, Buttons::kYesNoCancel, "Warning!"}) ==
+  return context.dialogs.ShowMessage({text, Icon::kCritical, Buttons::kYesNoCancel, "Warning!"}) ==
          Answer::kYes;
 }
 
@@ -68,8 +55,8 @@ std::optional<Dimensions> SystemDimensions(Context& context) {
     return Dimensions{*equations, 1};
   }
   if (workspace.SystemMethod == kSystemOverdetermined &&
-      Val(context.screen.Text(txtUnknowns)) > Val(context.screen.Text(txtEquations))) {
-    context.screen.ShowMessage({"Can't have more unknowns than equations", Icon::kCritical});
+      Val(context.panel.Text(txtUnknowns)) > Val(context.panel.Text(txtEquations))) {
+    context.dialogs.ShowMessage({"Can't have more unknowns than equations", Icon::kCritical});
     return std::nullopt;
   }
   const std::optional<Dimensions> read = ReadDimensions(context, txtEquations, txtUnknowns);
@@ -83,12 +70,12 @@ std::optional<Dimensions> SystemDimensions(Context& context) {
 }  // namespace
 
 std::optional<int> ReadDimension(Context& context, const Control& field, int least) {
-  const std::optional<int> count = ParseDimension(context.screen.Text(field), least);
+  const std::optional<int> count = ParseDimension(context.panel.Text(field), least);
   if (!count) {
-    context.screen.ShowMessage({NameAndText(context, field) +
-                                    "\nThis must be a whole number of at least " + CStr(least) +
-                                    ".",
-                                Icon::kCritical});
+    context.dialogs.ShowMessage({NameAndText(context, field) +
+                                     "\nThis must be a whole number of at least " + CStr(least) +
+                                     ".",
+                                 Icon::kCritical});
   }
   return count;
 }
@@ -104,58 +91,52 @@ std::optional<Dimensions> ReadDimensions(Context& context, const Control& rowsFi
   return wanted;
 }
 
-void CreateOperand(Context& context, int operand) {
+void CreateOperand(Context& context, Slot operand) {
   const SlotInfo& info = InfoOf(operand);
   const std::optional<Dimensions> size = ReadDimensions(context, info.rows, info.cols);
   if (!size) return;
   Store(context.workspace.At(operand), Matrix(size->rows, size->cols));
-  MarkOperandCreated(context, operand);
-  context.screen.ShowWindow(operand);
-  context.screen.BringMainToFront();
+  MarkAvailable(context, operand);
+  context.windows.ShowWindow(operand);
+  context.windows.BringMainToFront();
 }
 
-void ClearOperand(Context& context, int slot) {
+void ClearOperand(Context& context, Slot slot) {
   SlotData& data = context.workspace.At(slot);
   data.array = Matrix(data.array.Rows(), data.array.Cols());
-  context.screen.HideEntryBox(slot);
+  context.windows.HideEntryBox(slot);
   Populate(context, slot);
 }
 
-void ResetOperand(Context& context, int operand) {
+void ResetOperand(Context& context, Slot operand) {
   if (!ConfirmReset(context, operand)) return;
   Workspace& workspace = context.workspace;
   operand == kSlotA ? ResetResultsOfA(context) : ResetResultsOfB(context);
-  (operand == kSlotA ? workspace.ACreated : workspace.BCreated) = false;
+  workspace.*ResultOf(operand).flag = false;
   SwitchOperandControls(context, operand, false);
-  context.screen.SetEnabled(cmdExchangeAandB, false);
+  context.panel.SetEnabled(cmdExchangeAandB, false);
   for (const Control& field : {InfoOf(operand).rows, InfoOf(operand).cols}) {
-    context.screen.SetText(field, std::string(kDimensionReset));
+    context.panel.SetText(field, std::string(kDimensionReset));
   }
-  context.screen.CloseWindow(operand);
-  SlotData& data = workspace.At(operand);
-  Store(data, Matrix());
-  data.gridRows = data.gridCols = 0;
+  context.windows.CloseWindow(operand);
+  Store(workspace.At(operand), Matrix());
 }
 
-void CopyInto(Context& context, int operand, int from) {
+void CopyInto(Context& context, Slot operand, Slot from) {
   if (from < 0 || from >= kSlotCount || from == operand) return;
-  context.screen.HideEntryBox(operand);
-  Store(context.workspace.At(operand), Matrix(context.workspace.At(from).array));
-  ShowOperand(context, operand);
-  context.screen.BringMainToFront();
+  context.windows.HideEntryBox(operand);
+  Publish(context, operand, Publication(context.workspace.At(from).array));
+  context.windows.BringMainToFront();
 }
 
 void ExchangeAandB(Context& context) {
-  context.screen.HideEntryBox(kSlotA);
-  context.screen.HideEntryBox(kSlotB);
-  SlotData& a = context.workspace.A();
-  SlotData& b = context.workspace.B();
-  a.array.Swap(b.array);
-  std::swap(a.rows, b.rows);
-  std::swap(a.cols, b.cols);
-  ShowOperand(context, kSlotA);
-  ShowOperand(context, kSlotB);
-  context.screen.BringMainToFront();
+  context.windows.HideEntryBox(kSlotA);
+  context.windows.HideEntryBox(kSlotB);
+  SlotData a = std::exchange(context.workspace.A(), {});
+  SlotData b = std::exchange(context.workspace.B(), {});
+  Publish(context, kSlotA, Publication(std::move(b.array), b.rows, b.cols));
+  Publish(context, kSlotB, Publication(std::move(a.array), a.rows, a.cols));
+  context.windows.BringMainToFront();
 }
 
 void CreateSystem(Context& context) {
@@ -166,14 +147,14 @@ void CreateSystem(Context& context) {
   // keep numbers that the new one does not hold.
   SetUpSlotGrid(context, kSlotSystem, 0, 0);
   MarkSystemAvailable(context);
-  context.screen.ShowWindow(kSlotSystem);
-  context.screen.BringMainToFront();
+  context.windows.ShowWindow(kSlotSystem);
+  context.windows.BringMainToFront();
 }
 
 void ResetSystemCommand(Context& context) {
-  ResetSystem(context);
+  Reset(context, kResultSystem);
   for (const Control& field : {txtEquations, txtUnknowns}) {
-    context.screen.SetText(field, std::string(kDimensionReset));
+    context.panel.SetText(field, std::string(kDimensionReset));
   }
   SelectSystemMethod(context, kSystemOneShot);
 }

@@ -11,13 +11,13 @@ namespace qmx {
 
 /// Creates A or B as zeros from its dimension fields; its grid stays empty until something is
 /// written.
-void CreateOperand(Context& context, int operand);
+void CreateOperand(Context& context, Slot operand);
 /// Sets all elements of A, B or the System to zero. No result is touched.
-void ClearOperand(Context& context, int slot);
+void ClearOperand(Context& context, Slot slot);
 /// Erases A or B and all results associated with it, if the user confirms.
-void ResetOperand(Context& context, int operand);
+void ResetOperand(Context& context, Slot operand);
 /// Copies matrix `from` into A or B. No result is touched.
-void CopyInto(Context& context, int operand, int from);
+void CopyInto(Context& context, Slot operand, Slot from);
 /// Exchanges A and B.
 void ExchangeAandB(Context& context);
 

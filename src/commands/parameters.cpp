@@ -5,71 +5,68 @@
 #include "base/number_text.h"
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
-#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
 
-constexpr int kIdentityOption = 2;
-
 bool CreatedIsSquare(const Context& context) {
-  return context.screen.IsSelected(OptCreate(kIdentityOption)) ||
-         context.screen.IsSelected(chkSymmetric);
+  return context.panel.IsSelected(OptCreate(kCreateIdentity)) ||
+         context.panel.IsSelected(chkSymmetric);
 }
 
 /// A square special matrix: its columns follow its rows.
 void CopyRowsIntoColsCreated(Context& context) {
-  context.screen.SetText(txtColsCreated, context.screen.Text(txtRowsCreated));
+  context.panel.SetText(txtColsCreated, context.panel.Text(txtRowsCreated));
 }
 
 void EnableSystemCreation(Context& context, bool enabled) {
-  context.screen.SetEnabled(cmdCreateSystem, enabled);
-  context.screen.SetEnabled(cmdRetrieveSystem, enabled);
+  context.panel.SetEnabled(cmdCreateSystem, enabled);
+  context.panel.SetEnabled(cmdRetrieveSystem, enabled);
 }
 
 }  // namespace
 
 void SetStartState(Context& context) {
-  Screen& screen = context.screen;
+  Panel& panel = context.panel;
   for (const FieldInfo& field : kFields) {
-    screen.SetText(field.control, std::string(field.start));
-    screen.SetEnabled(field.control, true);
+    panel.SetText(field.control, std::string(field.start));
+    panel.SetEnabled(field.control, true);
   }
   for (const OptionInfo& option : kOptions) {
-    if (option.selectedAtStart) screen.Select(option.control);
+    if (option.selectedAtStart) panel.Select(option.control);
   }
   for (const SlotInfo& info : kSlots) {
     if (!HasPermanentFrame(info.slot)) {
-      screen.SetText(info.rows, "");
-      screen.SetText(info.cols, "");
+      panel.SetText(info.rows, "");
+      panel.SetText(info.cols, "");
     }
     HideResult(context, info.slot);
   }
-  for (const Control& label : {lblDeterminantOfA, lblTraceOfA, lblDefiniteness, lblSymmetry}) {
-    screen.SetText(label, "");
+  for (const ResultInfo& info : kResults) {
+    if (!info.HasMatrices()) panel.SetText(info.label, "");
   }
   SwitchOperandControls(context, kSlotA, false);
   SwitchOperandControls(context, kSlotB, false);
   SwitchSystemControls(context, false);
   for (const Control& control : {cmdExchangeAandB, mnuPrint, cmdShowResults, cmdSaveLU}) {
-    screen.SetEnabled(control, false);
+    panel.SetEnabled(control, false);
   }
   OptSystemClick(context, context.workspace.SystemMethod);
 }
 
 void OptCreateClick(Context& context, int option) {
-  if (option == kIdentityOption) {
+  if (option == kCreateIdentity) {
     CopyRowsIntoColsCreated(context);
-    context.screen.SetEnabled(txtColsCreated, false);
-  } else if (!context.screen.IsSelected(chkSymmetric)) {
-    context.screen.SetEnabled(txtColsCreated, true);
+    context.panel.SetEnabled(txtColsCreated, false);
+  } else if (!context.panel.IsSelected(chkSymmetric)) {
+    context.panel.SetEnabled(txtColsCreated, true);
   }
 }
 
 void ChkSymmetricClick(Context& context) {
-  const bool checked = context.screen.IsSelected(chkSymmetric);
+  const bool checked = context.panel.IsSelected(chkSymmetric);
   if (checked) CopyRowsIntoColsCreated(context);
-  context.screen.SetEnabled(txtColsCreated, !checked);
+  context.panel.SetEnabled(txtColsCreated, !checked);
 }
 
 void TxtRowsCreatedChange(Context& context) {
@@ -77,28 +74,34 @@ void TxtRowsCreatedChange(Context& context) {
 }
 
 void TxtEquationsChange(Context& context) {
-  if (!context.screen.IsSelected(OptSystem(kSystemOneShot))) return;
-  context.screen.SetText(txtUnknowns, context.screen.Text(txtEquations));
+  if (!context.panel.IsSelected(OptSystem(kSystemOneShot))) return;
+  context.panel.SetText(txtUnknowns, context.panel.Text(txtEquations));
 }
 
 void OptSystemClick(Context& context, int method) {
   Workspace& workspace = context.workspace;
-  Screen& screen = context.screen;
+  Panel& panel = context.panel;
   const bool byFactors = method == kSystemByFactors;
   workspace.SystemMethod = static_cast<std::int16_t>(method);
-  screen.SetEnabled(cmdRetrieveLU, byFactors);
-  screen.SetEnabled(txtEquations, !byFactors);
-  screen.SetEnabled(txtUnknowns, method == kSystemOverdetermined);
+  panel.SetEnabled(cmdRetrieveLU, byFactors);
+  panel.SetEnabled(txtEquations, !byFactors);
+  panel.SetEnabled(txtUnknowns, method == kSystemOverdetermined);
   EnableSystemCreation(context, !byFactors || workspace.StoredFactorsValid);
   if (!byFactors || !workspace.StoredFactorsValid) return;
   const std::string order = CStr(workspace.storedFactors.lRows);
-  screen.SetText(txtEquations, order);
-  screen.SetText(txtUnknowns, order);
+  panel.SetText(txtEquations, order);
+  panel.SetText(txtUnknowns, order);
 }
 
 void SelectSystemMethod(Context& context, int method) {
-  context.screen.Select(OptSystem(method));
+  context.panel.Select(OptSystem(method));
   OptSystemClick(context, method);
+}
+
+EigenTexts ReadEigenTexts(const Panel& panel) {
+  EigenTexts texts;
+  for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = panel.Text(kEigenParameters[i].field);
+  return texts;
 }
 
 }  // namespace qmx

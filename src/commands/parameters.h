@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workspace/context.h"
+#include "workspace/field_table.h"
 
 namespace qmx {
 
@@ -17,5 +18,8 @@ void OptSystemClick(Context& context, int method);
 
 /// Selects a way of solving as a click on it would.
 void SelectSystemMethod(Context& context, int method);
+
+/// What stands in the fields of the eigen task's parameters.
+EigenTexts ReadEigenTexts(const Panel& panel);
 
 }  // namespace qmx

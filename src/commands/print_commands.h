@@ -5,7 +5,7 @@
 namespace qmx {
 
 /// Prints the matrix of a slot.
-void PrintSlot(Context& context, int slot);
+void PrintSlot(Context& context, Slot slot);
 /// Prints everything that exists.
 void PrintReport(Context& context);
 

@@ -3,27 +3,16 @@
 #include "commands/dispatcher.h"
 #include "commands/lifecycle.h"
 #include "commands/task_support.h"
+#include "output/reports.h"
 #include "workspace/availability.h"
-#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
 
-void PublishSolution(Context& context, Matrix x) {
-  SlotData& solution = context.workspace.At(kSlotSolution);
-  context.workspace.SolutionComputed = true;
-  context.screen.SetText(InfoOf(kSlotSolution).rows, CStr(x.Rows()));
-  solution.array = std::move(x);
-  MarkAvailable(context, kSlotSolution);
-  Populate(context, kSlotSolution);
-  context.screen.ShowWindow(kSlotSolution);
-}
-
 void ReportUnsolved(Context& context, const Lines& report) {
-  context.screen.SetEnabled(cmdShowResults, true);
-  context.screen.UseResultsFont();
-  context.screen.ShowResults();
-  AddReport(context, report);
+  context.panel.SetEnabled(cmdShowResults, true);
+  context.log.ShowResults();
+  context.log.Append(report);
 }
 
 SystemSolution SolveSelected(Context& context) {
@@ -50,13 +39,18 @@ void PressSolve(Context& context) {
   const std::optional<int> unknowns = ReadDimension(context, txtUnknowns);
   if (!unknowns) return;
   SystemSolution solution = SolveSelected(context);
-  workspace.At(kSlotSolution).rows = *unknowns;
-  workspace.At(kSlotSolution).cols = 1;
-  if (solution.solved) return PublishSolution(context, std::move(solution.x));
-  workspace.At(kSlotSolution).array = std::move(solution.x);
-  ReportUnsolved(context, workspace.SystemMethod == kSystemOverdetermined
-                              ? UnsolvedNormalEquationsReport(solution.inconsistent)
-                              : UnsolvedSystemReport(solution.inconsistent));
+  SlotData& slot = workspace.At(kSlotSolution);
+  if (solution.solved) {
+    Publish(context, kSlotSolution, Publication(std::move(solution.x)));
+  } else {
+    slot.array = std::move(solution.x);
+    ReportUnsolved(context, workspace.SystemMethod == kSystemOverdetermined
+                                ? UnsolvedNormalEquationsReport(solution.inconsistent)
+                                : UnsolvedSystemReport(solution.inconsistent));
+  }
+  // The counts are those of the fields, whatever the System has.
+  slot.rows = *unknowns;
+  slot.cols = 1;
 }
 
 }  // namespace qmx

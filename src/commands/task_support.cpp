@@ -1,11 +1,10 @@
 #include "commands/task_support.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "base/arithmetic.h"
 #include "base/fault.h"
 #include "commands/lifecycle.h"
-#include "workspace/availability.h"
 
 namespace qmx {
 
@@ -21,33 +20,11 @@ Operand::Operand(const SlotData& data) : whole_(data.array) {
   block_ = std::move(block);
 }
 
-Work::Work(Screen& screen) : screen_(screen) {
-  screen_.BeginWork();
-  ClearArithmeticFaults();
-}
-
-Work::~Work() { screen_.EndWork(); }
-
-void Work::Report(double fraction) {
-  const KeepArithmeticFaults keep;
-  screen_.ReportProgress(fraction);
-}
-
-void RaiseArithmeticFaults() { CheckArithmetic(); }
-
-void PublishResult(Context& context, int slot, Matrix result) {
-  SlotData& data = context.workspace.At(slot);
-  data.rows = result.Rows();
-  data.cols = result.Cols();
-  data.array = std::move(result);
-  ShowDimensions(context, slot);
-  MarkAvailable(context, slot);
-  context.screen.ShowWindow(slot);
-  Populate(context, slot);
-}
-
-void AddReport(Context& context, const Lines& lines) {
-  for (const std::string& line : lines) context.screen.AddResultLine(line);
+void PublishVerdict(Context& context, Result result, std::string text) {
+  const ResultInfo& info = InfoOf(result);
+  context.panel.SetText(info.label, text);
+  context.workspace.*info.verdict = std::move(text);
+  context.workspace.*info.flag = true;
 }
 
 bool RereadDimensionsOfA(Context& context) {

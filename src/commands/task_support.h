@@ -4,9 +4,10 @@
 #include <string>
 #include <utility>
 
+#include "base/arithmetic.h"
 #include "base/progress.h"
-#include "output/reports.h"
 #include "workspace/context.h"
+#include "workspace/result_table.h"
 
 namespace qmx {
 
@@ -24,42 +25,24 @@ class Operand {
   std::optional<Matrix> block_;
 };
 
-/// While it lives, the window shows that a computation is going on. Arithmetic faults are counted
-/// from its start.
-class Work : public Progress {
- public:
-  explicit Work(Screen& screen);
-  ~Work() override;
-  void Report(double fraction) override;
-
- private:
-  Screen& screen_;
-};
-
-/// Runs a computation under a Work and raises its arithmetic faults.
+/// Runs a computation where computations run and returns what it returns. Faults: those that it
+/// throws, and those of its arithmetic.
 template <typename Computation>
-auto Compute(Context& context, Computation computation);
+auto Compute(Context& context, Computation computation) {
+  std::optional<decltype(computation(std::declval<Progress&>()))> result;
+  context.work.Run([&](Progress& progress) {
+    ClearArithmeticFaults();
+    result.emplace(computation(progress));
+    CheckArithmetic();
+  });
+  return std::move(*result);
+}
 
-/// A finished result goes on show: its array and counts are stored, its dimension labels, frame and
-/// window shown and its grid filled.
-void PublishResult(Context& context, int slot, Matrix result);
-
-/// Appends a report to the results list.
-void AddReport(Context& context, const Lines& lines);
+/// A verdict goes on show: its label is set, and its result's flag.
+void PublishVerdict(Context& context, Result result, std::string text);
 
 /// Reads the counts of A afresh from its dimension fields. False after a message where these are no
 /// counts.
 bool RereadDimensionsOfA(Context& context);
-
-/// Raises the arithmetic faults met since the last Work began.
-void RaiseArithmeticFaults();
-
-template <typename Computation>
-auto Compute(Context& context, Computation computation) {
-  Work work(context.screen);
-  auto result = computation(static_cast<Progress&>(work));
-  RaiseArithmeticFaults();
-  return result;
-}
 
 }  // namespace qmx

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "workspace/context.h"
+#include "workspace/task_numbers.h"
 
 namespace qmx {
 
@@ -13,7 +14,7 @@ enum class ShapeRule { kNone, kSameShape, kMultipliable, kSquare, kNoMoreColsTha
 
 /// All that is fixed about one task.
 struct TaskInfo {
-  int index;
+  Task index;
   std::string_view caption;
   std::string_view toolTip;
   Operands operands;

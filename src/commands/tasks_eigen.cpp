@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <exception>
+#include <utility>
 
 #include "algorithms/eigenvalues.h"
 #include "algorithms/eigenvectors.h"
@@ -7,17 +9,18 @@
 #include "base/number_text.h"
 #include "commands/task_support.h"
 #include "commands/tasks.h"
+#include "output/reports.h"
 #include "workspace/availability.h"
 
 namespace qmx {
 namespace {
 
-EigenParameters ReadParameters(const Screen& screen) {
+EigenParameters ReadParameters(const Panel& panel) {
   EigenParameters parameters;
-  parameters.tolerance = Val(screen.Text(txtError)) / 2;
-  parameters.maxCycles = IntegerValue(screen.Text(txtMaxcy));
-  parameters.shiftReference = Val(screen.Text(txtErs));
-  parameters.additionalShift = Val(screen.Text(txtPert));
+  parameters.tolerance = Val(panel.Text(txtError)) / 2;
+  parameters.maxCycles = IntegerValue(panel.Text(txtMaxcy));
+  parameters.shiftReference = Val(panel.Text(txtErs));
+  parameters.additionalShift = Val(panel.Text(txtPert));
   return parameters;
 }
 
@@ -39,81 +42,89 @@ Matrix ColumnOf(const std::vector<double>& values, int count) {
 }
 
 void PublishEigenvalues(Context& context, const EigenvalueRun& run) {
-  Workspace& workspace = context.workspace;
-  SlotData& values = workspace.At(kSlotEigenvalues);
-  values.array = ColumnOf(run.eigenvalues, run.count);
-  values.rows = run.count;
-  values.cols = 1;
-  context.screen.SetText(InfoOf(kSlotEigenvalues).rows, CStr(run.count));
-  MarkAvailable(context, kSlotEigenvalues);
-  context.screen.ShowWindow(kSlotEigenvalues);
-  workspace.EigenvaluesComputed = true;
-  AddReport(context, EigenvalueReport(run.origin, run.eigenvalues, run.count));
-  Populate(context, kSlotEigenvalues);
+  context.log.Append(EigenvalueReport(run.origin, run.eigenvalues, run.count));
+  Publish(context, kSlotEigenvalues, Publication(ColumnOf(run.eigenvalues, run.count)));
 }
 
-std::vector<double> RandomStart(Context& context, int order) {
-  context.random.Seed(context.clock.Ticks());
+/// What inverse iteration found for one eigenvalue.
+struct FoundVector {
+  VectorOutcome outcome;
+  std::vector<double> components;
+};
+
+/// The vectors of the eigenvalues one after the other, up to the one that faulted, if any.
+struct VectorRun {
+  std::vector<FoundVector> found;
+  std::exception_ptr fault;
+};
+
+std::vector<double> RandomStart(Random& random, Clock& clock, int order) {
+  random.Seed(clock.Ticks());
   std::vector<double> vector(order);
-  for (double& component : vector) component = 0.5 - static_cast<double>(context.random.Next());
+  for (double& component : vector) component = 0.5 - static_cast<double>(random.Next());
   return vector;
 }
 
-/// Finds the vector of eigenvalue t, stores it in its column and reports it.
-void FindVector(Context& context, const Matrix& a, int t, const EigenParameters& parameters) {
+VectorRun IterateVectors(Context& context, const Matrix& a, const EigenvalueRun& values,
+                         const EigenParameters& parameters, Progress& progress) {
+  VectorRun run;
+  try {
+    for (int t = 0; t < values.count; ++t) {
+      FoundVector next{{}, RandomStart(context.random, context.clock, a.Rows())};
+      ClearArithmeticFaults();
+      next.outcome = FindEigenvector(a, values.eigenvalues[t], RoundToInteger(values.origin[t]),
+                                     parameters, next.components);
+      run.found.push_back(std::move(next));
+      progress.Report(static_cast<double>(t + 1) / values.count);
+    }
+  } catch (const RuntimeFault&) {
+    run.fault = std::current_exception();
+  }
+  ClearArithmeticFaults();
+  return run;
+}
+
+/// Stores the vector of eigenvalue t in its column and reports it.
+void KeepVector(Context& context, const FoundVector& vector, int t, std::int32_t maxCycles) {
   Workspace& workspace = context.workspace;
   EigenState& eigen = workspace.eigen;
   const double lambda = workspace.At(kSlotEigenvalues).array(t, 1);
   const double origin = eigen.EigenOrigin[t - 1];
-  std::vector<double> vector = RandomStart(context, a.Rows());
-  ClearArithmeticFaults();
-  const VectorOutcome outcome =
-      FindEigenvector(a, lambda, RoundToInteger(origin), parameters, vector);
-
-  eigen.VectorStatus[t - 1] = static_cast<double>(outcome);
+  eigen.VectorStatus[t - 1] = static_cast<double>(vector.outcome);
   Matrix& vectors = workspace.At(kSlotEigenvectors).array;
-  for (int i = 1; i <= a.Rows(); ++i) vectors(i, t) = vector[i - 1];
-  if (outcome == VectorOutcome::kSingular) {
-    AddReport(context, SingularVectorReport(origin, lambda));
-    return;
-  }
-  context.screen.Beep();
-  if (outcome == VectorOutcome::kConverged) {
+  for (int i = 1; i <= vectors.Rows(); ++i) vectors(i, t) = vector.components[i - 1];
+  if (vector.outcome == VectorOutcome::kSingular)
+    return context.log.Append(SingularVectorReport(origin, lambda));
+  context.log.Beep();
+  if (vector.outcome == VectorOutcome::kConverged) {
     ++eigen.ConvergedCount;
-    AddReport(context, ConvergedVectorReport(origin, lambda, vector));
+    context.log.Append(ConvergedVectorReport(origin, lambda, vector.components));
   } else {
-    AddReport(context, UnconvergedVectorReport(origin, lambda, parameters.maxCycles));
+    context.log.Append(UnconvergedVectorReport(origin, lambda, maxCycles));
   }
 }
 
-void FindVectors(Context& context, const Matrix& a, const EigenParameters& parameters) {
-  Workspace& workspace = context.workspace;
-  EigenState& eigen = workspace.eigen;
-  SlotData& vectors = workspace.At(kSlotEigenvectors);
-  const int found = eigen.EigenCount;
-  vectors.array = Matrix(a.Rows(), found);
-  eigen.VectorStatus.assign(found, 0);
+void FindVectors(Context& context, const Matrix& a, const EigenvalueRun& values,
+                 const EigenParameters& parameters) {
+  EigenState& eigen = context.workspace.eigen;
+  SlotData& vectors = context.workspace.At(kSlotEigenvectors);
+  context.log.Append({EigenvectorHeading()});
+  const VectorRun run = Compute(context, [&](Progress& progress) {
+    return IterateVectors(context, a, values, parameters, progress);
+  });
+  vectors.array = Matrix(a.Rows(), values.count);
+  eigen.VectorStatus.assign(values.count, 0);
   eigen.ConvergedCount = 0;
-  AddReport(context, {EigenvectorHeading()});
-  {
-    Work work(context.screen);
-    for (int t = 1; t <= found; ++t) {
-      FindVector(context, a, t, parameters);
-      work.Report(static_cast<double>(t) / found);
-    }
-  }
+  int t = 0;
+  for (const FoundVector& vector : run.found)
+    KeepVector(context, vector, ++t, parameters.maxCycles);
+  if (run.fault) std::rethrow_exception(run.fault);
   if (eigen.ConvergedCount > 0) {
-    vectors.rows = a.Rows();
-    vectors.cols = found;
-    context.screen.SetText(InfoOf(kSlotEigenvectors).rows, CStr(a.Rows()));
+    Publish(context, kSlotEigenvectors, Publication(std::move(vectors.array)));
     // The caption counts the vectors found; the matrix keeps a column for every eigenvalue.
-    context.screen.SetText(InfoOf(kSlotEigenvectors).cols, CStr(eigen.ConvergedCount));
-    MarkAvailable(context, kSlotEigenvectors);
-    workspace.EigenvectorsComputed = true;
-    context.screen.ShowWindow(kSlotEigenvectors);
-    Populate(context, kSlotEigenvectors);
+    context.panel.SetText(InfoOf(kSlotEigenvectors).cols, CStr(eigen.ConvergedCount));
   }
-  AddReport(context, {ClosingLine()});
+  context.log.Append({ClosingLine()});
 }
 
 }  // namespace
@@ -121,10 +132,9 @@ void FindVectors(Context& context, const Matrix& a, const EigenParameters& param
 void RunEigen(Context& context) {
   Workspace& workspace = context.workspace;
   EigenState& eigen = workspace.eigen;
-  context.screen.UseResultsFont();
-  context.screen.ShowResults();
-  context.screen.SetEnabled(cmdShowResults, true);
-  const EigenParameters parameters = ReadParameters(context.screen);
+  context.log.ShowResults();
+  context.panel.SetEnabled(cmdShowResults, true);
+  const EigenParameters parameters = ReadParameters(context.panel);
   if (!RereadDimensionsOfA(context)) return;
   const Matrix a = SquareOfA(workspace.A());
   const EigenvalueRun run = Compute(context, [&](Progress& progress) {
@@ -136,11 +146,11 @@ void RunEigen(Context& context) {
   if (run.count == 0) {
     // The slots hold the shifts that were taken before the run gave up.
     workspace.At(kSlotEigenvalues).array = ColumnOf(run.eigenvalues, a.Rows());
-    AddReport(context, NoEigenvaluesReport());
+    context.log.Append(NoEigenvaluesReport());
     return;
   }
   PublishEigenvalues(context, run);
-  FindVectors(context, a, parameters);
+  FindVectors(context, a, run, parameters);
 }
 
 }  // namespace qmx

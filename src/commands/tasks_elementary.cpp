@@ -23,12 +23,30 @@ void ChangeA(Context& context, Change change) {
   Populate(context, kSlotA);
 }
 
-void RefuseSingular(Context& context) { context.screen.ShowMessage({"MATRIX IS NOT INVERTIBLE."}); }
+template <typename Computation>
+void PublishComputed(Context& context, Slot slot, Computation computation) {
+  Publish(context, slot, Publication(Compute(context, computation)));
+}
 
-/// The result's counts are those of A before it is known whether there is a result.
-void TakeCountsOfA(Context& context, int slot) {
-  context.workspace.At(slot).rows = context.workspace.A().rows;
-  context.workspace.At(slot).cols = context.workspace.A().cols;
+/// The computation may find that there is no inverse. The result's counts are those of A before it
+/// is known.
+template <typename Computation>
+void PublishUnlessSingular(Context& context, Slot slot, Computation computation) {
+  SlotData& data = context.workspace.At(slot);
+  data.rows = context.workspace.A().rows;
+  data.cols = context.workspace.A().cols;
+  std::optional<Matrix> result = Compute(context, computation);
+  if (result) return Publish(context, slot, Publication(std::move(*result)));
+  context.dialogs.ShowMessage({"MATRIX IS NOT INVERTIBLE."});
+}
+
+template <typename Computation>
+void PublishNumber(Context& context, Result result, Computation computation) {
+  const ResultInfo& info = InfoOf(result);
+  const double number = Compute(context, computation);
+  context.panel.SetText(info.label, ScalarText(number));
+  context.workspace.*info.number = number;
+  context.workspace.*info.flag = true;
 }
 
 }  // namespace
@@ -36,95 +54,72 @@ void TakeCountsOfA(Context& context, int slot) {
 void RunSum(Context& context) {
   const Operand a(context.workspace.A());
   const Operand b(context.workspace.B());
-  PublishResult(context, kSlotSum, Compute(context, [&](Progress&) { return Sum(*a, *b); }));
-  context.workspace.SumComputed = true;
+  PublishComputed(context, kSlotSum, [&](Progress&) { return Sum(*a, *b); });
 }
 
 void RunDifference(Context& context) {
   const Operand a(context.workspace.A());
   const Operand b(context.workspace.B());
-  PublishResult(context, kSlotDifference,
-                Compute(context, [&](Progress&) { return Difference(*a, *b); }));
-  context.workspace.DifferenceComputed = true;
+  PublishComputed(context, kSlotDifference, [&](Progress&) { return Difference(*a, *b); });
 }
 
 void RunProduct(Context& context) {
   const Operand a(context.workspace.A());
   const Operand b(context.workspace.B());
-  PublishResult(context, kSlotProduct,
-                Compute(context, [&](Progress& progress) { return Product(*a, *b, progress); }));
-  context.workspace.ProductComputed = true;
+  PublishComputed(context, kSlotProduct,
+                  [&](Progress& progress) { return Product(*a, *b, progress); });
 }
 
 void RunDeterminant(Context& context) {
   const Operand a(context.workspace.A());
-  Workspace& workspace = context.workspace;
-  workspace.determinant =
-      Compute(context, [&](Progress& progress) { return Determinant(*a, progress); });
-  context.screen.SetText(lblDeterminantOfA, ScalarText(workspace.determinant));
-  workspace.DeterminantComputed = true;
+  PublishNumber(context, kResultDeterminant,
+                [&](Progress& progress) { return Determinant(*a, progress); });
 }
 
 void RunTrace(Context& context) {
   const Operand a(context.workspace.A());
-  Workspace& workspace = context.workspace;
-  workspace.trace = Compute(context, [&](Progress&) { return Trace(*a); });
-  context.screen.SetText(lblTraceOfA, ScalarText(workspace.trace));
-  workspace.TraceComputed = true;
+  PublishNumber(context, kResultTrace, [&](Progress&) { return Trace(*a); });
 }
 
 void RunInverse(Context& context) {
   const Operand a(context.workspace.A());
-  TakeCountsOfA(context, kSlotInverse);
-  auto inverse = Compute(context, [&](Progress& progress) { return Inverse(*a, progress); });
-  if (!inverse) return RefuseSingular(context);
-  PublishResult(context, kSlotInverse, std::move(*inverse));
-  context.workspace.InverseComputed = true;
+  PublishUnlessSingular(context, kSlotInverse,
+                        [&](Progress& progress) { return Inverse(*a, progress); });
 }
 
 void RunAdjointByCofactors(Context& context) {
   const Operand a(context.workspace.A());
-  PublishResult(context, kSlotAdjoint, Compute(context, [&](Progress& progress) {
-                  return AdjointByCofactors(*a, progress);
-                }));
-  context.workspace.AdjointComputed = true;
+  PublishComputed(context, kSlotAdjoint,
+                  [&](Progress& progress) { return AdjointByCofactors(*a, progress); });
 }
 
 void RunAdjointByInverse(Context& context) {
   const Operand a(context.workspace.A());
-  TakeCountsOfA(context, kSlotAdjoint);
-  auto adjoint =
-      Compute(context, [&](Progress& progress) { return AdjointByInverse(*a, progress); });
-  if (!adjoint) return RefuseSingular(context);
-  PublishResult(context, kSlotAdjoint, std::move(*adjoint));
-  context.workspace.AdjointComputed = true;
+  PublishUnlessSingular(context, kSlotAdjoint,
+                        [&](Progress& progress) { return AdjointByInverse(*a, progress); });
 }
 
 void RunTranspose(Context& context) {
   if (!RereadDimensionsOfA(context)) return;
   const Operand a(context.workspace.A());
-  PublishResult(context, kSlotTranspose,
-                Compute(context, [&](Progress&) { return Transpose(*a); }));
-  context.workspace.TransposeComputed = true;
+  PublishComputed(context, kSlotTranspose, [&](Progress&) { return Transpose(*a); });
 }
 
 void RunScale(Context& context) {
-  const double scalar = Val(context.screen.Text(txtScalar));
+  const double scalar = Val(context.panel.Text(txtScalar));
   ChangeA(context, [&](Matrix& a) { ScaleInPlace(a, scalar); });
 }
 
 void RunShift(Context& context) {
-  const double shift = Val(context.screen.Text(txtShift));
+  const double shift = Val(context.panel.Text(txtShift));
   ChangeA(context, [&](Matrix& a) { ShiftInPlace(a, shift); });
 }
 
 void RunSymmetry(Context& context) {
   const Operand a(context.workspace.A());
-  Workspace& workspace = context.workspace;
-  workspace.AIsSymmetric = Compute(context, [&](Progress&) { return IsSymmetric(*a); });
-  workspace.symmetryText = workspace.AIsSymmetric ? "Yes" : "No";
-  context.screen.SetText(lblSymmetry, workspace.symmetryText);
-  workspace.SymmetryComputed = true;
+  const bool symmetric = Compute(context, [&](Progress&) { return IsSymmetric(*a); });
+  PublishVerdict(context, kResultSymmetry, symmetric ? "Yes" : "No");
+  context.workspace.AIsSymmetric = symmetric;
 }
 
 }  // namespace qmx

@@ -29,10 +29,10 @@ void DecimalGuard::SetPoint() { settings_.SetDecimalSeparator(kPoint); }
 
 void DecimalGuard::Restore() { settings_.SetDecimalSeparator(savedSeparator_); }
 
-bool DecimalGuard::Check(Screen& screen) {
+bool DecimalGuard::Check(Dialogs& dialogs) {
   ReadSeparator();
   if (savedSeparator_ == kPoint) return true;
-  if (screen.ShowMessage(CommaWarning()) != Answer::kYes) return false;
+  if (dialogs.ShowMessage(CommaWarning()) != Answer::kYes) return false;
   SetPoint();
   return true;
 }

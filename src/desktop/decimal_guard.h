@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "workspace/screen.h"
+#include "workspace/dialogs.h"
 
 namespace qmx {
 
@@ -43,7 +43,7 @@ class DecimalGuard {
   /// To be called once, before any window is shown. Reads the separator; where it is not exactly
   /// ".", asks the user's leave to change it for this run. False where the user declines: the
   /// program must then end, and nothing was changed.
-  bool Check(Screen& screen);
+  bool Check(Dialogs& dialogs);
 
   const std::string& SavedSeparator() const { return savedSeparator_; }
 

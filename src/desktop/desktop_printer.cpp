@@ -11,11 +11,10 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QString>
-#include <optional>
 #include <utility>
 
 #include "base/fault.h"
-#include "workspace/screen.h"
+#include "workspace/dialogs.h"
 
 namespace qmx {
 namespace {
@@ -25,12 +24,12 @@ constexpr qreal kMarginInMillimetres = 15;
 
 [[noreturn]] void RaisePrinterError() { throw RuntimeFault(Fault::kPrinterError); }
 
-QString TextOf(const std::string& text) {
+QString TextOf(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QFont FontOf(const std::string& name) {
-  QFont font(TextOf(name));
+QFont FontOf(const QString& name) {
+  QFont font(name);
   font.setStyleHint(QFont::TypeWriter);
   font.setFixedPitch(true);
   font.setPointSizeF(kPointSize);
@@ -55,21 +54,16 @@ qsizetype FittingCharacters(const QString& text, qsizetype start, const QFontMet
 /// Writes lines from the top of a page to its bottom, page after page.
 class PageWriter {
  public:
-  explicit PageWriter(QPagedPaintDevice& device) : device_(device), painter_(&device) {
+  PageWriter(QPagedPaintDevice& device, const QString& fontName)
+      : device_(device), painter_(&device), font_(FontOf(fontName)), metrics_(font_, &device) {
     if (!painter_.isActive()) RaisePrinterError();
-  }
-
-  void UseFont(const std::string& name) {
-    if (metrics_ && name == fontName_) return;
-    fontName_ = name;
-    painter_.setFont(FontOf(name));
-    metrics_.emplace(painter_.font(), &device_);
+    painter_.setFont(font_);
   }
 
   void Write(const QString& text) {
     qsizetype start = 0;
     do {
-      const qsizetype count = FittingCharacters(text, start, *metrics_, device_.width());
+      const qsizetype count = FittingCharacters(text, start, metrics_, device_.width());
       WriteRow(text.mid(start, count));
       start += count;
     } while (start < text.size());
@@ -81,18 +75,18 @@ class PageWriter {
 
  private:
   void WriteRow(const QString& row) {
-    if (top_ > 0 && top_ + metrics_->height() > device_.height()) {
+    if (top_ > 0 && top_ + metrics_.height() > device_.height()) {
       if (!device_.newPage()) RaisePrinterError();
       top_ = 0;
     }
-    if (!row.isEmpty()) painter_.drawText(QPointF(0, top_ + metrics_->ascent()), row);
-    top_ += metrics_->lineSpacing();
+    if (!row.isEmpty()) painter_.drawText(QPointF(0, top_ + metrics_.ascent()), row);
+    top_ += metrics_.lineSpacing();
   }
 
   QPagedPaintDevice& device_;
   QPainter painter_;
-  std::string fontName_;
-  std::optional<QFontMetricsF> metrics_;
+  QFont font_;
+  QFontMetricsF metrics_;
   qreal top_ = 0;
 };
 
@@ -115,49 +109,44 @@ bool PrintingSystemTookTheJob() {
   return status >= 0 && status < kFirstFailure;
 }
 
-}  // namespace
-
-DesktopPrinter::DesktopPrinter(FileStore& files, AskFileName askFileName)
-    : files_(files),
-      askFileName_(std::move(askFileName)),
-      fontName_(QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toStdString()) {}
-
-void DesktopPrinter::PrintLine(const std::string& line) { lines_.push_back({line, fontName_}); }
-
-void DesktopPrinter::EndDocument() {
-  const std::vector<Line> lines = std::exchange(lines_, {});
-  if (lines.empty()) return;
-  QPrinterInfo::defaultPrinter().isNull() ? WritePdf(lines) : Print(lines);
-}
-
-void DesktopPrinter::Paint(QPagedPaintDevice& device, const std::vector<Line>& lines) {
-  PageWriter pages(device);
-  for (const Line& line : lines) {
-    pages.UseFont(line.font);
-    pages.Write(TextOf(line.text));
-  }
+void Paint(QPagedPaintDevice& device, const std::vector<std::string>& lines, const QString& font) {
+  PageWriter pages(device, font);
+  for (const std::string& line : lines) pages.Write(TextOf(line));
   pages.Finish();
 }
 
-void DesktopPrinter::Print(const std::vector<Line>& lines) {
-  QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
-  printer.setDocName(TextOf(std::string(kProgramTitle)));
-  Paint(printer, lines);
+void PrintOn(const QPrinterInfo& info, const std::vector<std::string>& lines, const QString& font) {
+  QPrinter printer(info, QPrinter::HighResolution);
+  printer.setDocName(TextOf(kProgramTitle));
+  Paint(printer, lines, font);
   const bool failed =
       printer.printerState() == QPrinter::Error || printer.printerState() == QPrinter::Aborted;
   if (failed || !PrintingSystemTookTheJob()) RaisePrinterError();
 }
 
-void DesktopPrinter::WritePdf(const std::vector<Line>& lines) {
+}  // namespace
+
+DesktopPrinter::DesktopPrinter(FileStore& files, AskFileName askFileName)
+    : files_(files), askFileName_(std::move(askFileName)) {}
+
+void DesktopPrinter::Print(const std::vector<std::string>& lines, std::string_view font) {
+  if (lines.empty()) return;
+  const QString name =
+      font.empty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont).family() : TextOf(font);
+  const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
+  printer.isNull() ? WritePdf(lines, name) : PrintOn(printer, lines, name);
+}
+
+void DesktopPrinter::WritePdf(const std::vector<std::string>& lines, const QString& font) {
   const std::string name = askFileName_();
   if (name.empty()) return;
   QBuffer bytes;
   bytes.open(QIODevice::WriteOnly);
   {
     QPdfWriter pdf(&bytes);
-    pdf.setTitle(TextOf(std::string(kProgramTitle)));
+    pdf.setTitle(TextOf(kProgramTitle));
     pdf.setPageLayout(UsualPage());
-    Paint(pdf, lines);
+    Paint(pdf, lines, font);
   }
   const QByteArray& content = bytes.data();
   const std::string_view view(content.constData(), static_cast<std::size_t>(content.size()));

@@ -218,7 +218,7 @@ class PosixFileStore : public FileStore {
     const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
     if (!file.IsOpen()) return Failure(errno);
     const auto size = static_cast<std::size_t>(info.st_size);
-    if (size > AvailableMemory() / 2) return Failure(ENOMEM);
+    if (size > SystemMemory().Available() / 2) return Failure(ENOMEM);
     try {
       const int error = ReadAll(file.Number(), size, bytes);
       return error == 0 ? FileOutcome() : Failure(error);

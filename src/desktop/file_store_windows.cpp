@@ -166,7 +166,7 @@ class WindowsFileStore : public FileStore {
     LARGE_INTEGER size;
     if (!GetFileSizeEx(file.Get(), &size)) return Failure(GetLastError());
     const auto count = static_cast<std::size_t>(size.QuadPart);
-    if (count > AvailableMemory() / 2) return {file_problem::kNoMemory};
+    if (count > SystemMemory().Available() / 2) return {file_problem::kNoMemory};
     try {
       bytes.resize(count);
     } catch (const std::bad_alloc&) {

@@ -7,7 +7,7 @@
 
 namespace qmx {
 
-Help::Help(Screen& screen, std::string file) : screen_(screen), file_(std::move(file)) {}
+Help::Help(Dialogs& dialogs, std::string file) : dialogs_(dialogs), file_(std::move(file)) {}
 
 Help::~Help() = default;
 
@@ -17,7 +17,7 @@ void Help::ShowHelp(const QString& topic) {
   if (window_ == nullptr) {
     std::unique_ptr<HelpBook> book = HelpBook::Open(file_);
     if (book == nullptr) {
-      screen_.ShowMessage({"The help file is missing or cannot be read:\r" + file_});
+      dialogs_.ShowMessage({"The help file is missing or cannot be read:\r" + file_});
       return;
     }
     window_ = std::make_unique<HelpWindow>(std::move(book));

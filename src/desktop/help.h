@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "workspace/screen.h"
+#include "workspace/dialogs.h"
 
 namespace qmx {
 
@@ -14,8 +14,8 @@ class HelpWindow;
 /// window one is in: the page named after the window's object name.
 class Help : public QObject {
  public:
-  /// `file` is the compiled help file; `screen` tells the user if it cannot be opened.
-  Help(Screen& screen, std::string file);
+  /// `file` is the compiled help file; `dialogs` tell the user if it cannot be opened.
+  Help(Dialogs& dialogs, std::string file);
   ~Help() override;
 
   /// Opens the help at its contents.
@@ -30,7 +30,7 @@ class Help : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Screen& screen_;
+  Dialogs& dialogs_;
   std::string file_;
   std::unique_ptr<HelpWindow> window_;
 };

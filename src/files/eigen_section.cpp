@@ -66,7 +66,7 @@ bool ReadVectors(FieldScanner& scanner, EigenSection& section) {
   const auto stored =
       static_cast<int>(std::count(section.status.begin(), section.status.end(), 0.0));
   return ReadElements(scanner, "the eigenvectors", section.rows, stored, section.converged) &&
-         (CanAllocate(section.rows, cols) ||
+         (scanner.HasRoomFor(section.rows, cols) ||
           scanner.RefuseLast("a size of the eigenvectors that fits into memory"));
 }
 
@@ -83,11 +83,11 @@ Matrix EigenSection::Vectors() const {
   return vectors;
 }
 
-void WriteEigenSection(RecordWriter& writer, const Workspace& workspace, const Screen& screen) {
+void WriteEigenSection(RecordWriter& writer, const Workspace& workspace, const EigenTexts& texts) {
   const EigenState& eigen = workspace.eigen;
   const Matrix& vectors = workspace.At(kSlotEigenvectors).array;
   const int count = KnownEigenvalues(workspace);
-  for (const Control& field : kEigenFields) writer.Number(Val(screen.Text(field)));
+  for (const std::string& text : texts) writer.Number(Val(text));
   writer.Integer(count);
   writer.EndRecord();
   if (count == 0) return;
@@ -104,11 +104,9 @@ void WriteEigenSection(RecordWriter& writer, const Workspace& workspace, const S
 }
 
 bool ReadEigenSection(FieldScanner& scanner, EigenSection& section) {
-  static constexpr std::array<const char*, kEigenFields.size()> kNames{
-      "the error bound", "the limit of iterations", "the error reference for the shift",
-      "the additional shift"};
-  for (std::size_t i = 0; i < kNames.size(); ++i) {
-    if (!scanner.ReadNumber(section.parameters[i])) return scanner.Refuse(kNames[i]);
+  for (std::size_t i = 0; i < kEigenParameters.size(); ++i) {
+    if (!scanner.ReadNumber(section.parameters[i]))
+      return scanner.Refuse(kEigenParameters[i].meaning);
   }
   int count = 0;
   if (!ReadCount(scanner, "the number of eigenvalues", count)) return false;

@@ -4,18 +4,14 @@
 #include <vector>
 
 #include "files/matrix_file.h"
-#include "workspace/controls.h"
-#include "workspace/screen.h"
+#include "workspace/field_table.h"
 #include "workspace/workspace.h"
 
 namespace qmx {
 
-/// The fields whose numbers the eigen section starts with, in their order there.
-inline constexpr std::array<Control, 4> kEigenFields{txtError, txtMaxcy, txtErs, txtPert};
-
 /// What a project file holds of an eigen run.
 struct EigenSection {
-  std::array<double, kEigenFields.size()> parameters{};
+  std::array<double, kEigenParameters.size()> parameters{};
   std::vector<double> values;  ///< One per eigenvalue found, as are the next two.
   std::vector<double> status;
   std::vector<double> origin;
@@ -28,11 +24,11 @@ struct EigenSection {
   Matrix Vectors() const;
 };
 
-/// The numbers in the four fields and the number n of eigenvalues found. If n is not 0: the counts
-/// of Eigenvalues; for each eigenvalue its value, status and origin; a print record with the number
-/// m of eigenvectors found. If m is not 0: the counts of Eigenvectors and their elements row by
-/// row, without the columns whose status is not 0.
-void WriteEigenSection(RecordWriter& writer, const Workspace& workspace, const Screen& screen);
+/// The numbers that the texts of the four fields begin with and the number n of eigenvalues found.
+/// If n is not 0: the counts of Eigenvalues; for each eigenvalue its value, status and origin; a
+/// print record with the number m of eigenvectors found. If m is not 0: the counts of Eigenvectors
+/// and their elements row by row, without the columns whose status is not 0.
+void WriteEigenSection(RecordWriter& writer, const Workspace& workspace, const EigenTexts& texts);
 bool ReadEigenSection(FieldScanner& scanner, EigenSection& section);
 
 }  // namespace qmx

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/matrix.h"
+#include "base/memory.h"
+
 namespace qmx {
 
 /// Why a file was refused: where, and what should have stood there.
@@ -31,8 +34,9 @@ struct ReadProblem {
 /// that field, and Refuse tells what was expected.
 class FieldScanner {
  public:
-  explicit FieldScanner(std::string_view bytes)
-      : start_(bytes.data()), at_(start_), end_(start_ + bytes.size()) {}
+  /// `memory` is where what is read must find room.
+  explicit FieldScanner(std::string_view bytes, const Memory& memory = SystemMemory())
+      : start_(bytes.data()), at_(start_), end_(start_ + bytes.size()), memory_(&memory) {}
 
   bool ReadFlag(bool& value);
   bool ReadInteger(std::int32_t& value);
@@ -53,6 +57,8 @@ class FieldScanner {
   bool CanHoldNumbers(std::uint64_t count) const {
     return count <= (static_cast<std::uint64_t>(end_ - at_) + 1) / 2;
   }
+  /// True if a matrix of this size finds room in memory.
+  bool HasRoomFor(int rows, int cols) const { return CanAllocate(rows, cols, *memory_); }
   /// The line of the field read last.
   int LineOfLast() const { return LineOf(lastField_); }
   std::size_t Size() const { return static_cast<std::size_t>(end_ - start_); }
@@ -76,6 +82,7 @@ class FieldScanner {
   const char* at_;
   const char* end_;
   const char* lastField_ = nullptr;
+  const Memory* memory_;
   std::optional<ReadProblem> problem_;
 };
 

@@ -85,9 +85,9 @@ std::string LUFile(const StoredFactors& factors) {
   return writer.Take();
 }
 
-FileReading<StoredFactors> ReadLUFile(std::string_view bytes) {
+FileReading<StoredFactors> ReadLUFile(std::string_view bytes, const Memory& memory) {
   FileReading<StoredFactors> reading;
-  FieldScanner scanner(bytes);
+  FieldScanner scanner(bytes, memory);
   StoredFactors& factors = reading.content;
   if (ReadLUFactors(scanner, factors) && factors.uRows == factors.uCols) {
     if (factors.uRows == 0) {

@@ -21,6 +21,7 @@ bool ReadLUFactors(FieldScanner& scanner, StoredFactors& factors);
 
 std::string LUFile(const StoredFactors& factors);
 /// As ReadLUFactors, for a file that holds nothing else. Factors of order 0 are refused.
-FileReading<StoredFactors> ReadLUFile(std::string_view bytes);
+FileReading<StoredFactors> ReadLUFile(std::string_view bytes,
+                                      const Memory& memory = SystemMemory());
 
 }  // namespace qmx

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/number_text.h"
-#include "workspace/slot_table.h"
 
 namespace qmx {
 namespace {
@@ -12,7 +11,7 @@ namespace {
 /// are fine in any file.
 constexpr std::size_t kLinesWithoutElements = 1000000;
 
-std::string NameOf(int slot) {
+std::string NameOf(Slot slot) {
   return slot <= kSlotB ? std::string(InfoOf(slot).title)
                         : '"' + std::string(InfoOf(slot).title) + '"';
 }
@@ -30,7 +29,7 @@ bool CheckElements(FieldScanner& scanner, const std::string& name, int rows, int
     return scanner.RefuseLast("a file long enough for the " + std::to_string(count) +
                               " elements of " + name);
   }
-  if (!CanAllocate(rows, cols))
+  if (!scanner.HasRoomFor(rows, cols))
     return scanner.RefuseLast("a size of " + name + " that fits into memory");
   return true;
 }
@@ -74,7 +73,7 @@ bool ReadEnd(FieldScanner& scanner) {
   return scanner.AtEnd() || scanner.Refuse("the end of the file");
 }
 
-void WriteMatrixSection(RecordWriter& writer, int slot, const Matrix& values) {
+void WriteMatrixSection(RecordWriter& writer, Slot slot, const Matrix& values) {
   writer.Integer(values.Rows());
   writer.Integer(InfoOf(slot).filedAsVector ? 0 : values.Cols());
   writer.EndRecord();
@@ -83,7 +82,7 @@ void WriteMatrixSection(RecordWriter& writer, int slot, const Matrix& values) {
   for (int i = 1; i <= values.Rows(); ++i) writer.PrintText("");
 }
 
-bool ReadMatrixSection(FieldScanner& scanner, int slot, MatrixSection& section) {
+bool ReadMatrixSection(FieldScanner& scanner, Slot slot, MatrixSection& section) {
   const std::string name = NameOf(slot);
   const bool vectorSlot = InfoOf(slot).filedAsVector;
   int& rows = section.rows;
@@ -98,15 +97,15 @@ bool ReadMatrixSection(FieldScanner& scanner, int slot, MatrixSection& section) 
   return CheckElementlessCount(scanner, name, rows, 0) && ReadEmptyRows(scanner, name, rows - 1);
 }
 
-std::string MatrixFile(int slot, const Matrix& values) {
+std::string MatrixFile(Slot slot, const Matrix& values) {
   RecordWriter writer(values.Size());
   WriteMatrixSection(writer, slot, values);
   return writer.Take();
 }
 
-FileReading<Matrix> ReadMatrixFile(int operand, std::string_view bytes) {
+FileReading<Matrix> ReadMatrixFile(Slot operand, std::string_view bytes, const Memory& memory) {
   FileReading<Matrix> reading;
-  FieldScanner scanner(bytes);
+  FieldScanner scanner(bytes, memory);
   const std::string name = NameOf(operand);
   int rows = 0;
   int cols = 0;

@@ -6,6 +6,7 @@
 #include "base/matrix.h"
 #include "files/field_scanner.h"
 #include "files/record_writer.h"
+#include "workspace/slot_table.h"
 
 namespace qmx {
 
@@ -28,18 +29,19 @@ struct FileReading {
 /// A record "rows,cols" and one print record per element, row by row. The slots that are filed as
 /// vectors are written with a column count of 0. A matrix that has rows but no columns is written
 /// with an empty line for each row, which tells it from a vector.
-void WriteMatrixSection(RecordWriter& writer, int slot, const Matrix& values);
+void WriteMatrixSection(RecordWriter& writer, Slot slot, const Matrix& values);
 
 /// Reads what WriteMatrixSection writes. The counts are checked against what the rest of the file
 /// can hold and what the machine can, before anything is allocated. False after a refusal.
-bool ReadMatrixSection(FieldScanner& scanner, int slot, MatrixSection& section);
+bool ReadMatrixSection(FieldScanner& scanner, Slot slot, MatrixSection& section);
 
 /// The bytes of a matrix file: the section and nothing else.
-std::string MatrixFile(int slot, const Matrix& values);
+std::string MatrixFile(Slot slot, const Matrix& values);
 
 /// Reads a matrix file for an operand. A vector gives a matrix of `rows` rows and no columns, and
 /// the rest of its file stays unread; after any other matrix the file must end.
-FileReading<Matrix> ReadMatrixFile(int operand, std::string_view bytes);
+FileReading<Matrix> ReadMatrixFile(Slot operand, std::string_view bytes,
+                                   const Memory& memory = SystemMemory());
 
 // Parts that other readers share.
 

@@ -7,49 +7,57 @@
 namespace qmx {
 namespace {
 
-void WriteFlags(RecordWriter& writer, const ProjectFlags& flags) {
-  for (const ProjectFlagInfo& info : kProjectFlags) {
-    writer.Flag(flags[info.flag]);
-    if (info.endsRecord) writer.EndRecord();
+/// The flags stand in three records, each of which ends with one of these.
+constexpr bool EndsRecord(Result result) {
+  return result == kResultB || result == kResultQR || result == kResultSolution;
+}
+
+void WriteFlags(RecordWriter& writer, const ResultFlags& flags) {
+  for (const ResultInfo& info : kResults) {
+    writer.Flag(flags[info.result]);
+    if (EndsRecord(info.result)) writer.EndRecord();
   }
 }
 
-bool ReadFlags(FieldScanner& scanner, ProjectFlags& flags) {
-  for (const ProjectFlagInfo& info : kProjectFlags) {
-    if (!scanner.ReadFlag(flags[info.flag]))
+bool ReadFlags(FieldScanner& scanner, ResultFlags& flags) {
+  for (const ResultInfo& info : kResults) {
+    if (!scanner.ReadFlag(flags[info.result]))
       return scanner.Refuse("the flag #TRUE# or #FALSE# of " + std::string(info.name));
   }
   return true;
 }
 
-void WriteSection(RecordWriter& writer, const ProjectSectionInfo& section,
-                  const Workspace& workspace, const Screen& screen) {
-  switch (section.kind) {
-    case SectionKind::kMatrix:
-      return WriteMatrixSection(writer, section.slot, workspace.At(section.slot).array);
-    case SectionKind::kDeterminant:
-      return writer.PrintNumber(workspace.determinant);
-    case SectionKind::kTrace:
-      return writer.PrintNumber(workspace.trace);
-    case SectionKind::kDefiniteness:
-      return writer.PrintText(workspace.definitenessText);
-    case SectionKind::kSymmetry:
-      return writer.PrintText(workspace.symmetryText);
-    case SectionKind::kEigen:
-      return WriteEigenSection(writer, workspace, screen);
-    case SectionKind::kSystem:
+/// Runs through a result's matrices that are sections of their own.
+template <typename Action>
+void ForEachFiled(const ResultInfo& info, Action action) {
+  ForEachSlot(info, [&](Slot slot) {
+    if (IsFiled(slot)) action(slot);
+  });
+}
+
+void WriteResult(RecordWriter& writer, const ResultInfo& info, const Workspace& workspace,
+                 const EigenTexts& eigenTexts) {
+  switch (info.kind) {
+    case ResultKind::kMatrices:
+      return ForEachFiled(
+          info, [&](Slot slot) { WriteMatrixSection(writer, slot, workspace.At(slot).array); });
+    case ResultKind::kNumber:
+      return writer.PrintNumber(workspace.*info.number);
+    case ResultKind::kVerdict:
+      return writer.PrintText(workspace.*info.verdict);
+    case ResultKind::kEigenvalues:
+      return WriteEigenSection(writer, workspace, eigenTexts);
+    case ResultKind::kEigenvectors:
+      return;  // They travel with the eigenvalues.
+    case ResultKind::kSystem:
       return WriteSystemSection(writer, workspace);
   }
 }
 
-bool ReadScalar(FieldScanner& scanner, const char* meaning, double& value) {
-  return scanner.ReadNumber(value) || scanner.Refuse(meaning);
-}
-
-bool ReadVerdict(FieldScanner& scanner, const char* meaning, std::string& text) {
+bool ReadVerdict(FieldScanner& scanner, const std::string& name, std::string& text) {
+  const std::string meaning = "the verdict on " + name.substr(name.find(' ') + 1);
   if (!scanner.ReadText(text)) return scanner.Refuse(meaning);
-  return text.find(',') == std::string::npos ||
-         scanner.RefuseLast(std::string(meaning) + " without a comma");
+  return text.find(',') == std::string::npos || scanner.RefuseLast(meaning + " without a comma");
 }
 
 /// The map of exchanges must name rows of the Permutation matrix that is made of it.
@@ -57,7 +65,7 @@ bool ReadExchanges(FieldScanner& scanner, MatrixSection& section) {
   const FieldScanner before = scanner;
   if (!ReadMatrixSection(scanner, kSlotExchanges, section)) return false;
   const int rows = section.array.Rows();
-  if (!CanAllocate(rows, rows))
+  if (!scanner.HasRoomFor(rows, rows))
     return scanner.RefuseLast("a map of exchanges whose permutation fits into memory");
   for (int i = 1; i <= rows; ++i) {
     const int row = RoundToInteger(section.array(i, 1));
@@ -72,24 +80,30 @@ bool ReadExchanges(FieldScanner& scanner, MatrixSection& section) {
   return true;
 }
 
-bool ReadSection(FieldScanner& scanner, const ProjectSectionInfo& section, ProjectImage& image) {
-  switch (section.kind) {
-    case SectionKind::kMatrix: {
-      MatrixSection& matrix = image.matrices[section.slot];
-      return section.slot == kSlotExchanges ? ReadExchanges(scanner, matrix)
-                                            : ReadMatrixSection(scanner, section.slot, matrix);
-    }
-    case SectionKind::kDeterminant:
-      return ReadScalar(scanner, "the determinant", image.determinant);
-    case SectionKind::kTrace:
-      return ReadScalar(scanner, "the trace", image.trace);
-    case SectionKind::kDefiniteness:
-      return ReadVerdict(scanner, "the verdict on definiteness", image.definiteness);
-    case SectionKind::kSymmetry:
-      return ReadVerdict(scanner, "the verdict on symmetry", image.symmetry);
-    case SectionKind::kEigen:
+bool ReadMatrices(FieldScanner& scanner, const ResultInfo& info, ProjectImage& image) {
+  bool read = true;
+  ForEachFiled(info, [&](Slot slot) {
+    if (!read) return;
+    read = slot == kSlotExchanges ? ReadExchanges(scanner, image.matrices[slot])
+                                  : ReadMatrixSection(scanner, slot, image.matrices[slot]);
+  });
+  return read;
+}
+
+bool ReadResult(FieldScanner& scanner, const ResultInfo& info, ProjectImage& image) {
+  const std::string name(info.name);
+  switch (info.kind) {
+    case ResultKind::kMatrices:
+      return ReadMatrices(scanner, info, image);
+    case ResultKind::kNumber:
+      return scanner.ReadNumber(image.numbers[info.result]) || scanner.Refuse(name);
+    case ResultKind::kVerdict:
+      return ReadVerdict(scanner, name, image.verdicts[info.result]);
+    case ResultKind::kEigenvalues:
       return ReadEigenSection(scanner, image.eigen);
-    case SectionKind::kSystem:
+    case ResultKind::kEigenvectors:
+      return true;
+    case ResultKind::kSystem:
       return ReadSystemSection(scanner, image.system);
   }
   return false;
@@ -97,11 +111,11 @@ bool ReadSection(FieldScanner& scanner, const ProjectSectionInfo& section, Proje
 
 bool ReadProject(FieldScanner& scanner, ProjectImage& image) {
   if (!ReadFlags(scanner, image.flags)) return false;
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (!Holds(image.flags, section)) continue;
-    if (!ReadSection(scanner, section, image)) return false;
+  for (const ResultInfo& info : kResults) {
+    if (!Holds(image.flags, info.result)) continue;
+    if (!ReadResult(scanner, info, image)) return false;
     if (image.system.StopsAtFactors()) {
-      image.flags[kFlagSolution] = false;
+      image.flags[kResultSolution] = false;
       return true;
     }
   }
@@ -110,24 +124,24 @@ bool ReadProject(FieldScanner& scanner, ProjectImage& image) {
 
 }  // namespace
 
-std::string ProjectFile(const Workspace& workspace, const Screen& screen) {
-  const ProjectFlags flags = FlagsOf(workspace);
+std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts) {
+  const ResultFlags flags = FlagsOf(workspace);
   std::size_t numbers = SystemSectionSize(workspace);
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (Holds(flags, section) && section.slot >= 0)
-      numbers += workspace.At(section.slot).array.Size();
+  for (const ResultInfo& info : kResults) {
+    if (!Holds(flags, info.result)) continue;
+    ForEachFiled(info, [&](Slot slot) { numbers += workspace.At(slot).array.Size(); });
   }
   RecordWriter writer(numbers);
   WriteFlags(writer, flags);
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (Holds(flags, section)) WriteSection(writer, section, workspace, screen);
+  for (const ResultInfo& info : kResults) {
+    if (Holds(flags, info.result)) WriteResult(writer, info, workspace, eigenTexts);
   }
   return writer.Take();
 }
 
-FileReading<ProjectImage> ReadProjectFile(std::string_view bytes) {
+FileReading<ProjectImage> ReadProjectFile(std::string_view bytes, const Memory& memory) {
   FileReading<ProjectImage> reading;
-  FieldScanner scanner(bytes);
+  FieldScanner scanner(bytes, memory);
   ReadProject(scanner, reading.content);
   reading.problem = scanner.ProblemText();
   return reading;

@@ -34,19 +34,19 @@ std::string SystemFile(const Workspace& workspace) {
   return writer.Take();
 }
 
-FileReading<SystemSection> ReadSystemFile(std::string_view bytes) {
+FileReading<SystemSection> ReadSystemFile(std::string_view bytes, const Memory& memory) {
   FileReading<SystemSection> reading;
-  FieldScanner scanner(bytes);
+  FieldScanner scanner(bytes, memory);
   if (ReadSystemSection(scanner, reading.content) && !reading.content.StopsAtFactors())
     ReadEnd(scanner);
   reading.problem = scanner.ProblemText();
   return reading;
 }
 
-FileReading<Matrix> ReadOperandFile(int operand, std::string_view bytes) {
-  FileReading<Matrix> reading = ReadMatrixFile(operand, bytes);
+FileReading<Matrix> ReadOperandFile(Slot operand, std::string_view bytes, const Memory& memory) {
+  FileReading<Matrix> reading = ReadMatrixFile(operand, bytes, memory);
   if (reading.Ok()) return reading;
-  FileReading<SystemSection> system = ReadSystemFile(bytes);
+  FileReading<SystemSection> system = ReadSystemFile(bytes, memory);
   if (system.Ok()) return {std::move(system.content.matrix.array), {}};
   return reading;
 }

@@ -30,10 +30,12 @@ bool ReadSystemSection(FieldScanner& scanner, SystemSection& section);
 std::size_t SystemSectionSize(const Workspace& workspace);
 
 std::string SystemFile(const Workspace& workspace);
-FileReading<SystemSection> ReadSystemFile(std::string_view bytes);
+FileReading<SystemSection> ReadSystemFile(std::string_view bytes,
+                                          const Memory& memory = SystemMemory());
 
 /// Reads a file into an operand: a matrix file or, as copying the System would give it, the
 /// augmented matrix of a system file. The problem of any other file is that of a matrix file.
-FileReading<Matrix> ReadOperandFile(int operand, std::string_view bytes);
+FileReading<Matrix> ReadOperandFile(Slot operand, std::string_view bytes,
+                                    const Memory& memory = SystemMemory());
 
 }  // namespace qmx

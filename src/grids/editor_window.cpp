@@ -9,7 +9,7 @@
 
 namespace qmx {
 
-EditorWindow::EditorWindow(Context& context, int slot) : GridWindow(context, slot) {
+EditorWindow::EditorWindow(Context& context, qmx::Slot slot) : GridWindow(context, slot) {
   AddEntryBox();
   AddToggle();
   AddPaste();
@@ -32,7 +32,6 @@ void EditorWindow::StartTyping(const QString& character) {
 
 void EditorWindow::Commit(const QString& text) {
   if (Box()->isHidden()) return;
-  Grid().SetTextMatrix(Grid().Row(), Grid().Col(), text);
   ShowToolTip(text);
   CommitCell(Commands(), Slot(), Grid().Row(), Grid().Col(), text.toStdString());
 }

@@ -11,7 +11,7 @@ class EditorWindow : public GridWindow {
   Q_OBJECT
 
  public:
-  EditorWindow(Context& context, int slot);
+  EditorWindow(Context& context, qmx::Slot slot);
 
  private:
   void StartEditing();

@@ -17,7 +17,7 @@ constexpr double kLargestShare = 0.6;  // Of the screen, before the user makes i
 
 }  // namespace
 
-GridWindow::GridWindow(Context& context, int slot)
+GridWindow::GridWindow(Context& context, qmx::Slot slot)
     : QWidget(nullptr, Qt::Window),
       context_(context),
       slot_(slot),
@@ -52,9 +52,22 @@ void GridWindow::AddToggle() {
   connect(toggle, &QPushButton::clicked, this, &GridWindow::Toggle);
 }
 
-void GridWindow::SetUp(int rows, int cols, bool wide) {
-  grid_->SetUp(rows, cols, wide);
-  FitToGrid();
+void GridWindow::Show(const GridContent& content, bool wide) {
+  const GridModel& model = grid_->Model();
+  const auto write = [this](const std::vector<GridContent::CellText>& texts) {
+    for (const auto& cell : texts)
+      grid_->SetTextMatrix(cell.row, cell.col, QString::fromStdString(cell.text));
+  };
+  if (content.anew || model.DataRows() != content.rows || model.DataCols() != content.cols) {
+    grid_->SetUp(content.rows, content.cols, wide);
+    FitToGrid();
+    write(content.headings);
+  }
+  for (const auto& cell : content.colours) grid_->SetCellColour(cell.row, cell.col, cell.colour);
+  if (content.colour) grid_->SetGridColour(*content.colour);
+  write(content.texts);
+  if (content.elements == nullptr) return;
+  grid_->Populate(*content.elements, wide, content.columns.empty() ? nullptr : &content.columns);
 }
 
 void GridWindow::SetWide(bool wide) {

@@ -20,12 +20,13 @@ class GridWindow : public QWidget {
   Q_OBJECT
 
  public:
-  int Slot() const { return slot_; }
+  qmx::Slot Slot() const { return slot_; }
   MatrixGrid& Grid() { return *grid_; }
   const MatrixGrid& Grid() const { return *grid_; }
 
-  /// Shapes the grid, and the window with it unless the user has given the window a size.
-  void SetUp(int rows, int cols, bool wide);
+  /// Brings the grid in line with what it is to show; the window is shaped with it unless the user
+  /// has given the window a size.
+  void Show(const GridContent& content, bool wide);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
@@ -34,7 +35,7 @@ class GridWindow : public QWidget {
   void HideEntryBox();
 
  protected:
-  GridWindow(Context& context, int slot);
+  GridWindow(Context& context, qmx::Slot slot);
 
   Context& Commands() { return context_; }
   EntryBox* Box() { return box_; }
@@ -70,7 +71,7 @@ class GridWindow : public QWidget {
   void GoTo();
 
   Context& context_;
-  const int slot_;
+  const qmx::Slot slot_;
   MatrixGrid* grid_;
   EntryBox* box_ = nullptr;
   QVBoxLayout* layout_;

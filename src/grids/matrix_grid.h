@@ -8,7 +8,7 @@
 #include "base/matrix.h"
 #include "grids/grid_model.h"
 #include "grids/grid_selection.h"
-#include "workspace/screen.h"
+#include "workspace/grids.h"
 
 namespace qmx {
 

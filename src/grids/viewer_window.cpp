@@ -2,7 +2,7 @@
 
 namespace qmx {
 
-ViewerWindow::ViewerWindow(Context& context, int slot) : GridWindow(context, slot) {
+ViewerWindow::ViewerWindow(Context& context, qmx::Slot slot) : GridWindow(context, slot) {
   const WindowKind kind = InfoOf(slot).kind;
   connect(&Grid(), &MatrixGrid::ArrowPressed, this, &ViewerWindow::MoveBy);
   if (kind == WindowKind::kViewer) {

@@ -1,5 +1,7 @@
 #include "output/line_composer.h"
 
+#include <utility>
+
 #include "base/number_text.h"
 
 namespace qmx {
@@ -21,7 +23,7 @@ LineComposer& LineComposer::Tab(int column) {
 }
 
 void LineComposer::End() {
-  printer_.PrintLine(line_);
+  lines_.push_back(std::move(line_));
   line_.clear();
 }
 

@@ -10,18 +10,6 @@ namespace {
 
 constexpr int kSecondColumn = 40;
 
-struct ParameterLine {
-  std::string_view label;
-  Control field;
-};
-
-constexpr std::array<ParameterLine, 4> kParameterLines{{
-    {"               MAXIMUM ERROR:", txtError},
-    {"         MAXIMUM # OF CYCLES:", txtMaxcy},
-    {"  EIGENVALUE SHIFT CRITERION:", txtErs},
-    {"EIGENVECTOR ADDITIONAL SHIFT:", txtPert},
-}};
-
 constexpr std::array<std::string_view, 2> kSingularBox{
     "***ENCOUNTERED SINGULAR MATRIX. ***",
     "***REVIEW ADDITIONAL SHIFT.     ***",
@@ -71,11 +59,11 @@ LineComposer& EigenvectorItems(LineComposer& lines, int i, double origin, double
   return lines.Add("EVC(").Add(i).Add(",").Add(origin).Add(")=").Add(value);
 }
 
-void PrintEigenReport(LineComposer& lines, const Workspace& workspace, const Screen& screen) {
+void PrintEigenReport(LineComposer& lines, const Workspace& workspace, const EigenTexts& texts) {
   lines.Line("EIGENVALUES/EIGENVECTORS:");
   lines.EmptyLine();
-  for (const ParameterLine& parameter : kParameterLines)
-    lines.Add(parameter.label).Line(screen.Text(parameter.field));
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    lines.Add(kEigenParameters[i].printed).Line(texts[i]);
   const int count = KnownEigenvalues(workspace);
   if (count == 0) return;
   lines.EmptyLine();

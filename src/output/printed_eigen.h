@@ -1,7 +1,7 @@
 #pragma once
 
 #include "output/line_composer.h"
-#include "workspace/screen.h"
+#include "workspace/field_table.h"
 #include "workspace/workspace.h"
 
 namespace qmx {
@@ -12,6 +12,6 @@ LineComposer& EigenvectorItems(LineComposer& lines, int i, double origin, double
 
 /// The eigen part of the full report: the parameters as they stand in their fields, and for each
 /// eigenvalue its vector, or why there is none, in a second column beside it.
-void PrintEigenReport(LineComposer& lines, const Workspace& workspace, const Screen& screen);
+void PrintEigenReport(LineComposer& lines, const Workspace& workspace, const EigenTexts& texts);
 
 }  // namespace qmx

@@ -4,8 +4,7 @@
 
 #include "output/line_composer.h"
 #include "output/printed_eigen.h"
-#include "workspace/slot_table.h"
-#include "workspace/system_kind.h"
+#include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
@@ -20,7 +19,7 @@ void ElementLine(LineComposer& lines, std::string_view prefix, int i, int j, dou
 /// Which elements of a matrix are printed. A lower triangle has ones on its diagonal.
 enum class Part { kAll, kUnitLower, kUpper };
 
-void Rows(LineComposer& lines, int slot, const Matrix& values, Part part) {
+void Rows(LineComposer& lines, Slot slot, const Matrix& values, Part part) {
   for (int i = 1; i <= values.Rows(); ++i) {
     const int first = part == Part::kUpper ? i : 1;
     const int last = part == Part::kUnitLower ? std::min(i - 1, values.Cols()) : values.Cols();
@@ -52,7 +51,7 @@ void Eigenvectors(LineComposer& lines, const Workspace& workspace) {
   }
 }
 
-void PrintSection(LineComposer& lines, const Workspace& workspace, int slot) {
+void PrintSection(LineComposer& lines, const Workspace& workspace, Slot slot) {
   const SlotInfo& info = InfoOf(slot);
   const Matrix& values = workspace.At(slot).array;
   const bool byFactors = slot == kSlotSystem && workspace.SystemMethod == kSystemByFactors;
@@ -80,51 +79,54 @@ void PrintSection(LineComposer& lines, const Workspace& workspace, int slot) {
   }
 }
 
-void PrintSections(LineComposer& lines, const Workspace& workspace, bool wanted,
-                   std::initializer_list<int> slots) {
-  if (!wanted) return;
-  for (const int slot : slots) PrintSection(lines, workspace, slot);
+void PrintMatrices(LineComposer& lines, const Workspace& workspace, const ResultInfo& info) {
+  switch (info.result) {
+    case kResultExchanges:
+      if (workspace.LUComputed) PrintSection(lines, workspace, kSlotExchanges);
+      return;
+    case kResultAdjoint:
+      return;
+    case kResultTranspose:
+      // The report pairs the Adjoint with the Transpose; the Transpose is printed on its own only.
+      return PrintSection(lines, workspace, kSlotAdjoint);
+    default:
+      ForEachSlot(info, [&](Slot slot) { PrintSection(lines, workspace, slot); });
+  }
 }
 
-void PrintScalars(LineComposer& lines, const Workspace& workspace) {
-  if (workspace.DeterminantComputed)
-    lines.Add("Determinant of A=").Add(workspace.determinant).End();
-  if (workspace.TraceComputed) lines.Add("Trace of A=").Add(workspace.trace).End();
-  if (workspace.DefinitenessComputed)
-    lines.Add("Definiteness of A:").Add(workspace.definitenessText).End();
-  if (workspace.SymmetryComputed) {
-    lines.Add("Symmetric:").Add(workspace.symmetryText).End();
-    lines.EmptyLine();
+void PrintResult(LineComposer& lines, const Workspace& workspace, const ResultInfo& info,
+                 const EigenTexts& eigenTexts) {
+  switch (info.kind) {
+    case ResultKind::kNumber:
+      return lines.Add(info.printed).Add(workspace.*info.number).End();
+    case ResultKind::kVerdict:
+      lines.Add(info.printed).Line(workspace.*info.verdict);
+      if (info.result == kResultSymmetry) lines.EmptyLine();
+      return;
+    case ResultKind::kEigenvalues:
+      return PrintEigenReport(lines, workspace, eigenTexts);
+    case ResultKind::kEigenvectors:
+      return;  // They are printed beside the eigenvalues.
+    case ResultKind::kMatrices:
+    case ResultKind::kSystem:
+      return PrintMatrices(lines, workspace, info);
   }
 }
 
 }  // namespace
 
-void PrintMatrixSection(Printer& printer, const Workspace& workspace, int slot) {
-  LineComposer lines(printer);
+std::vector<std::string> PrintedMatrix(const Workspace& workspace, Slot slot) {
+  LineComposer lines;
   PrintSection(lines, workspace, slot);
+  return lines.Take();
 }
 
-void PrintFullReport(Printer& printer, const Workspace& workspace, const Screen& screen) {
-  LineComposer lines(printer);
-  const auto present = [&](int slot) { return workspace.At(slot).present; };
-  PrintSections(lines, workspace, workspace.ACreated, {kSlotA});
-  PrintScalars(lines, workspace);
-  PrintSections(lines, workspace, workspace.BCreated, {kSlotB});
-  PrintSections(lines, workspace, workspace.SumComputed, {kSlotSum});
-  PrintSections(lines, workspace, workspace.DifferenceComputed, {kSlotDifference});
-  PrintSections(lines, workspace, workspace.ProductComputed, {kSlotProduct});
-  PrintSections(lines, workspace, workspace.LUComputed, {kSlotL, kSlotU});
-  PrintSections(lines, workspace, workspace.LUComputed && present(kSlotExchanges),
-                {kSlotExchanges});
-  PrintSections(lines, workspace, workspace.QRComputed, {kSlotQ, kSlotR});
-  PrintSections(lines, workspace, workspace.InverseComputed, {kSlotInverse});
-  // The report pairs the Adjoint with the Transpose; the Transpose is printed on its own only.
-  PrintSections(lines, workspace, workspace.TransposeComputed, {kSlotAdjoint});
-  if (workspace.EigenvaluesComputed) PrintEigenReport(lines, workspace, screen);
-  PrintSections(lines, workspace, present(kSlotCreated), {kSlotCreated});
-  PrintSections(lines, workspace, present(kSlotSystem), {kSlotSystem});
-  PrintSections(lines, workspace, workspace.SolutionComputed, {kSlotSolution});
+std::vector<std::string> PrintedReport(const Workspace& workspace, const EigenTexts& eigenTexts) {
+  LineComposer lines;
+  for (const ResultInfo& info : kResults) {
+    if (workspace.*info.flag) PrintResult(lines, workspace, info, eigenTexts);
+  }
+  return lines.Take();
 }
 
 }  // namespace qmx

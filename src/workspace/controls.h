@@ -67,6 +67,11 @@ inline constexpr Control mnuPrint{"mnuPrint"};
 inline constexpr Control chkSymmetric{"chkSymmetric"};
 inline constexpr Control chkIntegers{"chkIntegers"};
 
+/// The options of the groups.
+enum PivotOption : int { kPivotYes, kPivotNo };
+enum CreateOption : int { kCreateZeroes, kCreateOnes, kCreateIdentity, kCreateRandom };
+inline constexpr int kCreateOptions = 4;
+
 // Control arrays, indexed by slot, task or option.
 inline constexpr Control fraFrame(int slot) { return {"fraFrame", slot}; }
 inline constexpr Control cmdShow(int slot) { return {"cmdShow", slot}; }

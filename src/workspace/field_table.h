@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "workspace/controls.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 
@@ -59,6 +61,25 @@ constexpr const FieldInfo& InfoOf(const Control& field) {
   return kFields.front();
 }
 
+/// A parameter of the eigen task: its field, and how the window, the printed report and messages
+/// about files name it. In the order of all of these.
+struct EigenParameter {
+  Control field;
+  Control label;
+  std::string_view printed;
+  const char* meaning;
+};
+
+inline constexpr std::array<EigenParameter, 4> kEigenParameters{{
+    {txtError, {"lblError"}, "               MAXIMUM ERROR:", "the error bound"},
+    {txtMaxcy, {"lblMaxcy"}, "         MAXIMUM # OF CYCLES:", "the limit of iterations"},
+    {txtErs, {"lblErs"}, "  EIGENVALUE SHIFT CRITERION:", "the error reference for the shift"},
+    {txtPert, {"lblPert"}, "EIGENVECTOR ADDITIONAL SHIFT:", "the additional shift"},
+}};
+
+/// What the fields of these parameters hold.
+using EigenTexts = std::array<std::string, kEigenParameters.size()>;
+
 /// One choice of an option group, or a check box.
 struct OptionInfo {
   Control control;
@@ -68,17 +89,17 @@ struct OptionInfo {
 };
 
 inline constexpr std::array<OptionInfo, 11> kOptions{{
-    {OptPivot(0), "Yes", "", true},
-    {OptPivot(1), "No", "", false},
-    {OptCreate(0), "Of zeroes", "Create matrix of zeroes", true},
-    {OptCreate(1), "Of ones", "Create matrix of ones", false},
-    {OptCreate(2), "Identity", "Create identity matrix", false},
-    {OptCreate(3), "Random", "Create matrix of random elements", false},
+    {OptPivot(kPivotYes), "Yes", "", true},
+    {OptPivot(kPivotNo), "No", "", false},
+    {OptCreate(kCreateZeroes), "Of zeroes", "Create matrix of zeroes", true},
+    {OptCreate(kCreateOnes), "Of ones", "Create matrix of ones", false},
+    {OptCreate(kCreateIdentity), "Identity", "Create identity matrix", false},
+    {OptCreate(kCreateRandom), "Random", "Create matrix of random elements", false},
     {chkSymmetric, "Symmetric", "Create symmetric matrix", false},
     {chkIntegers, "Integers", "All elements will be integers", false},
-    {OptSystem(0), "One-shot solution", "", true},
-    {OptSystem(1), "Solve by LU factors", "", false},
-    {OptSystem(2), "Overdetermined/inconsistent", "", false},
+    {OptSystem(kSystemOneShot), "One-shot solution", "", true},
+    {OptSystem(kSystemByFactors), "Solve by LU factors", "", false},
+    {OptSystem(kSystemOverdetermined), "Overdetermined/inconsistent", "", false},
 }};
 
 }  // namespace qmx

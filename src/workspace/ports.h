@@ -1,23 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qmx {
 
-/// A printer that takes lines of text. Any call may fault with 482 (printer error).
+/// A printer that takes whole documents.
 class Printer {
  public:
   Printer() = default;
   Printer(const Printer&) = delete;
   Printer& operator=(const Printer&) = delete;
   virtual ~Printer() = default;
-  virtual void PrintLine(const std::string& line) = 0;
-  virtual std::string FontName() const = 0;
-  virtual void SetFontName(const std::string& name) = 0;
-  /// Ends the document and sends its pages.
-  virtual void EndDocument() = 0;
+  /// Prints lines as one document in a font, or in the printer's own where no font is named, which
+  /// stays what it is in any case. Nothing is printed where there are no lines.
+  /// Faults: 482 (printer error).
+  virtual void Print(const std::vector<std::string>& lines, std::string_view font) = 0;
 };
 
 /// What came of a file operation. An empty problem means that it succeeded; otherwise it says what

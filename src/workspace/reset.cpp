@@ -1,135 +1,77 @@
 #include "workspace/reset.h"
 
+#include <array>
 #include <string>
 
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
-#include "workspace/system_kind.h"
 
 namespace qmx {
 namespace {
 
-/// What every reset of a matrix does. Captions are those of labels: fields keep their text.
-void EraseSlot(Context& context, int slot) {
-  SlotData& data = context.workspace.At(slot);
-  data.rows = 0;
-  data.cols = slot == kSlotExchanges ? 1 : 0;
-  if (!HasPermanentFrame(slot)) {
-    context.screen.SetText(InfoOf(slot).rows, "");
-    context.screen.SetText(InfoOf(slot).cols, "");
+/// What the reset of A erases, one after the other. That of B takes those that B takes part in.
+constexpr std::array<Result, 13> kResetOrder{
+    kResultSum,      kResultDifference,  kResultProduct,  kResultDeterminant, kResultTrace,
+    kResultInverse,  kResultAdjoint,     kResultLU,       kResultQR,          kResultDefiniteness,
+    kResultSymmetry, kResultEigenvalues, kResultTranspose};
+
+void ResetResultsFrom(Context& context, unsigned origin) {
+  for (const Result result : kResetOrder) {
+    if ((InfoOf(result).operands & origin) != 0) Reset(context, result);
   }
-  data.array = Matrix();
-  data.gridRows = data.gridCols = 0;
-  context.screen.CloseWindow(slot);
-  HideResult(context, slot);
-  data.present = false;
 }
 
-void EraseScalar(Context& context, const Control& label, bool& computed) {
-  context.screen.SetText(label, "");
-  computed = false;
+/// The stored factors go with L and U unless they have become the System's own.
+void ResetStoredFactors(Context& context) {
+  Workspace& workspace = context.workspace;
+  if (workspace.StoredFactorsValid) return;
+  context.panel.SetEnabled(cmdSaveLU, false);
+  workspace.storedFactors = StoredFactors();
+  if (!context.panel.IsSelected(OptSystem(kSystemByFactors))) return;
+  for (const Control& field : {txtEquations, txtUnknowns}) {
+    context.panel.SetText(field, std::string(kDimensionReset));
+  }
+  for (const Control& button : {cmdCreateSystem, cmdRetrieveSystem})
+    context.panel.SetEnabled(button, false);
+}
+
+/// What only one result has.
+void ResetTheRest(Context& context, Result result) {
+  if (result == kResultLU) ResetStoredFactors(context);
+  if (result == kResultSymmetry) context.workspace.AIsSymmetric = false;
+  if (result == kResultEigenvalues) context.workspace.eigen = EigenState();
+  if (result == kResultSystem) SwitchSystemControls(context, false);
 }
 
 }  // namespace
 
-void ResetSum(Context& context) {
-  EraseSlot(context, kSlotSum);
-  context.workspace.SumComputed = false;
+void EraseSlot(Context& context, Slot slot) {
+  SlotData& data = context.workspace.At(slot);
+  data.rows = 0;
+  data.cols = slot == kSlotExchanges ? 1 : 0;
+  if (!HasPermanentFrame(slot)) {
+    context.panel.SetText(InfoOf(slot).rows, "");
+    context.panel.SetText(InfoOf(slot).cols, "");
+  }
+  data.array = Matrix();
+  context.windows.CloseWindow(slot);
+  HideResult(context, slot);
 }
 
-void ResetDifference(Context& context) {
-  EraseSlot(context, kSlotDifference);
-  context.workspace.DifferenceComputed = false;
-}
-
-void ResetProduct(Context& context) {
-  EraseSlot(context, kSlotProduct);
-  context.workspace.ProductComputed = false;
-}
-
-void ResetDeterminant(Context& context) {
-  EraseScalar(context, lblDeterminantOfA, context.workspace.DeterminantComputed);
-  context.workspace.determinant = 0;
-}
-
-void ResetTrace(Context& context) {
-  EraseScalar(context, lblTraceOfA, context.workspace.TraceComputed);
-  context.workspace.trace = 0;
-}
-
-void ResetInverse(Context& context) {
-  EraseSlot(context, kSlotInverse);
-  context.workspace.InverseComputed = false;
-}
-
-void ResetAdjoint(Context& context) {
-  EraseSlot(context, kSlotAdjoint);
-  context.workspace.AdjointComputed = false;
-}
-
-void ResetLU(Context& context) {
+void Reset(Context& context, Result result) {
   Workspace& workspace = context.workspace;
-  for (const int slot : {kSlotL, kSlotU, kSlotPermutation, kSlotExchanges})
-    EraseSlot(context, slot);
-  workspace.LUComputed = false;
-  if (workspace.StoredFactorsValid) return;
-  context.screen.SetEnabled(cmdSaveLU, false);
-  workspace.storedFactors = StoredFactors();
-  if (!context.screen.IsSelected(OptSystem(kSystemByFactors))) return;
-  for (const Control& field : {txtEquations, txtUnknowns}) {
-    context.screen.SetText(field, std::string(kDimensionReset));
-  }
-  for (const Control& button : {cmdCreateSystem, cmdRetrieveSystem})
-    context.screen.SetEnabled(button, false);
+  const ResultInfo& info = InfoOf(result);
+  ForEachSlot(info, [&](Slot slot) { EraseSlot(context, slot); });
+  if (!info.HasMatrices()) context.panel.SetText(info.label, "");
+  if (info.number != nullptr) workspace.*info.number = 0;
+  if (info.verdict != nullptr) (workspace.*info.verdict).clear();
+  workspace.*info.flag = false;
+  if (info.takesAlong != kNoResult) Reset(context, info.takesAlong);
+  ResetTheRest(context, result);
 }
 
-void ResetQR(Context& context) {
-  EraseSlot(context, kSlotQ);
-  EraseSlot(context, kSlotR);
-  context.workspace.QRComputed = false;
-}
+void ResetResultsOfA(Context& context) { ResetResultsFrom(context, kFromA); }
 
-void ResetDefiniteness(Context& context) {
-  EraseScalar(context, lblDefiniteness, context.workspace.DefinitenessComputed);
-  context.workspace.definitenessText.clear();
-}
-
-void ResetSymmetry(Context& context) {
-  EraseScalar(context, lblSymmetry, context.workspace.SymmetryComputed);
-  context.workspace.AIsSymmetric = false;
-  context.workspace.symmetryText.clear();
-}
-
-void ResetEigen(Context& context) {
-  EraseSlot(context, kSlotEigenvalues);
-  EraseSlot(context, kSlotEigenvectors);
-  context.workspace.eigen = EigenState();
-  context.workspace.EigenvaluesComputed = false;
-  context.workspace.EigenvectorsComputed = false;
-}
-
-void ResetTranspose(Context& context) {
-  EraseSlot(context, kSlotTranspose);
-  context.workspace.TransposeComputed = false;
-}
-
-void ResetSystem(Context& context) {
-  EraseSlot(context, kSlotSystem);
-  EraseSlot(context, kSlotSolution);
-  context.workspace.SolutionComputed = false;
-  SwitchSystemControls(context, false);
-}
-
-void ResetResultsOfA(Context& context) {
-  for (const auto reset : {ResetSum, ResetDifference, ResetProduct, ResetDeterminant, ResetTrace,
-                           ResetInverse, ResetAdjoint, ResetLU, ResetQR, ResetDefiniteness,
-                           ResetSymmetry, ResetEigen, ResetTranspose}) {
-    reset(context);
-  }
-}
-
-void ResetResultsOfB(Context& context) {
-  for (const auto reset : {ResetSum, ResetDifference, ResetProduct}) reset(context);
-}
+void ResetResultsOfB(Context& context) { ResetResultsFrom(context, kFromB); }
 
 }  // namespace qmx

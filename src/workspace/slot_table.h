@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 #include "workspace/controls.h"
@@ -32,6 +33,13 @@ enum Slot : int {
 };
 inline constexpr int kSlotCount = 19;
 
+/// All slots in their order, to loop over.
+inline constexpr auto kAllSlots = [] {
+  std::array<Slot, kSlotCount> all{};
+  for (int k = 0; k < kSlotCount; ++k) all[k] = static_cast<Slot>(k);
+  return all;
+}();
+
 /// How a slot's window works.
 enum class WindowKind {
   kEditor,        ///< Cells are edited in place.
@@ -42,213 +50,123 @@ enum class WindowKind {
 
 /// All that is fixed about one matrix of the Workspace.
 struct SlotInfo {
-  int slot;
+  Slot slot{};
+  WindowKind kind{};
+  std::string_view name;     ///< What the names of its window, its grid and its labels end with.
   std::string_view title;    ///< Caption of its frame on the main window.
-  std::string_view window;   ///< Name of its window.
   std::string_view caption;  ///< Caption of its window.
-  std::string_view grid;     ///< Name of the grid in its window.
-  WindowKind kind;
-  Control rows;  ///< Where the main window shows its dimensions: fields or labels.
-  Control cols;
   std::string_view heading;  ///< First line of its section in a report.
   std::string_view prefix;   ///< What stands before the indices of an element, in reports and in an
                              ///< editor's tool tips.
-  bool filedAsVector;        ///< Files hold it with a column count of 0.
+  bool filedAsVector = false;  ///< Files hold it with a column count of 0.
+  Control rows{};              ///< Where the main window shows its dimensions: fields or labels.
+  Control cols{};
+  std::string_view window{};  ///< Name of its window.
+  std::string_view grid{};    ///< Name of the grid in its window.
 
   constexpr bool IsEditor() const { return kind == WindowKind::kEditor; }
 };
 
-inline constexpr std::array<SlotInfo, kSlotCount> kSlots{{
-    {kSlotA, "Matrix A", "frmA", "Matrix A", "MSFlexGridA", WindowKind::kEditor, txtRowsA, txtColsA,
-     "MATRIX [A]:", "A(", false},
-    {kSlotB, "Matrix B", "frmB", "Matrix B", "MSFlexGridB", WindowKind::kEditor, txtRowsB, txtColsB,
-     "MATRIX [B]:", "B(", false},
-    {kSlotSum,
-     "A + B",
-     "frmSum",
-     "A + B",
-     "MSFlexGridSum",
-     WindowKind::kViewer,
-     {"lblRowsSum"},
-     {"lblColsSum"},
-     "SUM [A]+[B]:",
-     "Sum(",
-     false},
-    {kSlotDifference,
-     "A - B",
-     "frmDifference",
-     "A - B",
-     "MSFlexGridDifference",
-     WindowKind::kViewer,
-     {"lblRowsDifference"},
-     {"lblColsDifference"},
-     "DIFFERENCE [A]-[B]:",
-     "Difference(",
-     false},
-    {kSlotProduct,
-     "A * B",
-     "frmProduct",
-     "A * B",
-     "MSFlexGridProduct",
-     WindowKind::kViewer,
-     {"lblRowsProduct"},
-     {"lblColsProduct"},
-     "PRODUCT [A][B]:",
-     "Product(",
-     false},
-    {kSlotL,
-     "L",
-     "frmLfactor",
-     "L",
-     "MSFlexGridLfactor",
-     WindowKind::kViewer,
-     {"lblRowsLfactor"},
-     {"lblColsLfactor"},
-     "LOWER TRIANGULAR FACTOR (L):",
-     "L(",
-     false},
-    {kSlotU,
-     "U",
-     "frmUfactor",
-     "U",
-     "MSFlexGridUfactor",
-     WindowKind::kViewer,
-     {"lblRowsUfactor"},
-     {"lblColsUfactor"},
-     "UPPER TRIANGULAR FACTOR (U):",
-     "U(",
-     false},
-    {kSlotQ,
-     "Q",
-     "frmQfactor",
-     "Q",
-     "MSFlexGridQfactor",
-     WindowKind::kViewer,
-     {"lblRowsQfactor"},
-     {"lblColsQfactor"},
-     "FACTOR WITH ORTHONORMAL COLUMNS (Q):",
-     "Q(",
-     false},
-    {kSlotR,
-     "R",
-     "frmRfactor",
-     "R",
-     "MSFlexGridRfactor",
-     WindowKind::kViewer,
-     {"lblRowsRfactor"},
-     {"lblColsRfactor"},
-     "UPPER TRIANGULAR FACTOR (R):",
-     "R(",
-     false},
-    {kSlotInverse,
-     "Inverse of A",
-     "frmInverse",
-     "Inverse of A",
-     "MSFlexGridInverse",
-     WindowKind::kViewer,
-     {"lblRowsInverse"},
-     {"lblColsInverse"},
-     "INVERSE OF A",
-     "Inverse(",
-     false},
-    {kSlotAdjoint,
-     "Adjoint of A",
-     "frmAdjoint",
-     "Adjoint of A",
-     "MSFlexGridAdjoint",
-     WindowKind::kViewer,
-     {"lblRowsAdjoint"},
-     {"lblColsAdjoint"},
-     "ADJOINT OF A:",
-     "Adjoint(",
-     false},
-    {kSlotTranspose,
-     "Transpose of A",
-     "frmTranspose",
-     "Transpose of A",
-     "MSFlexGridTranspose",
-     WindowKind::kViewer,
-     {"lblRowsTranspose"},
-     {"lblColsTranspose"},
-     "TRANSPOSE OF A:",
-     "Transpose(",
-     false},
-    {kSlotEigenvectors,
-     "Eigenvectors of A",
-     "frmEigenvectors",
-     "Eigenvectors found",
-     "MSFlexGridEigenvectors",
-     WindowKind::kViewer,
-     {"lblRowsEigenvectors"},
-     {"lblColsEigenvectors"},
-     "UNIT EIGENVECTORS FOUND:",
-     "EVC(",
-     false},
-    {kSlotEigenvalues,
-     "Eigenvalues of A",
-     "frmEigenvalues",
-     "Eigenvalues found",
-     "MSFlexGridEigenvalues",
-     WindowKind::kColumnViewer,
-     {"lblRowsEigenvalues"},
-     {"lblColsEigenvalues"},
-     "EIGENVALUES FOUND:",
-     "",
-     true},
-    {kSlotSolution,
-     "Solution",
-     "frmSolution",
-     "System solution",
-     "MSFlexGridSolution",
-     WindowKind::kColumnViewer,
-     {"lblRowsSolution"},
-     {"lblColsSolution"},
-     "SOLUTION:",
-     "x(",
-     true},
-    {kSlotCreated, "Special matrix", "frmCreated", "Created matrix", "MSFlexGridCreated",
-     WindowKind::kEditor, txtRowsCreated, txtColsCreated, "SPECIAL CREATED MATRIX:", "Created(",
-     false},
-    {kSlotPermutation,
-     "Permutation",
-     "frmPermutation",
-     "Permutation matrix",
-     "MSFlexGridPermutation",
-     WindowKind::kViewer,
-     {"lblRowsPermutation"},
-     {"lblColsPermutation"},
-     "PERMUTATION MATRIX:",
-     "Permutation(",
-     false},
-    {kSlotExchanges,
-     "Map of exchanges",
-     "frmExchanges",
-     "Map of exchanges",
-     "MSFlexGridExchanges",
-     WindowKind::kPlainViewer,
-     {"lblRowsExchanges"},
-     {"lblColsExchanges"},
-     "MAP OF ROW EXCHANGES:",
-     "",
-     true},
-    {kSlotSystem, "System of linear equations", "frmSystem", "System of linear equations",
-     "MSFlexGridSystem", WindowKind::kEditor, txtEquations, txtUnknowns,
-     "SYSTEM OF EQUATIONS:", "System(", false},
-}};
+namespace slot_table {
 
-consteval bool SlotsAreInOrder() {
+constexpr SlotInfo Editor(Slot slot, std::string_view name, std::string_view title,
+                          std::string_view caption, std::string_view heading,
+                          std::string_view prefix, const Control& rows, const Control& cols) {
+  return {slot, WindowKind::kEditor, name, title, caption, heading, prefix, false, rows, cols};
+}
+constexpr SlotInfo Viewer(Slot slot, std::string_view name, std::string_view title,
+                          std::string_view heading, std::string_view prefix,
+                          std::string_view caption = {}) {
+  return {slot,  WindowKind::kViewer, name, title, caption.empty() ? title : caption, heading,
+          prefix};
+}
+constexpr SlotInfo Column(Slot slot, WindowKind kind, std::string_view name, std::string_view title,
+                          std::string_view heading, std::string_view prefix,
+                          std::string_view caption) {
+  return {slot, kind, name, title, caption, heading, prefix, true};
+}
+
+// clang-format off
+inline constexpr std::array<SlotInfo, kSlotCount> kRows{
+    Editor(kSlotA, "A", "Matrix A", "Matrix A", "MATRIX [A]:", "A(", txtRowsA, txtColsA),
+    Editor(kSlotB, "B", "Matrix B", "Matrix B", "MATRIX [B]:", "B(", txtRowsB, txtColsB),
+    Viewer(kSlotSum, "Sum", "A + B", "SUM [A]+[B]:", "Sum("),
+    Viewer(kSlotDifference, "Difference", "A - B", "DIFFERENCE [A]-[B]:", "Difference("),
+    Viewer(kSlotProduct, "Product", "A * B", "PRODUCT [A][B]:", "Product("),
+    Viewer(kSlotL, "Lfactor", "L", "LOWER TRIANGULAR FACTOR (L):", "L("),
+    Viewer(kSlotU, "Ufactor", "U", "UPPER TRIANGULAR FACTOR (U):", "U("),
+    Viewer(kSlotQ, "Qfactor", "Q", "FACTOR WITH ORTHONORMAL COLUMNS (Q):", "Q("),
+    Viewer(kSlotR, "Rfactor", "R", "UPPER TRIANGULAR FACTOR (R):", "R("),
+    Viewer(kSlotInverse, "Inverse", "Inverse of A", "INVERSE OF A", "Inverse("),
+    Viewer(kSlotAdjoint, "Adjoint", "Adjoint of A", "ADJOINT OF A:", "Adjoint("),
+    Viewer(kSlotTranspose, "Transpose", "Transpose of A", "TRANSPOSE OF A:", "Transpose("),
+    Viewer(kSlotEigenvectors, "Eigenvectors", "Eigenvectors of A", "UNIT EIGENVECTORS FOUND:", "EVC(",
+           "Eigenvectors found"),
+    Column(kSlotEigenvalues, WindowKind::kColumnViewer, "Eigenvalues", "Eigenvalues of A",
+           "EIGENVALUES FOUND:", "", "Eigenvalues found"),
+    Column(kSlotSolution, WindowKind::kColumnViewer, "Solution", "Solution", "SOLUTION:", "x(",
+           "System solution"),
+    Editor(kSlotCreated, "Created", "Special matrix", "Created matrix", "SPECIAL CREATED MATRIX:",
+           "Created(", txtRowsCreated, txtColsCreated),
+    Viewer(kSlotPermutation, "Permutation", "Permutation", "PERMUTATION MATRIX:", "Permutation(",
+           "Permutation matrix"),
+    Column(kSlotExchanges, WindowKind::kPlainViewer, "Exchanges", "Map of exchanges",
+           "MAP OF ROW EXCHANGES:", "", "Map of exchanges"),
+    Editor(kSlotSystem, "System", "System of linear equations", "System of linear equations",
+           "SYSTEM OF EQUATIONS:", "System(", txtEquations, txtUnknowns),
+};
+// clang-format on
+
+/// The names that are made of a slot's own: "frmSum", "MSFlexGridSum", "lblRowsSum", "lblColsSum".
+class Joined {
+ public:
+  constexpr Joined() = default;
+  constexpr Joined(std::string_view stem, std::string_view name) {
+    for (const char c : stem) text_[size_++] = c;
+    for (const char c : name) text_[size_++] = c;
+  }
+  constexpr std::string_view Text() const { return {text_.data(), size_}; }
+
+ private:
+  std::array<char, 24> text_{};
+  std::size_t size_ = 0;
+};
+
+inline constexpr std::array<std::string_view, 4> kStems{"frm", "MSFlexGrid", "lblRows", "lblCols"};
+inline constexpr auto kNames = [] {
+  std::array<std::array<Joined, kStems.size()>, kSlotCount> names{};
+  for (int k = 0; k < kSlotCount; ++k) {
+    for (std::size_t i = 0; i < kStems.size(); ++i) names[k][i] = Joined(kStems[i], kRows[k].name);
+  }
+  return names;
+}();
+
+}  // namespace slot_table
+
+inline constexpr auto kSlots = [] {
+  auto slots = slot_table::kRows;
+  for (SlotInfo& info : slots) {
+    const auto& names = slot_table::kNames[info.slot];
+    info.window = names[0].Text();
+    info.grid = names[1].Text();
+    if (info.IsEditor()) continue;
+    info.rows = {names[2].Text()};
+    info.cols = {names[3].Text()};
+  }
+  return slots;
+}();
+
+static_assert([] {
   for (int k = 0; k < kSlotCount; ++k) {
     if (kSlots[k].slot != k) return false;
   }
   return true;
-}
-static_assert(kSlots.size() == kSlotCount && SlotsAreInOrder());
+}());
 
-/// The facts of slot k, 0 <= k < kSlotCount.
-constexpr const SlotInfo& InfoOf(int slot) { return kSlots[slot]; }
+constexpr const SlotInfo& InfoOf(Slot slot) { return kSlots[slot]; }
 
 /// True for the slots whose frame is always on the main window; the others appear with their
 /// result.
-constexpr bool HasPermanentFrame(int slot) { return InfoOf(slot).IsEditor(); }
+constexpr bool HasPermanentFrame(Slot slot) { return InfoOf(slot).IsEditor(); }
 
 }  // namespace qmx

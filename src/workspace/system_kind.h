@@ -2,10 +2,9 @@
 
 namespace qmx {
 
-// The kinds of a system are the indices of the ways of solving it.
-inline constexpr int kSystemOneShot = 0;
-inline constexpr int kSystemByFactors = 1;
-inline constexpr int kSystemOverdetermined = 2;
+/// The ways of solving a system, which are also the kinds of system that files know and the indices
+/// of the options.
+enum SystemKind : int { kSystemOneShot, kSystemByFactors, kSystemOverdetermined };
 inline constexpr int kSystemKinds = 3;
 
 }  // namespace qmx

@@ -7,6 +7,7 @@
 
 #include "base/matrix.h"
 #include "workspace/slot_table.h"
+#include "workspace/system_kind.h"
 
 namespace qmx {
 
@@ -17,13 +18,6 @@ struct SlotData {
   Matrix array;
   int rows = 0;
   int cols = 0;
-  /// What its grid was set up for last.
-  int gridRows = 0;
-  int gridCols = 0;
-  /// Set while the matrix is available on the main window; not used by A and B.
-  bool present = false;
-  /// Full double precision and double column width in its grid; outlives the window.
-  bool WideDisplay = false;
 };
 
 /// The factors that systems are solved with: P·A = L·U. Independent of the L and U results.
@@ -57,12 +51,12 @@ struct EigenState {
 struct Workspace {
   std::array<SlotData, kSlotCount> slots;
 
-  SlotData& At(int slot) { return slots[slot]; }
-  const SlotData& At(int slot) const { return slots[slot]; }
+  SlotData& At(Slot slot) { return slots[slot]; }
+  const SlotData& At(Slot slot) const { return slots[slot]; }
 
+  // Which results there are; the table of results tells what belongs to each.
   bool ACreated = false;
   bool BCreated = false;
-
   bool SumComputed = false;
   bool DifferenceComputed = false;
   bool ProductComputed = false;
@@ -78,6 +72,9 @@ struct Workspace {
   bool EigenvaluesComputed = false;
   bool EigenvectorsComputed = false;
   bool SolutionComputed = false;
+  bool ExchangesPresent = false;
+  bool CreatedPresent = false;
+  bool SystemPresent = false;
 
   bool AIsSymmetric = false;
   bool StoredFactorsValid = false;
@@ -91,7 +88,7 @@ struct Workspace {
   EigenState eigen;
 
   std::int16_t SystemMethod =
-      0;  ///< Index of the selected way of solving: 0 one-shot, 1 by factors, 2 overdetermined.
+      kSystemOneShot;          ///< Index of the selected way of solving, a SystemKind.
   std::int32_t TaskIndex = 0;  ///< Index of the task button pressed last.
   std::string
       currentFileName;  ///< The name that a file dialog, the command line or a drop gave last.

@@ -62,7 +62,7 @@ std::vector<Control> AllControls() {
 }
 
 void ShowAllFrames(Desktop& desktop) {
-  for (int slot = 0; slot < kSlotCount; ++slot) {
+  for (const qmx::Slot slot : kAllSlots) {
     desktop.program.Windows().SetFrameVisible(slot, true);
     if (HasPermanentFrame(slot)) continue;
     desktop.program.Windows().SetText(InfoOf(slot).rows, "2000");
@@ -143,7 +143,7 @@ TEST_F(Layout, FramesThatAppearMoveNothing) {
 }
 
 TEST_F(Layout, OnlyTheFramesOfOperandsShowAtStart) {
-  for (int slot = 0; slot < kSlotCount; ++slot) {
+  for (const qmx::Slot slot : kAllSlots) {
     EXPECT_EQ(Get(fraFrame(slot))->isVisible(), HasPermanentFrame(slot)) << slot;
   }
 }

@@ -234,14 +234,13 @@ TEST_F(ProgramTest, AFieldLeavesDroppedFilesToItsWindow) {
 }
 
 TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
-  DesktopScreen& screen = program.Windows();
-  screen.BeginWork();
-  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-  screen.ReportProgress(0.5);
   auto* bar = Main().findChild<QProgressBar*>();
-  EXPECT_TRUE(bar->isVisible());
-  EXPECT_EQ(bar->value(), 50);
-  screen.EndWork();
+  program.Windows().Run([&](Progress& progress) {
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    progress.Report(0.5);
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->value(), 50);
+  });
   EXPECT_FALSE(bar->isVisible());
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
@@ -262,12 +261,11 @@ class PaintCounter : public QObject {
 TEST_F(ProgramTest, ALongComputationPaintsAllWindowsNowAndThen) {
   Enter(kSlotA, 2, 2, {});
   PaintCounter paints(Window(kSlotA));
-  DesktopScreen& screen = program.Windows();
-  screen.BeginWork();
-  QTest::qSleep(300);
   constexpr int kReports = 90;
-  for (int step = 1; step <= kReports; ++step) screen.ReportProgress(step / 100.0);
-  screen.EndWork();
+  program.Windows().Run([](Progress& progress) {
+    QTest::qSleep(300);
+    for (int step = 1; step <= kReports; ++step) progress.Report(step / 100.0);
+  });
   EXPECT_GE(paints.count, 1);
   EXPECT_LT(paints.count, kReports / 2) << "it must not take the time of the computation";
 }
@@ -317,7 +315,7 @@ void FaultInside(int loops, const std::function<void()>& fault) {
   FixedRandom random;
   FixedClock clock;
   PointSettings settings;
-  Program program({files, printer, random, clock}, settings);
+  Program program({files, printer, random, clock, SystemMemory()}, settings);
   auto* application = static_cast<Application*>(qApp);
   application->SetFaultHandler([&](Fault number) { program.EndAfterFault(number); });
   program.Start("");

@@ -185,10 +185,11 @@ TEST(MatrixTest, StorageThatCannotBeHadIsAFault) {
 }
 
 TEST(MatrixTest, CanAllocateTellsWhatFits) {
-  EXPECT_TRUE(CanAllocate(0, 0));
-  EXPECT_TRUE(CanAllocate(1000, 0));
-  EXPECT_TRUE(CanAllocate(100, 100));
-  EXPECT_FALSE(CanAllocate(std::numeric_limits<int>::max(), std::numeric_limits<int>::max()));
+  EXPECT_TRUE(CanAllocate(0, 0, SystemMemory()));
+  EXPECT_TRUE(CanAllocate(1000, 0, SystemMemory()));
+  EXPECT_TRUE(CanAllocate(100, 100, SystemMemory()));
+  EXPECT_FALSE(CanAllocate(std::numeric_limits<int>::max(), std::numeric_limits<int>::max(),
+                           SystemMemory()));
 }
 
 }  // namespace

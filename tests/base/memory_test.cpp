@@ -13,7 +13,7 @@ namespace qmx {
 namespace {
 
 TEST(MemoryTest, KnowsThatSomeMemoryIsAvailable) {
-  EXPECT_GT(AvailableMemory(), std::size_t{1} << 20);
+  EXPECT_GT(SystemMemory().Available(), std::size_t{1} << 20);
 }
 
 #if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)

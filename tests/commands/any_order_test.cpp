@@ -26,18 +26,19 @@ class AnyOrder : public test::Workbench, public testing::WithParamInterface<unsi
  private:
   int Draw(int least, int most) { return std::uniform_int_distribution(least, most)(random_); }
   Matrix DrawMatrix();
-  void CreateOrReset(int operand);
+  void CreateOrReset(Slot operand);
   void StepOfSystem();
   void PressAnyTask();
   void SaveAndOpenAgain();
 
-  bool IsCreated(int operand) const {
+  bool IsCreated(Slot operand) const {
     return operand == kSlotA ? workspace.ACreated : workspace.BCreated;
   }
-  void CheckOperand(int operand);
+  void CheckOperand(Slot operand);
   void CheckSystem();
-  void CheckResult(int slot);
-  void CheckGrid(int slot);
+  bool IsPresent(Slot slot) const;
+  void CheckResult(Slot slot);
+  void CheckGrid(Slot slot);
 
   std::mt19937 random_{GetParam()};
 };
@@ -51,7 +52,7 @@ Matrix AnyOrder::DrawMatrix() {
   return matrix;
 }
 
-void AnyOrder::CreateOrReset(int operand) {
+void AnyOrder::CreateOrReset(Slot operand) {
   if (!IsCreated(operand)) {
     operand == kSlotA ? EnterA(DrawMatrix()) : EnterB(DrawMatrix());
   } else if (Draw(0, 1) == 0) {
@@ -62,7 +63,7 @@ void AnyOrder::CreateOrReset(int operand) {
 }
 
 void AnyOrder::StepOfSystem() {
-  if (workspace.System().present) return ResetSystemCommand(context);
+  if (workspace.SystemPresent) return ResetSystemCommand(context);
   SelectSystemMethod(context, Draw(0, 2));
   if (screen.Enabled(cmdCreateSystem)) CreateSystem(context);
 }
@@ -85,8 +86,8 @@ void AnyOrder::SaveAndOpenAgain() {
 }
 
 void AnyOrder::Step() {
-  const int from = Draw(0, kSlotCount - 1);
-  const int into = Draw(kSlotA, kSlotB);
+  const auto from = static_cast<Slot>(Draw(0, kSlotCount - 1));
+  const auto into = static_cast<Slot>(Draw(kSlotA, kSlotB));
   switch (Draw(0, 9)) {
     case 0:
       return CreateOrReset(into);
@@ -110,7 +111,7 @@ void AnyOrder::Step() {
   }
 }
 
-void AnyOrder::CheckOperand(int operand) {
+void AnyOrder::CheckOperand(Slot operand) {
   const bool isA = operand == kSlotA;
   const bool created = IsCreated(operand);
   for (const Control& control :
@@ -127,7 +128,7 @@ void AnyOrder::CheckOperand(int operand) {
 }
 
 void AnyOrder::CheckSystem() {
-  const bool present = workspace.System().present;
+  const bool present = workspace.SystemPresent;
   for (const Control& control : {cmdPrint(kSlotSystem), cmdShow(kSlotSystem), cmdSave(kSlotSystem),
                                  cmdClearSystem, cmdResetSystem, cmdSolve})
     EXPECT_EQ(screen.Enabled(control), present) << control.ObjectName();
@@ -135,22 +136,25 @@ void AnyOrder::CheckSystem() {
   EXPECT_EQ(screen.Enabled(cmdRetrieveLU), workspace.SystemMethod == 1);
 }
 
-void AnyOrder::CheckResult(int slot) {
-  const bool present = workspace.At(slot).present;
-  EXPECT_TRUE(HasPermanentFrame(slot) || screen.frames[slot] == present) << slot;
+bool AnyOrder::IsPresent(Slot slot) const {
+  return slot == kSlotCreated ? workspace.CreatedPresent : screen.frames[slot];
+}
+
+void AnyOrder::CheckResult(Slot slot) {
+  const bool present = IsPresent(slot);
   for (const Control& control : {cmdPrint(slot), cmdShow(slot), cmdSave(slot), cmdIntoA(slot)})
     EXPECT_EQ(screen.Enabled(control), present) << control.ObjectName();
   EXPECT_TRUE(present || screen.windows[slot] != WindowState::kShown) << slot;
 }
 
 /// For slots whose arrays change only together with their grids.
-void AnyOrder::CheckGrid(int slot) {
+void AnyOrder::CheckGrid(Slot slot) {
   const SlotData& data = workspace.At(slot);
-  if (!data.present) return;
+  if (!IsPresent(slot)) return;
   for (int i = 1; i <= data.array.Rows(); ++i) {
     for (int j = 1; j <= data.array.Cols(); ++j) {
       const double value = data.array(i, j);
-      EXPECT_EQ(screen.grids[slot].Text(i, j), data.WideDisplay ? CStr(value) : CStrSingle(value))
+      EXPECT_EQ(screen.grids[slot].Text(i, j), screen.wide[slot] ? CStr(value) : CStrSingle(value))
           << slot << ": " << i << "," << j;
     }
   }
@@ -161,9 +165,11 @@ void AnyOrder::Check() {
   CheckOperand(kSlotB);
   EXPECT_EQ(screen.Enabled(cmdExchangeAandB), workspace.ACreated && workspace.BCreated);
   CheckSystem();
-  for (int slot = kSlotSum; slot <= kSlotExchanges; ++slot) CheckResult(slot);
-  for (const int slot : {kSlotSum, kSlotDifference, kSlotProduct, kSlotInverse, kSlotAdjoint,
-                         kSlotTranspose, kSlotCreated, kSlotPermutation})
+  for (const Slot slot : kAllSlots) {
+    if (slot >= kSlotSum && slot <= kSlotExchanges) CheckResult(slot);
+  }
+  for (const Slot slot : {kSlotSum, kSlotDifference, kSlotProduct, kSlotInverse, kSlotAdjoint,
+                          kSlotTranspose, kSlotCreated, kSlotPermutation})
     CheckGrid(slot);
 }
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "commands/parameters.h"
 #include "files/lu_file.h"
 #include "files/project_file.h"
 #include "support/core_bench.h"
@@ -18,7 +19,7 @@ class FileBench : public Workbench {
 
   /// All that a refused file must leave alone.
   std::string Everything() {
-    std::string state = ProjectFile(workspace, screen) + FlagLine(workspace);
+    std::string state = ProjectFile(workspace, ReadEigenTexts(screen)) + FlagLine(workspace);
     state += LUFile(workspace.storedFactors);
     for (const auto& [name, text] : screen.texts) state += name + "=" + text + ";";
     for (const auto& [name, on] : screen.enabled) state += name + (on ? "+" : "-");

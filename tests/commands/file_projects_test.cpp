@@ -92,7 +92,7 @@ TEST_F(ProjectCommands, AnOpenedProjectShowsInTheMainWindow) {
   EXPECT_EQ(Text(txtEquations), "2");
   EXPECT_EQ(Text(txtUnknowns), "2");
   EXPECT_TRUE(screen.IsSelected(OptSystem(1)));
-  for (int slot = 0; slot < kSlotCount; ++slot) {
+  for (const Slot slot : kAllSlots) {
     EXPECT_TRUE(screen.Enabled(cmdShow(slot))) << slot;
     EXPECT_TRUE(screen.frames[slot] || HasPermanentFrame(slot)) << slot;
     EXPECT_EQ(screen.windows[slot], WindowState::kHidden) << slot;
@@ -254,7 +254,7 @@ class ThrowingFiles : public FileStore {
 
 TEST_F(ProjectCommands, SavingAfterAFaultNeverThrows) {
   ThrowingFiles throwing;
-  Context odd{workspace, screen, throwing, printer, random, clock};
+  Context odd{workspace, screen, {throwing, printer, random, clock, memory}};
   Answer("one");
   EXPECT_FALSE(SaveProjectAfterFault(odd));
 }

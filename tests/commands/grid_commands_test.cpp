@@ -92,8 +92,8 @@ TEST_F(GridCommandsTest, ShowRestoresAWindow) {
   screen.windows[kSlotA] = WindowState::kHidden;
   ShowSlot(context, kSlotA);
   EXPECT_EQ(screen.windows[kSlotA], WindowState::kShown);
-  ShowSlot(context, -1);
-  ShowSlot(context, kSlotCount);
+  ShowSlot(context, static_cast<Slot>(-1));
+  ShowSlot(context, static_cast<Slot>(kSlotCount));
 }
 
 TEST_F(GridCommandsTest, APastedBlockIsAsIfTypedCellByCell) {
@@ -161,7 +161,6 @@ TEST_F(GridCommandsTest, ACopyHasAllDigits) {
 TEST_F(GridCommandsTest, CellsWithoutANumberAreCopiedAsTheyStand) {
   CreateOperand(context, kSlotA);
   CommitCell(context, kSlotA, 1, 2, "1.5e");
-  screen.SetCellText(kSlotA, 1, 2, "1.5e");
   EXPECT_EQ(CopyBlock(context, kSlotA, {1, 1, 2, 2}, Shown(screen.grids[kSlotA])), "\t1.5\n\t\n");
 }
 

@@ -185,7 +185,7 @@ TEST_F(LifecycleTest, AOneShotSystemHasAColumnForTheRightHandSide) {
   EXPECT_EQ(Array(kSlotSystem), Matrix(3, 4));
   EXPECT_EQ(screen.grids[kSlotSystem].Text(0, 4), " =  R.H.S.");
   EXPECT_EQ(screen.grids[kSlotSystem].Text(0, 3), "3");
-  EXPECT_TRUE(workspace.System().present);
+  EXPECT_TRUE(workspace.SystemPresent);
   for (const Control& control : {cmdPrint(18), cmdShow(18), cmdSave(18), cmdIntoA(18), cmdIntoB(18),
                                  cmdClearSystem, cmdResetSystem, cmdSolve}) {
     EXPECT_TRUE(screen.Enabled(control)) << control.ObjectName();
@@ -202,7 +202,7 @@ TEST_F(LifecycleTest, MoreUnknownsThanEquationsAreRefusedOnlyWhenOverdetermined)
   CreateSystem(context);
   EXPECT_EQ(screen.LastMessage(), "Can't have more unknowns than equations");
   EXPECT_EQ(screen.messages[0].icon, Icon::kCritical);
-  EXPECT_FALSE(workspace.System().present);
+  EXPECT_FALSE(workspace.SystemPresent);
   SelectSystemMethod(context, 0);
   CreateSystem(context);
   EXPECT_EQ(Array(kSlotSystem), Matrix(3, 5));
@@ -223,7 +223,7 @@ TEST_F(LifecycleTest, ABadNumberOfUnknownsIsRefusedByName) {
   CreateSystem(context);
   EXPECT_EQ(screen.LastMessage(),
             "Number of unknowns: \"x\"\nThis must be a whole number of at least 1.");
-  EXPECT_FALSE(workspace.System().present);
+  EXPECT_FALSE(workspace.SystemPresent);
 }
 
 TEST_F(LifecycleTest, ASystemCreatedOverAnotherShowsNoneOfItsNumbers) {
@@ -244,7 +244,7 @@ TEST_F(LifecycleTest, ResettingTheSystemAsksNothingAndGoesBackToTheOneShotSoluti
   EnterSystem(Rows({{1, 1}, {1, 2}, {1, 3}}));
   ResetSystemCommand(context);
   EXPECT_TRUE(NoMessage());
-  EXPECT_FALSE(workspace.System().present);
+  EXPECT_FALSE(workspace.SystemPresent);
   EXPECT_EQ(workspace.SystemMethod, 0);
   EXPECT_TRUE(screen.IsSelected(OptSystem(0)));
   EXPECT_EQ(screen.Text(txtEquations), "2");

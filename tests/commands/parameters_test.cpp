@@ -79,7 +79,7 @@ TEST_F(ParametersTest, AtStartWhatHoldsNothingIsDisabledAndHidden) {
         cmdClearA, cmdResetB, cmdIntoB(0), cmdIntoA(1)}) {
     EXPECT_FALSE(screen.Enabled(control)) << control.ObjectName();
   }
-  for (int k = 0; k < kSlotCount; ++k) {
+  for (const Slot k : kAllSlots) {
     EXPECT_FALSE(screen.Enabled(cmdShow(k))) << k;
     EXPECT_FALSE(screen.Enabled(cmdSave(k))) << k;
     EXPECT_FALSE(screen.Enabled(cmdPrint(k))) << k;

@@ -4,6 +4,7 @@
 
 #include "support/core_bench.h"
 #include "support/core_samples.h"
+#include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
@@ -13,11 +14,11 @@ using Lines = std::vector<std::string>;
 
 class PrintCommands : public test::Workbench {
  protected:
-  void Hold(int slot, Matrix values) {
+  void Hold(Slot slot, Matrix values) {
     workspace.At(slot).array = std::move(values);
-    workspace.At(slot).present = true;
+    workspace.*ResultOf(slot).flag = true;
   }
-  Lines Print(int slot) {
+  Lines Print(Slot slot) {
     printer.lines.clear();
     PrintSlot(context, slot);
     return printer.lines;
@@ -37,7 +38,7 @@ TEST_F(PrintCommands, PrintsEachElementOnALineOfItsOwn) {
 }
 
 struct Heading {
-  int slot;
+  Slot slot;
   const char* heading;
   const char* element;
 };
@@ -155,13 +156,15 @@ TEST_F(PrintCommands, ReportsTheAdjointWhereTheTransposeWasComputed) {
 }
 
 TEST_F(PrintCommands, ReportsExchangesOnlyBesideFactorsAndNoPermutation) {
-  for (const int slot : {kSlotL, kSlotU, kSlotPermutation, kSlotExchanges}) Hold(slot, Rows({{1}}));
+  for (const Slot slot : {kSlotL, kSlotU, kSlotPermutation, kSlotExchanges})
+    Hold(slot, Rows({{1}}));
+  workspace.LUComputed = false;
   EXPECT_EQ(Report(), Lines{});
   workspace.LUComputed = true;
   EXPECT_EQ(Report(), (Lines{"LOWER TRIANGULAR FACTOR (L):", "L( 1 , 1 )= 1", "",
                              "UPPER TRIANGULAR FACTOR (U):", "U( 1 , 1 )= 1 ", "",
                              "MAP OF ROW EXCHANGES:", " 1 ", ""}));
-  workspace.At(kSlotExchanges).present = false;
+  workspace.ExchangesPresent = false;
   EXPECT_EQ(Report().size(), 6U);
 }
 
@@ -178,7 +181,7 @@ TEST_F(PrintCommands, ReportsEachEigenvalueWithItsVectorBesideIt) {
   const Workspace everything = test::EverythingWorkspace();
   workspace.EigenvaluesComputed = true;
   workspace.eigen = everything.eigen;
-  for (const int slot : {kSlotEigenvalues, kSlotEigenvectors})
+  for (const Slot slot : {kSlotEigenvalues, kSlotEigenvectors})
     Hold(slot, everything.At(slot).array);
   const Lines all = Report();
   const std::string gap(39, ' ');

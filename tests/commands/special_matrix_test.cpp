@@ -18,7 +18,7 @@ TEST_F(SpecialMatrixTest, SpecialMatricesAreFilledAsChosen) {
   screen.Select(OptCreate(2));
   Press(18);
   EXPECT_EQ(Array(kSlotCreated), Rows({{1, 0, 0}, {0, 1, 0}}));
-  EXPECT_TRUE(workspace.At(kSlotCreated).present);
+  EXPECT_TRUE(workspace.CreatedPresent);
   EXPECT_TRUE(screen.Enabled(cmdIntoA(15)));
 }
 

@@ -29,7 +29,7 @@ struct SeenBox {
 
 class DesktopMenuTest : public testing::Test {
  protected:
-  DesktopMenuTest() : program_({files_, printer_, random_, clock_}, settings_) {}
+  DesktopMenuTest() : program_({files_, printer_, random_, clock_, SystemMemory()}, settings_) {}
 
   /// Closing the main window asks the application to end; it must be able to wait again in the next
   /// test.

@@ -27,7 +27,7 @@ class FileSession : public test::Workbench {
 
   std::string folder;
   std::unique_ptr<FileStore> store = MakeSystemFileStore();
-  Context real{workspace, screen, *store, printer, random, clock};
+  Context real{workspace, screen, {*store, printer, random, clock, memory}};
 };
 
 TEST_F(FileSession, AProjectComesBackFromTheDiskByItsCommandLine) {

@@ -33,11 +33,13 @@ Matrix MatrixOf(const HelpStep& step) {
   return matrix;
 }
 
-int SlotOfWindow(const std::string& window) {
+Slot SlotNumbered(const std::string& number) { return static_cast<Slot>(std::stoi(number)); }
+
+Slot SlotOfWindow(const std::string& window) {
   const auto info = std::find_if(kSlots.begin(), kSlots.end(),
                                  [&](const SlotInfo& slot) { return slot.window == window; });
   EXPECT_NE(info, kSlots.end()) << window;
-  return info == kSlots.end() ? 0 : info->slot;
+  return info == kSlots.end() ? kSlotA : info->slot;
 }
 
 std::string Trimmed(const std::string& text) {
@@ -87,7 +89,7 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
   void Type(const HelpStep& step) {
     const Matrix values = MatrixOf(step);
     if (step.target == "System") return TypeSystem(values);
-    const int operand = step.target == "A" ? kSlotA : kSlotB;
+    const Slot operand = step.target == "A" ? kSlotA : kSlotB;
     const bool created = operand == kSlotA ? workspace.ACreated : workspace.BCreated;
     if (created && SameShape(operand, values)) return TypeOver(operand, values);
     if (created) {
@@ -98,19 +100,19 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
     operand == kSlotA ? EnterA(values) : EnterB(values);
   }
   void TypeSystem(const Matrix& values) {
-    if (workspace.At(kSlotSystem).present && SameShape(kSlotSystem, values)) {
+    if (workspace.SystemPresent && SameShape(kSlotSystem, values)) {
       return TypeOver(kSlotSystem, values);
     }
-    ASSERT_FALSE(workspace.At(kSlotSystem).present);
+    ASSERT_FALSE(workspace.SystemPresent);
     if (workspace.SystemMethod != 1) return EnterSystem(values);
     CreateSystem(context);
     ASSERT_TRUE(SameShape(kSlotSystem, values));
     TypeOver(kSlotSystem, values);
   }
-  bool SameShape(int slot, const Matrix& values) const {
+  bool SameShape(Slot slot, const Matrix& values) const {
     return Array(slot).Rows() == values.Rows() && Array(slot).Cols() == values.Cols();
   }
-  void TypeOver(int slot, const Matrix& values) {
+  void TypeOver(Slot slot, const Matrix& values) {
     for (int i = 1; i <= values.Rows(); ++i) {
       for (int j = 1; j <= values.Cols(); ++j) {
         CommitCell(context, slot, i, j, FileNumber(values(i, j)));
@@ -139,12 +141,12 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
     EXPECT_EQ(task->caption, step.text);
     Press(task->index);
   }
-  void IntoA(const HelpStep& step) { CopyInto(context, kSlotA, std::stoi(step.target)); }
-  void IntoB(const HelpStep& step) { CopyInto(context, kSlotB, std::stoi(step.target)); }
+  void IntoA(const HelpStep& step) { CopyInto(context, kSlotA, SlotNumbered(step.target)); }
+  void IntoB(const HelpStep& step) { CopyInto(context, kSlotB, SlotNumbered(step.target)); }
   void Exchange(const HelpStep&) { ExchangeAandB(context); }
 
   void ExpectGrid(const HelpStep& step) {
-    const int slot = SlotOfWindow(step.target);
+    const Slot slot = SlotOfWindow(step.target);
     const RecordedGrid& grid = screen.grids[slot];
     const int headerRows = InfoOf(slot).kind == WindowKind::kColumnViewer ? 0 : 1;
     ASSERT_EQ(grid.rows - headerRows, static_cast<int>(step.cells.size())) << step.target;
@@ -179,7 +181,7 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
   }
   void ExpectFile(const HelpStep& step) {
     screen.fileNames.push_back("saved");
-    SaveSlot(context, std::stoi(step.target));
+    SaveSlot(context, SlotNumbered(step.target));
     ExpectSaved("saved", step);
   }
   void ExpectFactorFile(const HelpStep& step) {
@@ -199,7 +201,7 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
     EXPECT_EQ(files.files[name], expected);
   }
   void ExpectPrint(const HelpStep& step) {
-    PrintSlot(context, std::stoi(step.target));
+    PrintSlot(context, SlotNumbered(step.target));
     std::string printed;
     for (const std::string& line : printer.lines) printed += line + "\n";
     EXPECT_EQ(printed, step.text);

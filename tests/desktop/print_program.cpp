@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "base/fault.h"
 #include "desktop/desktop_printer.h"
@@ -20,11 +21,11 @@ int main(int argc, char** argv) {
     asked = true;
     return std::string(argv[2]);
   });
-  if (std::string(argv[1]) != "-") printer.SetFontName(argv[1]);
   try {
     std::string line;
-    while (std::getline(std::cin, line)) printer.PrintLine(line);
-    printer.EndDocument();
+    std::vector<std::string> lines;
+    while (std::getline(std::cin, line)) lines.push_back(line);
+    printer.Print(lines, std::string(argv[1]) == "-" ? "" : argv[1]);
   } catch (const qmx::RuntimeFault& fault) {
     return fault.Number() == qmx::Fault::kPrinterError ? 82 : 3;
   }

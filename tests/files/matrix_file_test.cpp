@@ -19,7 +19,7 @@ TEST(MatrixFile, HoldsTheCountsAndTheElementsRowByRow) {
 
 TEST(MatrixFile, WritesVectorsWithoutColumns) {
   const Matrix column = Rows({{1}, {-2}});
-  for (const int slot : {kSlotEigenvalues, kSlotSolution, kSlotExchanges})
+  for (const Slot slot : {kSlotEigenvalues, kSlotSolution, kSlotExchanges})
     EXPECT_EQ(MatrixFile(slot, column), "2,0\r\n 1 \r\n-2 \r\n") << slot;
   EXPECT_EQ(MatrixFile(kSlotA, column), "2,1\r\n 1 \r\n-2 \r\n");
 }
@@ -116,7 +116,7 @@ TEST(MatrixFile, RefusesEveryCut) {
     EXPECT_FALSE(ReadMatrixFile(kSlotA, bytes.substr(0, length)).Ok()) << length;
 }
 
-MatrixSection Section(int slot, const std::string& bytes) {
+MatrixSection Section(Slot slot, const std::string& bytes) {
   FieldScanner scanner(bytes);
   MatrixSection section;
   EXPECT_TRUE(ReadMatrixSection(scanner, slot, section)) << scanner.ProblemText();
@@ -125,7 +125,7 @@ MatrixSection Section(int slot, const std::string& bytes) {
 }
 
 TEST(MatrixSection, GivesAVectorOneColumnAndACountOfNone) {
-  for (const int slot : {kSlotSolution, kSlotExchanges, kSlotSystem, kSlotA}) {
+  for (const Slot slot : {kSlotSolution, kSlotExchanges, kSlotSystem, kSlotA}) {
     const MatrixSection section = Section(slot, "2,0\r\n 1 \r\n 2 \r\n");
     EXPECT_EQ(section.array, Rows({{1}, {2}}));
     EXPECT_EQ(section.rows, 2);

@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "commands/parameters.h"
 #include "support/core_bench.h"
 #include "support/core_data.h"
 #include "support/core_samples.h"
@@ -13,35 +14,36 @@ namespace {
 
 using test::Rows;
 
-class ProjectFileTest : public test::Workbench {};
+class ProjectFileTest : public test::Workbench {
+ protected:
+  std::string Bytes(const Workspace& of) const { return ProjectFile(of, ReadEigenTexts(screen)); }
+};
 
 TEST_F(ProjectFileTest, OfAnEmptyWorkspaceHoldsOnlyFlags) {
-  EXPECT_EQ(ProjectFile(workspace, screen),
+  EXPECT_EQ(Bytes(workspace),
             "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
             "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
             "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n");
-  EXPECT_TRUE(ReadProjectFile(ProjectFile(workspace, screen)).Ok());
+  EXPECT_TRUE(ReadProjectFile(Bytes(workspace)).Ok());
 }
 
 TEST_F(ProjectFileTest, OfOnlyAIsTheSampleThatTheDocumentationShows) {
   EnterA(Rows({{1, -2.5}, {0.5, 1e-20}}));
-  EXPECT_EQ(ProjectFile(workspace, screen), test::DataFile("a.qmx"));
+  EXPECT_EQ(Bytes(workspace), test::DataFile("a.qmx"));
 }
 
 TEST_F(ProjectFileTest, OfEverythingIsTheSampleThatTheDocumentationShows) {
-  EXPECT_EQ(ProjectFile(test::EverythingWorkspace(), screen), test::DataFile("everything.qmx"));
+  EXPECT_EQ(Bytes(test::EverythingWorkspace()), test::DataFile("everything.qmx"));
 }
 
 TEST_F(ProjectFileTest, WritesTheSectionsInTheirOwnOrder) {
   Workspace small;
-  const auto put = [&small](int slot, double value) {
-    small.At(slot).array = Rows({{value}});
-    small.At(slot).present = true;
-  };
-  for (const int slot : {kSlotA, kSlotSolution, kSlotCreated, kSlotTranspose}) put(slot, slot);
+  const auto put = [&small](Slot slot, double value) { small.At(slot).array = Rows({{value}}); };
+  for (const Slot slot : {kSlotA, kSlotSolution, kSlotCreated, kSlotTranspose}) put(slot, slot);
+  small.CreatedPresent = true;
   small.ACreated = small.TraceComputed = small.SolutionComputed = small.TransposeComputed = true;
   small.trace = 1;
-  EXPECT_EQ(ProjectFile(small, screen),
+  EXPECT_EQ(Bytes(small),
             "#TRUE#,#FALSE#,#TRUE#,#FALSE#,#FALSE#,#FALSE#\r\n"
             "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
             "#FALSE#,#FALSE#,#TRUE#,#FALSE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#\r\n"
@@ -51,8 +53,8 @@ TEST_F(ProjectFileTest, WritesTheSectionsInTheirOwnOrder) {
 TEST_F(ProjectFileTest, HoldsExchangesOnlyBesideFactors) {
   Workspace small;
   small.At(kSlotExchanges).array = Rows({{1}});
-  small.At(kSlotExchanges).present = true;
-  const std::string bytes = ProjectFile(small, screen);
+  small.ExchangesPresent = true;
+  const std::string bytes = Bytes(small);
   EXPECT_EQ(bytes.find("1,0"), std::string::npos);
   EXPECT_TRUE(ReadProjectFile(bytes).Ok());
 }
@@ -64,24 +66,25 @@ TEST_F(ProjectFileTest, WritesTheNumbersOfTheEigenFields) {
   screen.SetText(txtMaxcy, "");
   screen.SetText(txtErs, "abc");
   screen.SetText(txtPert, "-.25");
-  const std::string bytes = ProjectFile(eigen, screen);
+  const std::string bytes = Bytes(eigen);
   EXPECT_TRUE(bytes.ends_with("\r\n.000000001,0,0,-.25,0\r\n")) << bytes;
 }
 
 TEST_F(ProjectFileTest, ReadsBackEverything) {
   const Workspace everything = test::EverythingWorkspace();
-  const auto reading = ReadProjectFile(ProjectFile(everything, screen));
+  const auto reading = ReadProjectFile(Bytes(everything));
   ASSERT_EQ(reading.problem, "");
   const ProjectImage& image = reading.content;
   EXPECT_EQ(image.flags, FlagsOf(everything));
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (section.slot < 0) continue;
-    EXPECT_EQ(image.matrices[section.slot].array, everything.At(section.slot).array);
+  for (const Slot slot : kAllSlots) {
+    const bool inSectionOfItsOwn = IsFiled(slot) && ResultOf(slot).kind == ResultKind::kMatrices;
+    if (!inSectionOfItsOwn) continue;
+    EXPECT_EQ(image.matrices[slot].array, everything.At(slot).array) << slot;
   }
-  EXPECT_EQ(image.determinant, -6.5);
-  EXPECT_EQ(image.trace, 1e16);
-  EXPECT_EQ(image.definiteness, "Positive definite");
-  EXPECT_EQ(image.symmetry, "Yes");
+  EXPECT_EQ(image.numbers[kResultDeterminant], -6.5);
+  EXPECT_EQ(image.numbers[kResultTrace], 1e16);
+  EXPECT_EQ(image.verdicts[kResultDefiniteness], "Positive definite");
+  EXPECT_EQ(image.verdicts[kResultSymmetry], "Yes");
   EXPECT_EQ(image.system.kind, 1);
   EXPECT_EQ(image.system.factors->U, everything.storedFactors.U);
   EXPECT_EQ(image.eigen.parameters, (std::array<double, 4>{.001, 100, .1, .001}));
@@ -122,7 +125,7 @@ TEST_F(ProjectFileTest, RefusesAFileOfAnotherKind) {
 }
 
 TEST_F(ProjectFileTest, RefusesAFlagWithoutItsSection) {
-  const std::string bytes = ProjectFile(workspace, screen);
+  const std::string bytes = Bytes(workspace);
   for (std::size_t at = bytes.find("#FALSE#"); at != std::string::npos;
        at = bytes.find("#FALSE#", at + 1)) {
     std::string flagged = bytes;
@@ -130,7 +133,7 @@ TEST_F(ProjectFileTest, RefusesAFlagWithoutItsSection) {
     const auto reading = ReadProjectFile(flagged);
     // Exchanges need LU as well, and eigenvectors travel with the eigenvalues.
     const auto flags = reading.content.flags;
-    if (flags[kFlagExchanges] || flags[kFlagEigenvectors]) {
+    if (flags[kResultExchanges] || flags[kResultEigenvectors]) {
       EXPECT_TRUE(reading.Ok()) << at;
     } else {
       EXPECT_FALSE(reading.Ok()) << at;
@@ -209,8 +212,8 @@ TEST_F(ProjectFileTest, StopsAtFactorsWhoseUIsNotSquare) {
   const auto reading = ReadProjectFile(bytes);
   EXPECT_EQ(reading.problem, "");
   EXPECT_TRUE(reading.content.system.StopsAtFactors());
-  EXPECT_FALSE(reading.content.flags[kFlagSolution]);
-  EXPECT_TRUE(reading.content.flags[kFlagSystem]);
+  EXPECT_FALSE(reading.content.flags[kResultSolution]);
+  EXPECT_TRUE(reading.content.flags[kResultSystem]);
 }
 
 TEST_F(ProjectFileTest, WritesWhatAFaultInTheMiddleOfATaskLeft) {
@@ -222,13 +225,13 @@ TEST_F(ProjectFileTest, WritesWhatAFaultInTheMiddleOfATaskLeft) {
   broken.At(kSlotEigenvectors).array = Matrix(2, 9);
   broken.storedFactors.exchangeRows = 99;
   broken.storedFactors.uCols = 7;
-  const auto reading = ReadProjectFile(ProjectFile(broken, screen));
+  const auto reading = ReadProjectFile(Bytes(broken));
   EXPECT_EQ(reading.problem, "");
   EXPECT_EQ(reading.content.matrices[kSlotInverse].array(1, 1), std::numeric_limits<double>::max());
   EXPECT_EQ(reading.content.eigen.Count(), 1);
   broken.eigen = EigenState();
   broken.eigen.EigenCount = 3;
-  EXPECT_TRUE(ReadProjectFile(ProjectFile(broken, screen)).Ok());
+  EXPECT_TRUE(ReadProjectFile(Bytes(broken)).Ok());
 }
 
 }  // namespace

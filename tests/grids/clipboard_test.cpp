@@ -23,7 +23,7 @@ class Clipboard : public Desktop {
   static void Put(const std::string& text) {
     QApplication::clipboard()->setText(QString::fromStdString(text));
   }
-  void Show(int slot) {
+  void Show(qmx::Slot slot) {
     Click(cmdShow(slot));
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(slot)));
     Grid(slot).setFocus();
@@ -45,7 +45,7 @@ class Clipboard : public Desktop {
                             on.mapToGlobal(on.rect().center()));
     QApplication::sendEvent(&on, &event);
   }
-  bool BoxIsOpen(int slot) { return Box(slot).isVisible(); }
+  bool BoxIsOpen(qmx::Slot slot) { return Box(slot).isVisible(); }
 };
 
 TEST_F(Clipboard, ACopyHasAllDigitsAndTabs) {

@@ -14,7 +14,7 @@ class Editor : public Desktop {
   double A(int row, int col) { return Slot(kSlotA).array(row, col); }
   void CreateA(int rows, int cols) { Enter(kSlotA, rows, cols, {}); }
   bool IsAt(int row, int col) { return Grid(kSlotA).Row() == row && Grid(kSlotA).Col() == col; }
-  bool BoxLiesOverCell(int slot) {
+  bool BoxLiesOverCell(qmx::Slot slot) {
     const MatrixGrid& grid = Grid(slot);
     const QPoint corner = grid.viewport()->mapTo(&Window(slot), QPoint(0, 0));
     return Box(slot).geometry() == grid.CellRect(grid.Row(), grid.Col()).translated(corner);
@@ -163,7 +163,7 @@ TEST_F(Editor, TheToggleSetsWidthAndPrecision) {
   const int narrow = Grid(kSlotA).ColWidth(1);
   EXPECT_EQ(narrow, Grid(kSlotA).DefaultColumnWidth());
   ClickToggle(kSlotA);
-  EXPECT_TRUE(Slot(kSlotA).WideDisplay);
+  EXPECT_TRUE(program.Windows().IsWide(kSlotA));
   EXPECT_EQ(Grid(kSlotA).ColWidth(1), 2 * narrow);
   EXPECT_EQ(Grid(kSlotA).ColWidth(2), 2 * narrow);
   EXPECT_EQ(Cell(kSlotA, 1, 1), "0.123456789012345");

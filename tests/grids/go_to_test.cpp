@@ -12,18 +12,18 @@ namespace {
 
 class GoTo : public Desktop {
  public:
-  GoToDialog* Dialog(int slot) { return Window(slot).findChild<GoToDialog*>(); }
-  void Ask(int slot) {
+  GoToDialog* Dialog(qmx::Slot slot) { return Window(slot).findChild<GoToDialog*>(); }
+  void Ask(qmx::Slot slot) {
     Window(slot).activateWindow();
     ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &Window(slot); }));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_G, Qt::ControlModifier);
     ASSERT_NE(Dialog(slot), nullptr);
     ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == Dialog(slot); }));
   }
-  std::string Field(int slot, const char* name) {
+  std::string Field(qmx::Slot slot, const char* name) {
     return Dialog(slot)->findChild<QLineEdit*>(name)->text().toStdString();
   }
-  std::string Refusal(int slot) {
+  std::string Refusal(qmx::Slot slot) {
     return Dialog(slot)->findChild<QLabel*>("lblGoToRefusal")->text().toStdString();
   }
   /// Types both numbers over the ones proposed.
@@ -32,10 +32,10 @@ class GoTo : public Desktop {
     Key(Qt::Key_Tab);
     Keys(col);
   }
-  bool IsClosed(int slot) {
+  bool IsClosed(qmx::Slot slot) {
     return QTest::qWaitFor([&] { return Dialog(slot) == nullptr; });
   }
-  bool IsAt(int slot, int row, int col) {
+  bool IsAt(qmx::Slot slot, int row, int col) {
     return Grid(slot).Row() == row && Grid(slot).Col() == col;
   }
 };

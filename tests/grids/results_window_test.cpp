@@ -90,7 +90,7 @@ TEST_F(Results, TwoTasksLeaveTwoReports) {
 }
 
 TEST_F(Results, SelectedLinesAreCopied) {
-  for (const char* line : {"first", "  second", "third"}) program.Windows().AddResultLine(line);
+  program.Windows().Append({"first", "  second", "third"});
   program.Windows().ShowResults();
   List().activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&List()));

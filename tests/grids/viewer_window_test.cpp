@@ -17,8 +17,8 @@ class Viewer : public Desktop {
     Click(cmdTask(0));
   }
   void EnterSymmetricA() { Enter(kSlotA, 3, 3, {"2", "1", "0", "1", "3", "1", "0", "1", "4"}); }
-  bool HasBox(int slot) { return Window(slot).findChild<EntryBox*>() != nullptr; }
-  bool HasToggle(int slot) {
+  bool HasBox(qmx::Slot slot) { return Window(slot).findChild<EntryBox*>() != nullptr; }
+  bool HasToggle(qmx::Slot slot) {
     return Window(slot).findChild<QAbstractButton*>("cmdToggleWidth") != nullptr;
   }
 };
@@ -143,7 +143,9 @@ TEST_F(Viewer, ColumnWindowsHaveLabelsAndNoInspection) {
 
 TEST_F(Viewer, WindowsHaveWhatTheirKindHas) {
   for (const SlotInfo& info : kSlots) {
-    program.Windows().SetUpGrid(info.slot, 1, 1, false);
+    GridContent content;
+    content.rows = content.cols = 1;
+    program.Windows().Show(info.slot, content);
     const bool inspects = info.kind == WindowKind::kEditor || info.kind == WindowKind::kViewer;
     EXPECT_EQ(HasBox(info.slot), inspects) << info.window;
     EXPECT_EQ(HasToggle(info.slot), info.kind != WindowKind::kPlainViewer) << info.window;
@@ -161,8 +163,8 @@ TEST_F(Viewer, TheSystemIsHeadedByItsRightHandSide) {
 }
 
 TEST_F(Viewer, NoWindowIsShownForSlotsThatDoNotExist) {
-  ShowSlot(program.Commands(), -1);
-  ShowSlot(program.Commands(), kSlotCount);
+  ShowSlot(program.Commands(), static_cast<qmx::Slot>(-1));
+  ShowSlot(program.Commands(), static_cast<qmx::Slot>(kSlotCount));
   EXPECT_TRUE(program.Windows().ShownWindows().empty());
 }
 

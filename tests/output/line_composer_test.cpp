@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/core_ports.h"
-
 namespace qmx {
 namespace {
 
@@ -11,24 +9,23 @@ using Lines = std::vector<std::string>;
 
 class LineComposerTest : public ::testing::Test {
  protected:
-  test::RecordingPrinter printer;
-  LineComposer lines{printer};
+  LineComposer lines;
 };
 
 TEST_F(LineComposerTest, PutsBlanksAroundNumbersOnly) {
   lines.Add("A(").Add(1).Add(",").Add(-2).Add(")=").Add(2.5).End();
   lines.Add(")=").Add(-2.5).End();
   lines.Add(0.1 + 0.2).End();
-  EXPECT_EQ(printer.lines, (Lines{"A( 1 ,-2 )= 2.5 ", ")=-2.5 ", " .3 "}));
+  EXPECT_EQ(lines.Take(), (Lines{"A( 1 ,-2 )= 2.5 ", ")=-2.5 ", " .3 "}));
 }
 
-TEST_F(LineComposerTest, PrintsALineOnlyWhenItEnds) {
+TEST_F(LineComposerTest, HasALineOnlyWhenItEnds) {
   lines.Add("begun");
-  EXPECT_TRUE(printer.lines.empty());
+  EXPECT_TRUE(lines.Take().empty());
   lines.End();
   lines.EmptyLine();
   lines.Line("whole");
-  EXPECT_EQ(printer.lines, (Lines{"begun", "", "whole"}));
+  EXPECT_EQ(lines.Take(), (Lines{"begun", "", "whole"}));
 }
 
 TEST_F(LineComposerTest, TabMovesToTheColumnOfThisLineOrTheNext) {
@@ -36,7 +33,7 @@ TEST_F(LineComposerTest, TabMovesToTheColumnOfThisLineOrTheNext) {
   lines.Tab(5).Line("y");
   lines.Add("abcd").Tab(5).Line("z");
   lines.Add("abcde").Tab(5).Line("w");
-  EXPECT_EQ(printer.lines, (Lines{"ab  x", "    y", "abcdz", "abcde", "    w"}));
+  EXPECT_EQ(lines.Take(), (Lines{"ab  x", "    y", "abcdz", "abcde", "    w"}));
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ std::string DashRule() {
 
 Workbench::Workbench() { SetStartState(context); }
 
-void Workbench::Enter(int operand, const Matrix& values) {
+void Workbench::Enter(Slot operand, const Matrix& values) {
   screen.Type(InfoOf(operand).rows, CStr(values.Rows()));
   screen.Type(InfoOf(operand).cols, CStr(values.Cols()));
   CreateOperand(context, operand);
@@ -31,7 +31,7 @@ void Workbench::EnterSystem(const Matrix& augmented) {
   TypeElements(kSlotSystem, augmented);
 }
 
-void Workbench::TypeElements(int slot, const Matrix& values) {
+void Workbench::TypeElements(Slot slot, const Matrix& values) {
   for (int i = 1; i <= values.Rows(); ++i) {
     for (int j = 1; j <= values.Cols(); ++j) {
       CommitCell(context, slot, i, j, FileNumber(values(i, j)));
@@ -50,7 +50,7 @@ int Workbench::FaultOf(int task) {
   return 0;
 }
 
-void Workbench::Reset(int operand) {
+void Workbench::Reset(Slot operand) {
   screen.answers.push_back(Answer::kYes);
   ResetOperand(context, operand);
 }

@@ -27,7 +27,8 @@ class Workbench : public ::testing::Test {
   RecordingPrinter printer;
   FixedRandom random;
   FixedClock clock;
-  Context context{workspace, screen, files, printer, random, clock};
+  FixedMemory memory;
+  Context context{workspace, screen, {files, printer, random, clock, memory}};
 
   /// Creates A (B) from the fields and types every element into its editor.
   void EnterA(const Matrix& values) { Enter(kSlotA, values); }
@@ -39,14 +40,14 @@ class Workbench : public ::testing::Test {
   /// Presses a task button and returns the number of the fault that this ends in, or 0.
   int FaultOf(int task);
   /// Resets A or B and says yes.
-  void Reset(int operand);
+  void Reset(Slot operand);
 
-  const Matrix& Array(int slot) const { return workspace.At(slot).array; }
+  const Matrix& Array(Slot slot) const { return workspace.At(slot).array; }
   bool NoMessage() const { return screen.messages.empty(); }
 
  private:
-  void Enter(int operand, const Matrix& values);
-  void TypeElements(int slot, const Matrix& values);
+  void Enter(Slot operand, const Matrix& values);
+  void TypeElements(Slot slot, const Matrix& values);
 };
 
 }  // namespace qmx::test

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/fault.h"
+#include "base/memory.h"
 #include "workspace/ports.h"
 
 namespace qmx::test {
@@ -21,16 +22,19 @@ class RecordingPrinter : public Printer {
   bool fails = false;
   std::string font = "Helvetica";
 
-  void PrintLine(const std::string& line) override {
-    lines.push_back(line);
-    fonts.push_back(font);
-  }
-  std::string FontName() const override { return font; }
-  void SetFontName(const std::string& name) override { font = name; }
-  void EndDocument() override {
+  void Print(const std::vector<std::string>& document, std::string_view wanted) override {
+    lines.insert(lines.end(), document.begin(), document.end());
+    fonts.resize(lines.size(), wanted.empty() ? font : std::string(wanted));
     if (fails) throw RuntimeFault(Fault::kPrinterError);
     ++documents;
   }
+};
+
+/// A machine with as much memory as a test gives it.
+class FixedMemory : public Memory {
+ public:
+  std::size_t available = std::size_t{1} << 40;
+  std::size_t Available() const override { return available; }
 };
 
 /// Files in memory. Writing fails once more bytes than `room` are asked for, and then leaves the

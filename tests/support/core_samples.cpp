@@ -5,18 +5,17 @@
 #include <cmath>
 #include <cstring>
 
-#include "files/project_layout.h"
+#include "files/project_file.h"
 #include "support/core_rows.h"
 
 namespace qmx::test {
 namespace {
 
-void Put(Workspace& workspace, int slot, Matrix array) {
+void Put(Workspace& workspace, Slot slot, Matrix array) {
   SlotData& data = workspace.At(slot);
   data.rows = array.Rows();
   data.cols = array.Cols();
   data.array = std::move(array);
-  data.present = true;
 }
 
 void PutEigen(Workspace& workspace) {
@@ -131,6 +130,7 @@ void PutRandomLU(Workspace& workspace, Generator& any) {
   for (int i = 1; i <= rows; ++i)
     permutation(i, static_cast<int>(workspace.At(kSlotExchanges).array(i, 1))) = 1;
   Put(workspace, kSlotPermutation, std::move(permutation));
+  workspace.ExchangesPresent = true;
 }
 
 bool SameVectors(const Workspace& one, const Workspace& two) {
@@ -167,21 +167,21 @@ bool SameSystem(const Workspace& one, const Workspace& two) {
          one.storedFactors.exchangeRows == two.storedFactors.exchangeRows;
 }
 
-bool SameSection(const ProjectSectionInfo& section, const Workspace& one, const Workspace& two) {
-  switch (section.kind) {
-    case SectionKind::kMatrix:
-      return one.At(section.slot).array == two.At(section.slot).array;
-    case SectionKind::kDeterminant:
-      return one.determinant == two.determinant;
-    case SectionKind::kTrace:
-      return one.trace == two.trace;
-    case SectionKind::kDefiniteness:
-      return one.definitenessText == two.definitenessText;
-    case SectionKind::kSymmetry:
-      return one.symmetryText == two.symmetryText;
-    case SectionKind::kEigen:
+bool SameResult(const ResultInfo& info, const Workspace& one, const Workspace& two) {
+  bool same = true;
+  switch (info.kind) {
+    case ResultKind::kMatrices:
+      ForEachSlot(info, [&](Slot slot) { same &= one.At(slot).array == two.At(slot).array; });
+      return same;
+    case ResultKind::kNumber:
+      return one.*info.number == two.*info.number;
+    case ResultKind::kVerdict:
+      return one.*info.verdict == two.*info.verdict;
+    case ResultKind::kEigenvalues:
       return SameEigen(one, two);
-    case SectionKind::kSystem:
+    case ResultKind::kEigenvectors:
+      return true;
+    case ResultKind::kSystem:
       return SameSystem(one, two);
   }
   return false;
@@ -191,12 +191,12 @@ bool SameSection(const ProjectSectionInfo& section, const Workspace& one, const 
 
 Workspace EverythingWorkspace() {
   Workspace workspace;
-  ProjectFlags flags{};
+  ResultFlags flags{};
   flags.fill(true);
   SetFlags(workspace, flags);
-  for (const int slot : {kSlotA, kSlotB, kSlotSum, kSlotDifference, kSlotProduct, kSlotL, kSlotU,
-                         kSlotQ, kSlotR, kSlotInverse, kSlotAdjoint, kSlotTranspose}) {
-    Put(workspace, slot, Rows({{slot + 0.25, -1.0 / 3}, {1e-20, slot * 1e20}}));
+  for (const Slot slot : {kSlotA, kSlotB, kSlotSum, kSlotDifference, kSlotProduct, kSlotL, kSlotU,
+                          kSlotQ, kSlotR, kSlotInverse, kSlotAdjoint, kSlotTranspose}) {
+    Put(workspace, slot, Rows({{int{slot} + 0.25, -1.0 / 3}, {1e-20, int{slot} * 1e20}}));
   }
   Put(workspace, kSlotExchanges, Rows({{2}, {1}}));
   Put(workspace, kSlotPermutation, Rows({{0, 1}, {1, 0}}));
@@ -216,19 +216,21 @@ Workspace EverythingWorkspace() {
 Workspace RandomWorkspace(std::mt19937& random) {
   Generator any(random);
   Workspace workspace;
-  ProjectFlags flags{};
+  ResultFlags flags{};
   for (bool& flag : flags) flag = any.Coin();
-  flags[kFlagExchanges] = flags[kFlagEigenvectors] = false;
+  flags[kResultExchanges] = flags[kResultEigenvectors] = false;
   SetFlags(workspace, flags);
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (section.kind != SectionKind::kMatrix || !flags[section.flag]) continue;
-    const bool vector = InfoOf(section.slot).filedAsVector;
-    Put(workspace, section.slot, any.Values(any.Extent(), vector ? 1 : any.Extent()));
+  for (const ResultInfo& info : kResults) {
+    if (info.kind != ResultKind::kMatrices || !flags[info.result]) continue;
+    ForEachSlot(info, [&](Slot slot) {
+      const bool vector = InfoOf(slot).filedAsVector;
+      Put(workspace, slot, any.Values(any.Extent(), vector ? 1 : any.Extent()));
+    });
   }
-  workspace.At(kSlotExchanges).present = false;
-  if (flags[kFlagLU]) PutRandomLU(workspace, any);
-  if (flags[kFlagEigenvalues]) PutRandomEigen(workspace, any);
-  if (flags[kFlagSystem]) PutRandomSystem(workspace, any);
+  workspace.ExchangesPresent = false;
+  if (flags[kResultLU]) PutRandomLU(workspace, any);
+  if (flags[kResultEigenvalues]) PutRandomEigen(workspace, any);
+  if (flags[kResultSystem]) PutRandomSystem(workspace, any);
   workspace.determinant = any.Number();
   workspace.trace = any.Number();
   workspace.definitenessText = any.Coin() ? "Indefinite" : "";
@@ -237,13 +239,12 @@ Workspace RandomWorkspace(std::mt19937& random) {
 }
 
 bool SameProject(const Workspace& one, const Workspace& two) {
-  const ProjectFlags flags = FlagsOf(one);
+  const ResultFlags flags = FlagsOf(one);
   if (flags != FlagsOf(two)) return false;
-  for (const ProjectSectionInfo& section : kProjectSections) {
-    if (Holds(flags, section) && !SameSection(section, one, two)) return false;
+  for (const ResultInfo& info : kResults) {
+    if (Holds(flags, info.result) && !SameResult(info, one, two)) return false;
   }
-  return !(flags[kFlagLU] && flags[kFlagExchanges]) ||
-         one.At(kSlotPermutation).array == two.At(kSlotPermutation).array;
+  return true;
 }
 
 std::string FlagLine(const Workspace& workspace) {

@@ -43,74 +43,90 @@ void RecordingScreen::Select(const Control& option) {
     selected[Control{option.name, i}.ObjectName()] = i == option.index;
 }
 
-int RecordingScreen::FirstRow(int slot) {
+int RecordingScreen::FirstRow(Slot slot) {
   return InfoOf(slot).kind == WindowKind::kColumnViewer ? 0 : 1;
 }
 
-void RecordingScreen::Touch(int slot) {
+void RecordingScreen::Touch(Slot slot) {
   if (windows[slot] == WindowState::kNone) windows[slot] = WindowState::kHidden;
 }
 
-void RecordingScreen::SetUpGrid(int slot, int rows, int cols, bool wide) {
-  Touch(slot);
+void RecordingScreen::SetUp(Slot slot, const GridContent& content) {
   RecordedGrid& grid = grids[slot];
   const int firstRow = FirstRow(slot);
-  grid.rows = rows + firstRow;
-  grid.cols = cols + 1;
-  grid.wide = wide;
+  grid.rows = content.rows + firstRow;
+  grid.cols = content.cols + 1;
+  grid.wide = wide[slot];
   std::erase_if(grid.texts, [&](const auto& cell) {
     return cell.first.first >= grid.rows || cell.first.second >= grid.cols;
   });
-  if (firstRow == 0) return;
-  for (int i = 1; i <= rows; ++i) grid.texts[{i, 0}] = CStr(i);
-  for (int j = 1; j <= cols; ++j) grid.texts[{0, j}] = CStr(j);
+  if (firstRow == 1) {
+    for (int i = 1; i <= content.rows; ++i) grid.texts[{i, 0}] = CStr(i);
+    for (int j = 1; j <= content.cols; ++j) grid.texts[{0, j}] = CStr(j);
+  }
+  for (const auto& heading : content.headings)
+    grid.texts[{heading.row, heading.col}] = heading.text;
 }
 
-void RecordingScreen::PopulateGrid(int slot, const Matrix& values, bool wide) {
-  PopulateGridColumns(slot, values, wide, std::vector<bool>(values.Cols(), true));
-}
-
-void RecordingScreen::PopulateGridColumns(int slot, const Matrix& values, bool wide,
-                                          const std::vector<bool>& columns) {
-  Touch(slot);
+void RecordingScreen::Fill(Slot slot, const GridContent& content) {
   RecordedGrid& grid = grids[slot];
-  const int firstRow = FirstRow(slot);
+  const Matrix& values = *content.elements;
   for (int i = 1; i <= values.Rows(); ++i) {
     for (int j = 1; j <= values.Cols(); ++j) {
-      const int row = i - 1 + firstRow;
-      if (!columns[j - 1] || row >= grid.rows || j >= grid.cols) continue;
-      grid.texts[{row, j}] = CellText(values(i, j), wide);
+      const int row = i - 1 + FirstRow(slot);
+      const bool takes = content.columns.empty() || content.columns[j - 1];
+      if (!takes || row >= grid.rows || j >= grid.cols) continue;
+      grid.texts[{row, j}] = CellText(values(i, j), wide[slot]);
     }
   }
 }
 
-void RecordingScreen::SetCellText(int slot, int row, int col, const std::string& text) {
+void RecordingScreen::Show(Slot slot, const GridContent& content) {
   Touch(slot);
-  grids[slot].texts[{row, col}] = text;
+  RecordedGrid& grid = grids[slot];
+  const bool fits = grid.rows == content.rows + FirstRow(slot) && grid.cols == content.cols + 1;
+  if (content.anew || !fits) SetUp(slot, content);
+  for (const auto& cell : content.colours) grid.colours[{cell.row, cell.col}] = cell.colour;
+  if (content.colour) grid.colour = content.colour;
+  for (const auto& cell : content.texts) grid.texts[{cell.row, cell.col}] = cell.text;
+  if (content.elements != nullptr) Fill(slot, content);
 }
 
-void RecordingScreen::SetCellColour(int slot, int row, int col, Colour colour) {
+void RecordingScreen::Write(Slot slot, int row, int col, TextBlock&& block) {
   Touch(slot);
-  grids[slot].colours[{row, col}] = colour;
+  for (int i = 0; i < block.rows; ++i) {
+    for (int j = 0; j < block.cols; ++j)
+      grids[slot].texts[{row + i, col + j}] = std::string(block.At(i, j));
+  }
 }
 
-void RecordingScreen::SetGridColour(int slot, Colour colour) {
+void RecordingScreen::SetWide(Slot slot, bool isWide) {
   Touch(slot);
-  grids[slot].colour = colour;
+  wide[slot] = isWide;
+  grids[slot].wide = isWide;
 }
 
-void RecordingScreen::SetGridWidth(int slot, bool wide) {
-  Touch(slot);
-  grids[slot].wide = wide;
+void RecordingScreen::Run(const Computation& computation) {
+  class Recorder : public Progress {
+   public:
+    explicit Recorder(RecordingScreen& screen) : screen_(screen) { ++screen_.workDepth; }
+    ~Recorder() override { --screen_.workDepth; }
+    void Report(double fraction) override { screen_.progress.push_back(fraction); }
+
+   private:
+    RecordingScreen& screen_;
+  };
+  Recorder recorder(*this);
+  computation(recorder);
 }
 
-void RecordingScreen::CloseWindow(int slot) {
+void RecordingScreen::CloseWindow(Slot slot) {
   windows[slot] = WindowState::kNone;
   grids[slot] = RecordedGrid();
   entryBoxes[slot] = false;
 }
 
-void RecordingScreen::HideEntryBox(int slot) {
+void RecordingScreen::HideEntryBox(Slot slot) {
   Touch(slot);
   entryBoxes[slot] = false;
 }

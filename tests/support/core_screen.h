@@ -8,8 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "workspace/screen.h"
-#include "workspace/slot_table.h"
+#include "workspace/context.h"
 
 namespace qmx::test {
 
@@ -27,8 +26,13 @@ struct RecordedGrid {
 
 enum class WindowState { kNone, kHidden, kShown };
 
-/// A Screen that remembers what it was asked and answers from a script.
-class RecordingScreen : public Screen {
+/// All ports to the windows: remembers what it was asked and answers from a script.
+class RecordingScreen : public Panel,
+                        public Grids,
+                        public Windows,
+                        public Log,
+                        public Work,
+                        public Dialogs {
  public:
   // What is on the screen.
   std::map<std::string, std::string> texts;
@@ -39,8 +43,8 @@ class RecordingScreen : public Screen {
   std::array<WindowState, kSlotCount> windows{};
   std::array<bool, kSlotCount> entryBoxes{};
   std::vector<std::string> lines;
+  std::array<bool, kSlotCount> wide{};
   bool resultsShown = false;
-  bool resultsFontSet = false;
   int beeps = 0;
   int timesBroughtToFront = 0;
   int workDepth = 0;
@@ -53,6 +57,10 @@ class RecordingScreen : public Screen {
   // The script.
   std::deque<Answer> answers;
   std::deque<std::string> fileNames;
+
+  RecordingScreen() = default;
+  RecordingScreen(const RecordingScreen&) = delete;
+  RecordingScreen& operator=(const RecordingScreen&) = delete;
 
   bool Enabled(const Control& control) const;
   std::string LastMessage() const {
@@ -67,36 +75,38 @@ class RecordingScreen : public Screen {
   void SetEnabled(const Control& control, bool enable) override;
   bool IsSelected(const Control& control) const override;
   void Select(const Control& option) override;
-  void SetFrameVisible(int slot, bool visible) override { frames[slot] = visible; }
-  void SetUpGrid(int slot, int rows, int cols, bool wide) override;
-  void PopulateGrid(int slot, const Matrix& values, bool wide) override;
-  void PopulateGridColumns(int slot, const Matrix& values, bool wide,
-                           const std::vector<bool>& columns) override;
-  void SetCellText(int slot, int row, int col, const std::string& text) override;
-  void SetCellColour(int slot, int row, int col, Colour colour) override;
-  void SetGridColour(int slot, Colour colour) override;
-  void SetGridWidth(int slot, bool wide) override;
-  void ShowWindow(int slot) override { windows[slot] = WindowState::kShown; }
-  void RestoreWindow(int slot) override { windows[slot] = WindowState::kShown; }
-  void CloseWindow(int slot) override;
-  void HideEntryBox(int slot) override;
+  void SetFrameVisible(Slot slot, bool visible) override { frames[slot] = visible; }
+
+  void Show(Slot slot, const GridContent& content) override;
+  void Write(Slot slot, int row, int col, TextBlock&& block) override;
+  bool IsWide(Slot slot) const override { return wide[slot]; }
+  void SetWide(Slot slot, bool isWide) override;
+
+  void ShowWindow(Slot slot) override { windows[slot] = WindowState::kShown; }
+  void RestoreWindow(Slot slot) override { windows[slot] = WindowState::kShown; }
+  void CloseWindow(Slot slot) override;
+  void HideEntryBox(Slot slot) override;
   void BringMainToFront() override { ++timesBroughtToFront; }
-  void UseResultsFont() override { resultsFontSet = true; }
-  void AddResultLine(const std::string& line) override { lines.push_back(line); }
+  void LetWindowsPaint() override {}
+
+  void Append(const std::vector<std::string>& added) override {
+    lines.insert(lines.end(), added.begin(), added.end());
+  }
   void ShowResults() override { resultsShown = true; }
   void Beep() override { ++beeps; }
-  void LetWindowsPaint() override {}
-  void BeginWork() override { ++workDepth; }
-  void ReportProgress(double fraction) override { progress.push_back(fraction); }
-  void EndWork() override { --workDepth; }
+
+  void Run(const Computation& computation) override;
+
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name) override;
   std::string AskSaveFile(std::string_view ending) override;
 
  private:
   /// The first row and column of data in a slot's grid.
-  static int FirstRow(int slot);
-  void Touch(int slot);
+  static int FirstRow(Slot slot);
+  void Touch(Slot slot);
+  void SetUp(Slot slot, const GridContent& content);
+  void Fill(Slot slot, const GridContent& content);
   std::string NextFileName();
 };
 

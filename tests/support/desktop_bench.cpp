@@ -63,24 +63,24 @@ SeenBox Desktop::ClickAndAnswer(const Control& button, QMessageBox::StandardButt
   return ActAndAnswer([&] { Click(button); }, answer);
 }
 
-GridWindow& Desktop::Window(int slot) {
+GridWindow& Desktop::Window(qmx::Slot slot) {
   GridWindow* window = program.Windows().Window(slot);
   if (window == nullptr) throw std::runtime_error("window " + std::to_string(slot) + " is missing");
   return *window;
 }
 
-EntryBox& Desktop::Box(int slot) {
+EntryBox& Desktop::Box(qmx::Slot slot) {
   auto* box = Window(slot).findChild<EntryBox*>("txtDataEntry");
   if (box == nullptr) throw std::runtime_error("no entry box");
   return *box;
 }
 
-void Desktop::ClickCell(int slot, int row, int col) {
+void Desktop::ClickCell(qmx::Slot slot, int row, int col) {
   MatrixGrid& grid = Grid(slot);
   QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.CellRect(row, col).center());
 }
 
-void Desktop::ClickToggle(int slot) {
+void Desktop::ClickToggle(qmx::Slot slot) {
   QTest::mouseClick(Window(slot).findChild<QAbstractButton*>("cmdToggleWidth"), Qt::LeftButton);
 }
 
@@ -91,7 +91,8 @@ void Desktop::CloseByBox(QWidget& window) {
   qApp->notify(&window, &event);
 }
 
-void Desktop::Enter(int operand, int rows, int cols, const std::vector<std::string>& elements) {
+void Desktop::Enter(qmx::Slot operand, int rows, int cols,
+                    const std::vector<std::string>& elements) {
   TypeInto(InfoOf(operand).rows, std::to_string(rows));
   TypeInto(InfoOf(operand).cols, std::to_string(cols));
   Click(operand == kSlotA ? cmdCreateA : cmdCreateB);

@@ -37,12 +37,13 @@ class Desktop : public ::testing::Test {
   RecordingPrinter printer;
   FixedRandom random;
   FixedClock clock;
+  FixedMemory memory;
   PointSettings settings;
-  Program program{{files, printer, random, clock}, settings};
+  Program program{{files, printer, random, clock, memory}, settings};
 
   frmQMX& Main() { return program.MainWindow(); }
   Workspace& State() { return program.State(); }
-  SlotData& Slot(int slot) { return State().At(slot); }
+  SlotData& Slot(qmx::Slot slot) { return State().At(slot); }
 
   /// The control of this name, which must be there.
   template <typename Kind = QWidget>
@@ -68,19 +69,19 @@ class Desktop : public ::testing::Test {
   SeenBox ClickAndAnswer(const Control& button, QMessageBox::StandardButton answer);
 
   /// A window of a matrix, which must be there.
-  GridWindow& Window(int slot);
-  MatrixGrid& Grid(int slot) { return Window(slot).Grid(); }
-  EntryBox& Box(int slot);
-  std::string Cell(int slot, int row, int col) {
+  GridWindow& Window(qmx::Slot slot);
+  MatrixGrid& Grid(qmx::Slot slot) { return Window(slot).Grid(); }
+  EntryBox& Box(qmx::Slot slot);
+  std::string Cell(qmx::Slot slot, int row, int col) {
     return Grid(slot).TextMatrix(row, col).toStdString();
   }
-  void ClickCell(int slot, int row, int col);
-  void ClickToggle(int slot);
+  void ClickCell(qmx::Slot slot, int row, int col);
+  void ClickToggle(qmx::Slot slot);
   /// Closes a window as its close box does.
   static void CloseByBox(QWidget& window);
 
   /// Creates A (B) from its fields; fills it with these numbers, row by row, by the keyboard alone.
-  void Enter(int operand, int rows, int cols, const std::vector<std::string>& elements);
+  void Enter(qmx::Slot operand, int rows, int cols, const std::vector<std::string>& elements);
 };
 
 }  // namespace qmx::test

@@ -36,7 +36,7 @@ TEST_F(AvailabilityTest, TheSlotTableHoldsWindowsCaptionsAndGrids) {
       {"frmExchanges", "Map of exchanges", "lblRowsExchanges", "lblColsExchanges"},
       {"frmSystem", "System of linear equations", "txtEquations", "txtUnknowns"},
   };
-  for (int k = 0; k < kSlotCount; ++k) {
+  for (const Slot k : kAllSlots) {
     EXPECT_EQ(InfoOf(k).window, expected[k].window);
     EXPECT_EQ(InfoOf(k).caption, expected[k].caption);
     EXPECT_EQ(InfoOf(k).rows.name, expected[k].rows);
@@ -57,7 +57,7 @@ TEST_F(AvailabilityTest, AThirdShowsSevenDigitsNarrowAndFifteenWide) {
   MarkAvailable(context, kSlotSum);
   Populate(context, kSlotSum);
   EXPECT_EQ(screen.grids[kSlotSum].Text(1, 1), "0.3333333");
-  workspace.At(kSlotSum).WideDisplay = true;
+  screen.SetWide(kSlotSum, true);
   Populate(context, kSlotSum);
   EXPECT_EQ(screen.grids[kSlotSum].Text(1, 1), "0.333333333333333");
 }
@@ -65,7 +65,9 @@ TEST_F(AvailabilityTest, AThirdShowsSevenDigitsNarrowAndFifteenWide) {
 TEST_F(AvailabilityTest, AResultGetsItsFrameFlagAndButtons) {
   workspace.At(kSlotQ).array = Rows({{1}, {0}});
   MarkAvailable(context, kSlotQ);
-  EXPECT_TRUE(workspace.At(kSlotQ).present);
+  EXPECT_FALSE(workspace.QRComputed) << "R is not there yet";
+  MarkAvailable(context, kSlotR);
+  EXPECT_TRUE(workspace.QRComputed);
   EXPECT_TRUE(screen.frames[kSlotQ]);
   for (const Control& button : {cmdShow(7), cmdSave(7), cmdPrint(7), cmdIntoA(7), cmdIntoB(7)}) {
     EXPECT_TRUE(screen.Enabled(button)) << button.ObjectName();
@@ -76,7 +78,7 @@ TEST_F(AvailabilityTest, AResultGetsItsFrameFlagAndButtons) {
 TEST_F(AvailabilityTest, CreatedEnablesItsButtons) {
   workspace.At(kSlotCreated).array = Rows({{1}});
   MarkAvailable(context, kSlotCreated);
-  EXPECT_TRUE(workspace.At(kSlotCreated).present);
+  EXPECT_TRUE(workspace.CreatedPresent);
   for (const Control& button :
        {cmdShow(15), cmdSave(15), cmdPrint(15), cmdIntoA(15), cmdIntoB(15)}) {
     EXPECT_TRUE(screen.Enabled(button)) << button.ObjectName();

@@ -19,7 +19,7 @@ TEST_F(ResetTest, ResettingALoneAOnlyErasesA) {
   Reset(kSlotA);
   EXPECT_TRUE(workspace.BCreated);
   EXPECT_EQ(Array(kSlotB), Rows({{5}}));
-  EXPECT_TRUE(workspace.System().present);
+  EXPECT_TRUE(workspace.SystemPresent);
   for (int k = kSlotSum; k <= kSlotExchanges; ++k) EXPECT_FALSE(screen.frames[k]) << k;
 }
 
@@ -37,9 +37,8 @@ TEST_F(ResetTest, ResettingBErasesSumDifferenceAndProductOnly) {
   EnterB(Rows({{1, 0}, {0, 1}}));
   for (const int task : {0, 1, 2, 5, 15}) Press(task);
   Reset(kSlotB);
-  for (const int slot : {kSlotSum, kSlotDifference, kSlotProduct}) {
+  for (const Slot slot : {kSlotSum, kSlotDifference, kSlotProduct}) {
     EXPECT_FALSE(screen.frames[slot]);
-    EXPECT_FALSE(workspace.At(slot).present);
     EXPECT_EQ(Array(slot).Size(), 0U);
   }
   EXPECT_FALSE(workspace.SumComputed || workspace.DifferenceComputed || workspace.ProductComputed);
@@ -56,10 +55,10 @@ TEST_F(ResetTest, ResettingAErasesEveryResultOfA) {
   EXPECT_TRUE(NoMessage());
   for (int k = kSlotSum; k <= kSlotEigenvalues; ++k) EXPECT_TRUE(screen.frames[k]) << k;
   Reset(kSlotA);
-  for (int k = kSlotSum; k <= kSlotExchanges; ++k) {
-    if (k == kSlotSolution || k == kSlotCreated) continue;
+  for (const Slot k : kAllSlots) {
+    const bool ofA = k >= kSlotSum && k != kSlotSolution && k != kSlotCreated && k != kSlotSystem;
+    if (!ofA) continue;
     EXPECT_FALSE(screen.frames[k]) << k;
-    EXPECT_FALSE(workspace.At(k).present) << k;
     EXPECT_EQ(screen.windows[k], WindowState::kNone) << k;
     EXPECT_EQ(screen.Text(InfoOf(k).rows), "") << k;
     EXPECT_EQ(screen.Text(InfoOf(k).cols), "") << k;
@@ -128,7 +127,7 @@ TEST_F(ResetTest, ExchangesHaveNoRowsAndOneColumnAfterAReset) {
 TEST_F(ResetTest, ResettingTheSystemErasesTheSolution) {
   EnterSystem(Rows({{2, 0, 4}, {0, 2, 6}}));
   PressSolve(context);
-  ResetSystem(context);
+  qmx::Reset(context, kResultSystem);
   EXPECT_FALSE(workspace.SolutionComputed);
   EXPECT_FALSE(screen.frames[kSlotSolution]);
   EXPECT_EQ(screen.windows[kSlotSystem], WindowState::kNone);
@@ -145,7 +144,7 @@ TEST_F(ResetTest, ResettingTheSystemErasesTheSolution) {
 TEST_F(ResetTest, ResettingWhatIsNotThereDoesNothing) {
   ResetResultsOfA(context);
   ResetResultsOfB(context);
-  ResetSystem(context);
+  qmx::Reset(context, kResultSystem);
   EXPECT_TRUE(NoMessage());
   EXPECT_FALSE(workspace.ACreated);
 }

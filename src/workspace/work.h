@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+
+#include "base/progress.h"
+
+namespace qmx {
+
+/// Where computations run.
+class Work {
+ public:
+  Work() = default;
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+  virtual ~Work() = default;
+
+  using Computation = std::function<void(Progress&)>;
+  /// Runs a computation to its end while the windows show how far it is. What it throws comes out
+  /// of here.
+  virtual void Run(const Computation& computation) = 0;
+};
+
+}  // namespace qmx
