@@ -38,8 +38,8 @@ QWidget* HarmlessControl(const QWidget& frame) {
 
 }  // namespace
 
-DesktopScreen::DesktopScreen(frmQMX& mainWindow, Context& context)
-    : main_(mainWindow), context_(context) {
+DesktopScreen::DesktopScreen(frmQMX& mainWindow, CommandRunner& commands)
+    : main_(mainWindow), commands_(commands) {
   focusMover_.setSingleShot(true);
   QObject::connect(&focusMover_, &QTimer::timeout, &focusMover_, [this] { MoveFocus(); });
 }
@@ -62,12 +62,15 @@ void DesktopScreen::SetText(const Control& control, const std::string& text) {
 }
 
 void DesktopScreen::SetEnabled(const Control& control, bool enabled) {
-  QObject* found = main_.Find(control);
-  if (auto* widget = qobject_cast<QWidget*>(found)) {
+  SetObjectEnabled(main_.Find(control), enabled);
+}
+
+void DesktopScreen::SetObjectEnabled(QObject* control, bool enabled) {
+  if (auto* widget = qobject_cast<QWidget*>(control)) {
     if (!enabled && main_.focusWidget() == widget) KeepFocusNear(*widget);
     widget->setEnabled(enabled);
   }
-  if (auto* action = qobject_cast<QAction*>(found)) action->setEnabled(enabled);
+  if (auto* action = qobject_cast<QAction*>(control)) action->setEnabled(enabled);
 }
 
 void DesktopScreen::KeepFocusNear(const QWidget& disabled) {
@@ -102,9 +105,9 @@ GridWindow& DesktopScreen::Ensure(Slot slot) {
   std::unique_ptr<GridWindow>& window = windows_[slot];
   if (window == nullptr) {
     if (InfoOf(slot).IsEditor()) {
-      window = std::make_unique<EditorWindow>(context_, slot);
+      window = std::make_unique<EditorWindow>(commands_, slot);
     } else {
-      window = std::make_unique<ViewerWindow>(context_, slot);
+      window = std::make_unique<ViewerWindow>(commands_, slot);
     }
   }
   return *window;

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/frm_qmx.h"
+#include "commands/command_runner.h"
 #include "grids/grid_window.h"
 #include "grids/results_window.h"
 #include "workspace/context.h"
@@ -17,10 +18,11 @@ class DesktopScreen : public Panel,
                       public Windows,
                       public Log,
                       public Work,
-                      public Dialogs {
+                      public Dialogs,
+                      public View {
  public:
-  /// `context` is what the windows run their commands with; it may still be under construction.
-  DesktopScreen(frmQMX& mainWindow, Context& context);
+  /// `commands` is what the windows run their commands by; it may still be under construction.
+  DesktopScreen(frmQMX& mainWindow, CommandRunner& commands);
   DesktopScreen(const DesktopScreen&) = delete;
   DesktopScreen& operator=(const DesktopScreen&) = delete;
   ~DesktopScreen() override;
@@ -54,6 +56,14 @@ class DesktopScreen : public Panel,
   std::string AskOpenFile(const std::string& name) override;
   std::string AskSaveFile(std::string_view ending) override;
 
+  std::shared_ptr<const ViewState> Capture() const override;
+  void Restore(const ViewState& state, Restoring restoring) override;
+  std::shared_ptr<const ViewState> CaptureGrid(Slot slot) const override;
+  void RestoreGrid(Slot slot, const ViewState& state) override;
+  std::optional<std::string> WrittenText(Slot slot, int row, int col) const override;
+  void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) override;
+  void SetStatus(const std::string& text) override;
+
   /// The window of a slot; null while there is none.
   GridWindow* Window(Slot slot) const { return windows_[slot].get(); }
   /// The results window; null while there is none.
@@ -67,11 +77,12 @@ class DesktopScreen : public Panel,
   GridWindow& Ensure(Slot slot);
   ResultsWindow& EnsureResults();
   void PlaceIfNew(QWidget& window);
+  void SetObjectEnabled(QObject* control, bool enabled);
   void KeepFocusNear(const QWidget& disabled);
   void MoveFocus();
 
   frmQMX& main_;
-  Context& context_;
+  CommandRunner& commands_;
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;

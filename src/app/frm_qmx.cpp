@@ -99,6 +99,12 @@ void frmQMX::BuildMenus() {
                     {"mnuPrint", "&Print", QKeySequence(Qt::CTRL | Qt::Key_P)},
                     {},
                     {"mnuExit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q)}});
+  QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+  edit->setObjectName("mnuEdit");
+  AddEntries(edit, {{"mnuUndo", "&Undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
+                    {"mnuRedo", "&Redo", QKeySequence(Qt::CTRL | Qt::Key_Y)}});
+  Action("mnuRedo")->setShortcuts(
+      {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
   QMenu* tools = menuBar()->addMenu(tr("&Tools"));
   AddEntries(tools, {{"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
   QMenu* windows = menuBar()->addMenu(tr("&Windows"));
@@ -114,6 +120,12 @@ void frmQMX::BuildMenus() {
 }
 
 void frmQMX::BuildStatusBar() {
+  status_ = new QLabel(this);
+  status_->setObjectName("lblStatus");
+  status_->setTextFormat(Qt::PlainText);
+  // A long text must not make the window wider.
+  status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->addWidget(status_, 1);
   working_ = new QLabel(tr("Computing..."), this);
   progress_ = new QProgressBar(this);
   progress_->setRange(0, kProgressSteps);
@@ -130,6 +142,12 @@ void frmQMX::IndexControls() {
   for (QObject* control : findChildren<QObject*>()) {
     if (!control->objectName().isEmpty()) controls_.insert(control->objectName(), control);
   }
+  for (QWidget* control : panels_->findChildren<QWidget*>()) {
+    const QString name = control->objectName();
+    const bool isControl = controls_.contains(name) && controls_.value(name) == control;
+    if (isControl && !name.startsWith("lblStale")) commandControls_.append(control);
+  }
+  commandControls_.append(Find(mnuPrint));
 }
 
 QObject* frmQMX::Find(const Control& control) const {
@@ -137,6 +155,11 @@ QObject* frmQMX::Find(const Control& control) const {
 }
 
 QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(name); }
+
+void frmQMX::SetStatus(const QString& text) {
+  status_->setText(text);
+  status_->setToolTip(text);
+}
 
 QRect frmQMX::TaskArea() const {
   return {taskPanel_->mapToGlobal(QPoint(0, 0)), taskPanel_->size()};

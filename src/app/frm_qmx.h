@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QHash>
 #include <QLabel>
+#include <QList>
 #include <QMainWindow>
 #include <QProgressBar>
 
@@ -21,6 +22,11 @@ class frmQMX : public QMainWindow {
   /// The control or menu entry with this name; null where there is none.
   QObject* Find(const Control& control) const;
   QAction* Action(const char* name) const;
+  /// The controls whose texts and states commands change.
+  const QList<QObject*>& CommandControls() const { return commandControls_; }
+
+  /// Tells something in the status bar until something else is told.
+  void SetStatus(const QString& text);
   /// The part of the screen that windows of matrices should leave free.
   QRect TaskArea() const;
 
@@ -47,8 +53,10 @@ class frmQMX : public QMainWindow {
   void ResizeToPanels();
 
   QHash<QString, QObject*> controls_;
+  QList<QObject*> commandControls_;
   QWidget* panels_ = nullptr;
   QWidget* taskPanel_ = nullptr;
+  QLabel* status_ = nullptr;
   QLabel* working_ = nullptr;
   QProgressBar* progress_ = nullptr;
   QElapsedTimer sinceRepaint_;  ///< Since all windows were painted in a computation.

@@ -15,11 +15,12 @@
 namespace qmx {
 
 Program::Program(const SystemPorts& ports, RegionalSettings& settings)
-    : screen_(window_, context_),
+    : screen_(window_, commands_),
       context_(workspace_, screen_, ports),
+      commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
       guard_(settings),
       desktop_(window_, screen_) {
-  WireMainWindow(window_, screen_, context_);
+  WireMainWindow(window_, screen_, commands_);
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }
 
@@ -29,7 +30,9 @@ bool Program::Start(const std::string& commandLine) {
   // In the corner, so that the windows of the matrices find room beside it.
   window_.move(window_.screen()->availableGeometry().topLeft());
   window_.show();
-  OpenNamedProject(context_, commandLine);
+  if (!commandLine.empty()) {
+    commands_.Step("Open", [&](Context& context) { OpenNamedProject(context, commandLine); });
+  }
   return true;
 }
 

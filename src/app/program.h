@@ -6,6 +6,7 @@
 #include "app/desktop_screen.h"
 #include "app/frm_qmx.h"
 #include "base/fault.h"
+#include "commands/command_runner.h"
 #include "desktop/decimal_guard.h"
 #include "workspace/context.h"
 
@@ -28,6 +29,7 @@ class Program {
   DesktopScreen& Windows() { return screen_; }
   Workspace& State() { return workspace_; }
   Context& Commands() { return context_; }
+  CommandRunner& Runner() { return commands_; }
 
  private:
   void End();
@@ -37,6 +39,7 @@ class Program {
   frmQMX window_;
   DesktopScreen screen_;
   Context context_;
+  CommandRunner commands_;
   DecimalGuard guard_;
   DesktopMenu desktop_;
 };

@@ -18,19 +18,27 @@
 namespace qmx {
 namespace {
 
-/// Connects the controls of one window with commands that all take the same context.
+/// Connects the controls of one window with commands.
 class Wires {
  public:
-  Wires(frmQMX& window, Context& context) : window_(window), context_(context) {}
+  Wires(frmQMX& window, CommandRunner& commands) : window_(window), commands_(commands) {}
 
-  /// A press on a button. Where there is no such control nothing is connected: A has no button that
-  /// copies it into itself.
+  /// A press on a button runs a command that is a step of this name. Where there is no such control
+  /// nothing is connected: A has no button that copies it into itself.
+  template <typename... Given, typename... Wanted>
+  void Press(const Control& control, const std::string& step, void (*command)(Context&, Wanted...),
+             Given... given) {
+    OnClick(control, [&commands = commands_, step, command, given...] {
+      commands.Step(step, [&](Context& context) { command(context, given...); });
+    });
+  }
+
+  /// A press that is no step.
   template <typename... Given, typename... Wanted>
   void Press(const Control& control, void (*command)(Context&, Wanted...), Given... given) {
-    auto* button = qobject_cast<QAbstractButton*>(window_.Find(control));
-    if (button == nullptr) return;
-    QObject::connect(button, &QAbstractButton::clicked, &window_,
-                     [&context = context_, command, given...] { command(context, given...); });
+    OnClick(control, [&commands = commands_, command, given...] {
+      commands.Do([&](Context& context) { command(context, given...); });
+    });
   }
 
   /// An option or check box that was switched: an option only when it becomes the selected one.
@@ -39,56 +47,68 @@ class Wires {
     auto* button = qobject_cast<QAbstractButton*>(window_.Find(control));
     const bool isOption = button->autoExclusive();
     QObject::connect(button, &QAbstractButton::toggled, &window_,
-                     [&context = context_, command, isOption, given...](bool on) {
-                       if (on || !isOption) command(context, given...);
+                     [&commands = commands_, command, isOption, given...](bool on) {
+                       if (!on && isOption) return;
+                       commands.Do([&](Context& context) { command(context, given...); });
                      });
   }
 
   void Change(const Control& control, void (*command)(Context&)) {
     auto* field = qobject_cast<QLineEdit*>(window_.Find(control));
     QObject::connect(field, &QLineEdit::textChanged, &window_,
-                     [&context = context_, command] { command(context); });
+                     [&commands = commands_, command] { commands.Do(command); });
   }
 
+  template <typename Action>
+  void Choose(const char* entry, Action action) {
+    QObject::connect(window_.Action(entry), &QAction::triggered, &window_, action);
+  }
   void Choose(const char* entry, void (*command)(Context&)) {
-    QObject::connect(window_.Action(entry), &QAction::triggered, &window_,
-                     [&context = context_, command] { command(context); });
+    Choose(entry, [&commands = commands_, command] { commands.Do(command); });
   }
 
  private:
+  template <typename Action>
+  void OnClick(const Control& control, Action action) {
+    auto* button = qobject_cast<QAbstractButton*>(window_.Find(control));
+    if (button != nullptr) QObject::connect(button, &QAbstractButton::clicked, &window_, action);
+  }
+
   frmQMX& window_;
-  Context& context_;
+  CommandRunner& commands_;
 };
+
+std::string TitleOf(Slot slot) { return std::string(InfoOf(slot).title); }
 
 void WireSlots(Wires& wires) {
   for (const Slot slot : kAllSlots) {
     wires.Press(cmdShow(slot), ShowSlot, slot);
     wires.Press(cmdSave(slot), SaveSlot, slot);
     wires.Press(cmdPrint(slot), PrintSlot, slot);
-    wires.Press(cmdIntoA(slot), CopyInto, kSlotA, slot);
-    wires.Press(cmdIntoB(slot), CopyInto, kSlotB, slot);
+    wires.Press(cmdIntoA(slot), TitleOf(slot) + " into A", CopyInto, kSlotA, slot);
+    wires.Press(cmdIntoB(slot), TitleOf(slot) + " into B", CopyInto, kSlotB, slot);
   }
 }
 
 void WireOperands(Wires& wires) {
-  wires.Press(cmdCreateA, CreateOperand, kSlotA);
-  wires.Press(cmdCreateB, CreateOperand, kSlotB);
-  wires.Press(cmdRetrieveA, RetrieveOperand, kSlotA);
-  wires.Press(cmdRetrieveB, RetrieveOperand, kSlotB);
-  wires.Press(cmdClearA, ClearOperand, kSlotA);
-  wires.Press(cmdClearB, ClearOperand, kSlotB);
-  wires.Press(cmdResetA, ResetOperand, kSlotA);
-  wires.Press(cmdResetB, ResetOperand, kSlotB);
-  wires.Press(cmdExchangeAandB, ExchangeAandB);
+  wires.Press(cmdCreateA, "Create of matrix A", CreateOperand, kSlotA);
+  wires.Press(cmdCreateB, "Create of matrix B", CreateOperand, kSlotB);
+  wires.Press(cmdRetrieveA, "Retrieve of matrix A", RetrieveOperand, kSlotA);
+  wires.Press(cmdRetrieveB, "Retrieve of matrix B", RetrieveOperand, kSlotB);
+  wires.Press(cmdClearA, "Clear of matrix A", ClearOperand, kSlotA);
+  wires.Press(cmdClearB, "Clear of matrix B", ClearOperand, kSlotB);
+  wires.Press(cmdResetA, "Reset of matrix A", ResetOperand, kSlotA);
+  wires.Press(cmdResetB, "Reset of matrix B", ResetOperand, kSlotB);
+  wires.Press(cmdExchangeAandB, "Exchange of A and B", ExchangeAandB);
 }
 
 void WireSystem(Wires& wires) {
-  wires.Press(cmdCreateSystem, CreateSystem);
-  wires.Press(cmdRetrieveSystem, RetrieveSystem);
-  wires.Press(cmdClearSystem, ClearOperand, kSlotSystem);
-  wires.Press(cmdResetSystem, ResetSystemCommand);
-  wires.Press(cmdSolve, PressSolve);
-  wires.Press(cmdRetrieveLU, RetrieveLU);
+  wires.Press(cmdCreateSystem, "Create of the system", CreateSystem);
+  wires.Press(cmdRetrieveSystem, "Retrieve of the system", RetrieveSystem);
+  wires.Press(cmdClearSystem, "Clear of the system", ClearOperand, kSlotSystem);
+  wires.Press(cmdResetSystem, "Reset of the system", ResetSystemCommand);
+  wires.Press(cmdSolve, "Solve", PressSolve);
+  wires.Press(cmdRetrieveLU, "Retrieve LU factors", RetrieveLU);
   wires.Press(cmdSaveLU, SaveLU);
 }
 
@@ -101,44 +121,41 @@ void WireParameters(Wires& wires) {
   wires.Change(txtEquations, TxtEquationsChange);
 }
 
-void WireFileMenu(Wires& wires) {
-  wires.Choose("mnuOpen", OpenProject);
+void WireMenus(Wires& wires, CommandRunner& commands) {
+  wires.Choose("mnuOpen", [&commands] { commands.Step("Open", OpenProject); });
   wires.Choose("mnuSave", SaveProject);
   wires.Choose("mnuSaveAs", SaveProjectAs);
   wires.Choose("mnuPrint", PrintReport);
+  wires.Choose("mnuUndo", [&commands] { commands.Undo(); });
+  wires.Choose("mnuRedo", [&commands] { commands.Redo(); });
 }
 
 /// Who asks for the results list by hand wants to go through it with the keyboard.
-void ActivateResults([[maybe_unused]] Context& context, DesktopScreen* screen) {
+void ShowResultsActivated(Context& context, DesktopScreen* screen) {
+  PressShowResults(context);
   screen->Results()->activateWindow();
 }
 
 /// Lists the windows that are on the screen below the fixed entries.
-void ListWindows(QMenu* menu, DesktopScreen& screen, Context& context) {
+void ListWindows(QMenu* menu, DesktopScreen& screen, CommandRunner& commands) {
   for (QAction* listed : menu->actions()) {
     if (listed->data().toBool()) delete listed;
   }
-  for (const Slot slot : kAllSlots) {
-    const GridWindow* window = screen.Window(slot);
-    if (window == nullptr || !window->isVisible()) continue;
+  const auto list = [&](const QWidget* window, const CommandRunner::Command& show) {
+    if (window == nullptr || !window->isVisible()) return;
     QAction* entry = menu->addAction(window->windowTitle());
     entry->setData(true);
-    QObject::connect(entry, &QAction::triggered, menu,
-                     [&context, slot] { ShowSlot(context, slot); });
-  }
-  if (screen.Results() == nullptr || !screen.Results()->isVisible()) return;
-  QAction* results = menu->addAction(screen.Results()->windowTitle());
-  results->setData(true);
-  QObject::connect(results, &QAction::triggered, menu, [&context, &screen] {
-    PressShowResults(context);
-    ActivateResults(context, &screen);
-  });
+    QObject::connect(entry, &QAction::triggered, menu, [&commands, show] { commands.Do(show); });
+  };
+  for (const Slot slot : kAllSlots)
+    list(screen.Window(slot), [slot](Context& context) { ShowSlot(context, slot); });
+  list(screen.Results(), [&screen](Context& context) { ShowResultsActivated(context, &screen); });
 }
 
-void WireWindowMenu(frmQMX& window, DesktopScreen& screen, Context& context) {
+void WireWindowMenu(frmQMX& window, DesktopScreen& screen, CommandRunner& commands) {
   auto* menu = window.findChild<QMenu*>("mnuWindows");
   QObject::connect(menu, &QMenu::aboutToShow, menu,
-                   [menu, &screen, &context] { ListWindows(menu, screen, context); });
+                   [menu, &screen, &commands] { ListWindows(menu, screen, commands); });
   QObject::connect(window.Action("mnuMain"), &QAction::triggered, &window,
                    [&screen] { screen.BringMainToFront(); });
   QObject::connect(window.Action("mnuHideAll"), &QAction::triggered, &window, [&screen] {
@@ -146,22 +163,38 @@ void WireWindowMenu(frmQMX& window, DesktopScreen& screen, Context& context) {
   });
 }
 
+/// The entries of the Edit menu name the steps that they take back or do again.
+void NameSteps(frmQMX& window, const CommandRunner& commands) {
+  const auto name = [&window](const char* entry, const QString& verb, const std::string& step) {
+    QAction* action = window.Action(entry);
+    QString text = ToQString(step);
+    action->setText(step.empty() ? verb : verb + ' ' + text.replace('&', "&&"));
+    action->setEnabled(!step.empty());
+  };
+  name("mnuUndo", QObject::tr("&Undo"), commands.Steps().UndoName());
+  name("mnuRedo", QObject::tr("&Redo"), commands.Steps().RedoName());
+}
+
 }  // namespace
 
-void WireMainWindow(frmQMX& window, DesktopScreen& screen, Context& context) {
-  Wires wires(window, context);
-  for (const TaskInfo& task : Tasks()) wires.Press(cmdTask(task.index), PressTask, task.index);
-  wires.Press(cmdShowResults, PressShowResults);
-  wires.Press(cmdShowResults, ActivateResults, &screen);
+void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& commands) {
+  Wires wires(window, commands);
+  for (const TaskInfo& task : Tasks())
+    wires.Press(cmdTask(task.index), std::string(task.caption), PressTask, task.index);
+  wires.Press(cmdShowResults, ShowResultsActivated, &screen);
   WireSlots(wires);
   WireOperands(wires);
   WireSystem(wires);
   WireParameters(wires);
-  WireFileMenu(wires);
-  WireWindowMenu(window, screen, context);
+  WireMenus(wires, commands);
+  WireWindowMenu(window, screen, commands);
+  NameSteps(window, commands);
+  commands.SetListener([&window, &commands] { NameSteps(window, commands); });
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
-  QObject::connect(&window, &frmQMX::FilesDropped, &window, [&context](const QString& name) {
-    OpenNamedProject(context, QFile::encodeName(name).toStdString());
+  QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
+    commands.Step("Open", [&](Context& context) {
+      OpenNamedProject(context, QFile::encodeName(name).toStdString());
+    });
   });
 }
 

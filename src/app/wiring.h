@@ -5,6 +5,6 @@
 namespace qmx {
 
 /// Connects every control and menu entry of the main window with its command.
-void WireMainWindow(frmQMX& window, DesktopScreen& screen, Context& context);
+void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& commands);
 
 }  // namespace qmx

@@ -1,7 +1,9 @@
 #include "base/element_storage.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <limits>
+#include <new>
 
 #include "base/fault.h"
 
@@ -11,7 +13,7 @@ namespace {
 /// In front of the elements. Its size lets the elements of a large matrix, whose memory comes in
 /// whole pages after the allocator's own 16 bytes, begin at the start of a cache line.
 struct Header {
-  std::size_t holders;
+  std::atomic<std::size_t> holders;
   std::size_t room;
   char filling[48 - 2 * sizeof(std::size_t)];
 };
@@ -33,7 +35,7 @@ ElementStorage::ElementStorage(std::size_t count, Content content) {
   const std::size_t size = sizeof(Header) + count * sizeof(double);
   void* block = content == Content::kZeros ? std::calloc(1, size) : std::malloc(size);
   if (block == nullptr) throw RuntimeFault(Fault::kOutOfMemory);
-  static_cast<Header*>(block)->holders = 1;
+  new (&static_cast<Header*>(block)->holders) std::atomic<std::size_t>(1);
   static_cast<Header*>(block)->room = count;
   elements_ = reinterpret_cast<double*>(static_cast<char*>(block) + sizeof(Header));
 }

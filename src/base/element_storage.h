@@ -6,8 +6,8 @@
 namespace qmx {
 
 /// The elements of a matrix in memory, counted by how many hold them: the matrix itself and the
-/// views of it. A copy holds the same elements; the last holder gives the memory back. The count is
-/// not for several threads.
+/// views of it. A copy holds the same elements; the last holder gives the memory back. Holders may
+/// come and go in several threads.
 class ElementStorage {
  public:
   ElementStorage() = default;

@@ -37,6 +37,22 @@ double Matrix::At(int row, int col) const {
   return (*this)(row, col);
 }
 
+Matrix Matrix::Shared() const {
+  if (owners_ == nullptr) owners_ = std::make_shared<const char>();
+  Matrix other;
+  other.rows_ = rows_;
+  other.cols_ = cols_;
+  other.data_ = data_;
+  other.owners_ = owners_;
+  return other;
+}
+
+void Matrix::MakeOwn() {
+  if (owners_ == nullptr || owners_.use_count() == 1) return;
+  Matrix copy(*this);
+  Swap(copy);
+}
+
 void Matrix::SwapRows(int rowOne, int rowTwo, int firstCol) {
   if (rowOne == rowTwo || firstCol > cols_) return;
   std::swap_ranges(Row(rowOne) + (firstCol - 1), Row(rowOne) + cols_, Row(rowTwo) + (firstCol - 1));

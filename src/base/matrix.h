@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <utility>
 
 #include "base/element_storage.h"
@@ -69,12 +70,26 @@ class Matrix {
     std::swap(rows_, other.rows_);
     std::swap(cols_, other.cols_);
     data_.Swap(other.data_);
+    owners_.swap(other.owners_);
   }
 
   /// Makes it a rows x cols matrix of any numbers, in the storage that it has where that is large
   /// enough: for work matrices that are used again and again. Both counts must be at least 0.
   /// Faults: 7 (out of memory) where the storage cannot be had.
   void Reuse(int rows, int cols);
+
+  /// The same matrix without a copy of its elements, which both own from now on: before one of them
+  /// writes single elements it has to MakeOwn.
+  Matrix Shared() const;
+  /// Takes a copy of the elements where another matrix owns them, too.
+  /// Faults: 7 (out of memory) where the storage cannot be had.
+  void MakeOwn();
+  /// True if both have the same shape and the elements in the same place.
+  bool SharesWith(const Matrix& other) const {
+    return rows_ == other.rows_ && cols_ == other.cols_ && data_.Get() == other.data_.Get();
+  }
+  /// Bytes of memory that the elements take.
+  std::size_t Bytes() const { return data_.Room() * sizeof(double); }
 
   /// These elements for others to read, without a copy of them.
   MatrixView View() const;
@@ -93,6 +108,8 @@ class Matrix {
   int rows_ = 0;
   int cols_ = 0;
   ElementStorage data_;
+  /// Held by all matrices that own these elements, once there are several; views do not count.
+  mutable std::shared_ptr<const char> owners_;
 };
 
 /// The elements of a matrix as those read them who outlive it: a view keeps them in memory. It sees

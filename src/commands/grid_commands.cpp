@@ -88,11 +88,14 @@ bool HasRoomForText(const Memory& memory, const CellRange& cells) {
 void WriteElements(Context& context, Slot slot, int row, int col, const double* values,
                    TextBlock&& texts) {
   Matrix& array = context.workspace.At(slot).array;
-  for (int i = 0; i < texts.rows; ++i) {
-    std::copy_n(values + static_cast<std::ptrdiff_t>(i) * texts.cols, texts.cols,
-                array.Row(row + i) + col - 1);
-  }
+  const int rows = texts.rows;
+  const int cols = texts.cols;
+  array.MakeOwn();
   context.grids.Write(slot, row, col, std::move(texts));
+  // The elements last: nothing can fail any more.
+  for (int i = 0; i < rows; ++i) {
+    std::copy_n(values + static_cast<std::ptrdiff_t>(i) * cols, cols, array.Row(row + i) + col - 1);
+  }
 }
 
 }  // namespace
@@ -106,7 +109,7 @@ void CommitCell(Context& context, Slot slot, int row, int col, const std::string
 }
 
 std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int col,
-                                    std::string_view text) {
+                                    std::string_view text, const BeforePaste& before) {
   const Matrix& array = context.workspace.At(slot).array;
   if (!array.Contains(row, col)) return std::nullopt;
   if (!HasRoomForNumbers(context.memory, text)) {
@@ -122,10 +125,10 @@ std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int co
         {"The block cannot be pasted: " + problem + "\n\nNothing was changed.", Icon::kCritical});
     return std::nullopt;
   }
-  const int rows = block.texts.rows;
-  const int cols = block.texts.cols;
+  const CellRange range{row, col, row + block.texts.rows - 1, col + block.texts.cols - 1};
+  if (before) before(range);
   WriteElements(context, slot, row, col, block.values.data(), std::move(block.texts));
-  return CellRange{row, col, row + rows - 1, col + cols - 1};
+  return range;
 }
 
 std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,

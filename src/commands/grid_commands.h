@@ -26,9 +26,11 @@ struct CellRange {
 /// Pastes a block of numbers into an editor, the first of them into cell (row, col): every element
 /// and every cell's text becomes what typing it there would make it. Returns the cells that were
 /// written; nothing after a message where the text is no block of numbers or where the matrix has
-/// not room for it, and then nothing is changed.
+/// not room for it, and then nothing is changed. `before` is told which cells will be written, once
+/// nothing is refused any more.
+using BeforePaste = std::function<void(const CellRange& cells)>;
 std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int col,
-                                    std::string_view text);
+                                    std::string_view text, const BeforePaste& before = {});
 
 /// What a copy asks of a slot's grid: what cell (row, col) shows, counted as in CellRange, with 0
 /// for the headers; and whether it shows nothing.

@@ -29,9 +29,9 @@ bool FitsIntoMemory(Context& context, const Control& rowsField, const Control& c
 
 /// A slot takes an array whose extent becomes its counts.
 void Store(SlotData& data, Matrix array) {
-  data.rows = array.Rows();
-  data.cols = array.Cols();
-  data.array = std::move(array);
+  const int rows = array.Rows();
+  const int cols = array.Cols();
+  data = SlotData(std::move(array), rows, cols);
 }
 
 bool ConfirmReset(Context& context, Slot operand) {
@@ -125,7 +125,7 @@ void ResetOperand(Context& context, Slot operand) {
 void CopyInto(Context& context, Slot operand, Slot from) {
   if (from < 0 || from >= kSlotCount || from == operand) return;
   context.windows.HideEntryBox(operand);
-  Publish(context, operand, Publication(context.workspace.At(from).array));
+  Publish(context, operand, Publication(context.workspace.At(from).array.Shared()));
   context.windows.BringMainToFront();
 }
 

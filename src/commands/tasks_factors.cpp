@@ -31,8 +31,17 @@ void StoreFactors(Context& context) {
   const SlotData& u = workspace.At(kSlotU);
   const SlotData& exchanges = workspace.At(kSlotExchanges);
   if (!u.array.IsSquare() || workspace.StoredFactorsValid) return;
-  workspace.storedFactors = {l.array, u.array, exchanges.array, l.rows,        l.cols,
-                             u.rows,  u.cols,  exchanges.rows,  exchanges.cols};
+  StoredFactors stored;
+  stored.L = l.array.Shared();
+  stored.U = u.array.Shared();
+  stored.exchanges = exchanges.array.Shared();
+  stored.lRows = l.rows;
+  stored.lCols = l.cols;
+  stored.uRows = u.rows;
+  stored.uCols = u.cols;
+  stored.exchangeRows = exchanges.rows;
+  stored.exchangeCols = exchanges.cols;
+  workspace.storedFactors = std::move(stored);
   workspace.StoredFactorsValid = true;
   context.panel.SetEnabled(cmdSaveLU, true);
   if (!context.panel.IsSelected(OptSystem(kSystemByFactors))) return;

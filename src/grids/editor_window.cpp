@@ -9,7 +9,7 @@
 
 namespace qmx {
 
-EditorWindow::EditorWindow(Context& context, qmx::Slot slot) : GridWindow(context, slot) {
+EditorWindow::EditorWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow(commands, slot) {
   AddEntryBox();
   AddToggle();
   AddPaste();
@@ -33,7 +33,7 @@ void EditorWindow::StartTyping(const QString& character) {
 void EditorWindow::Commit(const QString& text) {
   if (Box()->isHidden()) return;
   ShowToolTip(text);
-  CommitCell(Commands(), Slot(), Grid().Row(), Grid().Col(), text.toStdString());
+  Commands().WriteCell(Slot(), Grid().Row(), Grid().Col(), text.toStdString());
 }
 
 void EditorWindow::MoveAndEdit(int key) {
@@ -58,7 +58,7 @@ void EditorWindow::PasteIntoCells() {
   const std::string text = QApplication::clipboard()->text().toStdString();
   if (text.empty() || !Grid().HasCurrentCell()) return;
   const CellBlock at = Grid().SelectedOrCurrent();
-  const auto pasted = PasteBlock(Commands(), Slot(), at.top, at.left, text);
+  const auto pasted = Commands().Paste(Slot(), at.top, at.left, text);
   if (!pasted) return;
   Grid().SelectBlock({pasted->firstRow, pasted->firstCol, pasted->lastRow, pasted->lastCol});
 }

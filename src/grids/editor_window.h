@@ -11,7 +11,7 @@ class EditorWindow : public GridWindow {
   Q_OBJECT
 
  public:
-  EditorWindow(Context& context, qmx::Slot slot);
+  EditorWindow(CommandRunner& commands, qmx::Slot slot);
 
  private:
   void StartEditing();

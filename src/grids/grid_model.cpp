@@ -24,37 +24,38 @@ GridModel::GridModel(bool hasHeaderRow, QObject* parent)
 
 void GridModel::SetUp(int rows, int cols) {
   beginResetModel();
-  rows_ = rows;
-  cols_ = cols;
-  columns_.resize(cols + 1);
-  for (Column& column : columns_) column.filled = std::min(column.filled, rows);
+  all_.rows = rows;
+  all_.cols = cols;
+  all_.columns.resize(cols + 1);
+  for (Column& column : all_.columns) column.filled = std::min(column.filled, rows);
   DropCellsOutside();
   endResetModel();
 }
 
 void GridModel::DropCellsOutside() {
   const auto isOutside = [this](quint64 key) {
-    return RowOf(key) >= headerRows_ + rows_ || ColOf(key) > cols_;
+    return RowOf(key) >= headerRows_ + all_.rows || ColOf(key) > all_.cols;
   };
   const auto isHeading = [this](quint64 key) {
     return headerRows_ == 1 && (RowOf(key) == 0) != (ColOf(key) == 0);
   };
-  texts_.removeIf([&](auto entry) { return isOutside(entry.key()) || isHeading(entry.key()); });
-  colours_.removeIf([&](auto entry) { return isOutside(entry.key()); });
-  blocks_.Clip(rowCount(), columnCount());
+  all_.texts.removeIf([&](auto entry) { return isOutside(entry.key()) || isHeading(entry.key()); });
+  all_.colours.removeIf([&](auto entry) { return isOutside(entry.key()); });
+  all_.blocks.Clip(rowCount(), columnCount());
 }
 
 bool GridModel::FillsAll(const Matrix& values, const std::vector<bool>* columns) const {
-  return columns == nullptr && values.Rows() == rows_ && values.Cols() == cols_;
+  return columns == nullptr && values.Rows() == all_.rows && values.Cols() == all_.cols;
 }
 
 void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {
-  if (rows_ == 0 || cols_ == 0) return;
+  if (all_.rows == 0 || all_.cols == 0) return;
   if (FillsAll(values, columns)) {
-    values_ = values.View();
-    std::fill(columns_.begin(), columns_.end(), Column{rows_, wide});
-    texts_.removeIf([this](auto entry) { return IsData(RowOf(entry.key()), ColOf(entry.key())); });
-    blocks_.Clear();
+    all_.values = values.View();
+    std::fill(all_.columns.begin(), all_.columns.end(), Column{all_.rows, wide});
+    all_.texts.removeIf(
+        [this](auto entry) { return IsData(RowOf(entry.key()), ColOf(entry.key())); });
+    all_.blocks.Clear();
   } else {
     KeepBlocksAsTexts();
     Merge(values, wide, columns);
@@ -63,55 +64,55 @@ void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool
 }
 
 void GridModel::Merge(const Matrix& values, bool wide, const std::vector<bool>* columns) {
-  Matrix merged(rows_, cols_);
-  for (int j = 1; j <= cols_; ++j) {
-    for (int i = 1; i <= columns_[j].filled; ++i) merged(i, j) = values_(i, j);
+  Matrix merged(all_.rows, all_.cols);
+  for (int j = 1; j <= all_.cols; ++j) {
+    for (int i = 1; i <= all_.columns[j].filled; ++i) merged(i, j) = all_.values(i, j);
   }
-  const int last = std::min(cols_, values.Cols());
+  const int last = std::min(all_.cols, values.Cols());
   for (int j = 1; j <= last; ++j) {
     const auto position = static_cast<std::size_t>(j - 1);
     if (columns != nullptr && (position >= columns->size() || !(*columns)[position])) continue;
     FillColumn(j, values, wide, merged);
   }
-  values_ = merged.View();
+  all_.values = merged.View();
 }
 
 void GridModel::FillColumn(int col, const Matrix& values, bool wide, Matrix& merged) {
-  const int filled = std::min(rows_, values.Rows());
+  const int filled = std::min(all_.rows, values.Rows());
   // What stays below the new elements was written in the old precision: keep it as text.
-  for (int i = filled + 1; i <= columns_[col].filled; ++i) {
+  for (int i = filled + 1; i <= all_.columns[col].filled; ++i) {
     const int row = i - 1 + headerRows_;
-    texts_.insert(KeyOf(row, col), Text(row, col));
+    all_.texts.insert(KeyOf(row, col), Text(row, col));
   }
   for (int i = 1; i <= filled; ++i) {
     merged(i, col) = values(i, col);
-    texts_.remove(KeyOf(i - 1 + headerRows_, col));
+    all_.texts.remove(KeyOf(i - 1 + headerRows_, col));
   }
-  columns_[col] = {filled, wide};
+  all_.columns[col] = {filled, wide};
 }
 
 QString GridModel::Text(int row, int col) const {
   if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return {};
-  const auto written = texts_.constFind(KeyOf(row, col));
-  if (written != texts_.constEnd()) return *written;
-  if (const auto inBlock = blocks_.Find(row, col)) return ToQString(*inBlock);
+  const auto written = all_.texts.constFind(KeyOf(row, col));
+  if (written != all_.texts.constEnd()) return *written;
+  if (const auto inBlock = all_.blocks.Find(row, col)) return ToQString(*inBlock);
   return ElementText(row, col);
 }
 
 bool GridModel::IsBlank(int row, int col) const {
-  const auto written = texts_.constFind(KeyOf(row, col));
-  if (written != texts_.constEnd()) return written->isEmpty();
-  if (const auto inBlock = blocks_.Find(row, col)) return inBlock->empty();
-  if (IsData(row, col)) return row - headerRows_ + 1 > columns_[col].filled;
+  const auto written = all_.texts.constFind(KeyOf(row, col));
+  if (written != all_.texts.constEnd()) return written->isEmpty();
+  if (const auto inBlock = all_.blocks.Find(row, col)) return inBlock->empty();
+  if (IsData(row, col)) return row - headerRows_ + 1 > all_.columns[col].filled;
   return Text(row, col).isEmpty();
 }
 
 QString GridModel::ElementText(int row, int col) const {
   if (IsData(row, col)) {
     const int i = row - headerRows_ + 1;
-    const Column& column = columns_[col];
+    const Column& column = all_.columns[col];
     if (i > column.filled) return {};
-    const double value = values_(i, col);
+    const double value = all_.values(i, col);
     return QString::fromStdString(column.wide ? CStr(value) : CStrSingle(value));
   }
   if (headerRows_ == 0 || (row == 0 && col == 0)) return {};
@@ -120,7 +121,7 @@ QString GridModel::ElementText(int row, int col) const {
 
 void GridModel::SetText(int row, int col, const QString& text) {
   if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return;
-  texts_.insert(KeyOf(row, col), text);
+  all_.texts.insert(KeyOf(row, col), text);
   Q_EMIT dataChanged(index(row, col), index(row, col));
 }
 
@@ -128,16 +129,16 @@ void GridModel::SetTexts(int row, int col, TextBlock texts) {
   const int lastRow = row + texts.rows - 1;
   const int lastCol = col + texts.cols - 1;
   if (texts.Size() > kSmallBlock) {
-    texts_.removeIf([&](auto entry) {
+    all_.texts.removeIf([&](auto entry) {
       const int atRow = RowOf(entry.key());
       const int atCol = ColOf(entry.key());
       return atRow >= row && atRow <= lastRow && atCol >= col && atCol <= lastCol;
     });
-    blocks_.Add(row, col, std::move(texts));
+    all_.blocks.Add(row, col, std::move(texts));
   } else {
     for (int i = 0; i < texts.rows; ++i) {
       for (int j = 0; j < texts.cols; ++j) {
-        texts_.insert(KeyOf(row + i, col + j), ToQString(texts.At(i, j)));
+        all_.texts.insert(KeyOf(row + i, col + j), ToQString(texts.At(i, j)));
       }
     }
   }
@@ -146,49 +147,67 @@ void GridModel::SetTexts(int row, int col, TextBlock texts) {
 
 /// Columns are filled one by one: the cells of the others keep what was written.
 void GridModel::KeepBlocksAsTexts() {
-  if (blocks_.IsEmpty()) return;
+  if (all_.blocks.IsEmpty()) return;
   for (int row = headerRows_; row < rowCount(); ++row) {
-    for (int col = 1; col <= cols_; ++col) {
-      const auto text = blocks_.Find(row, col);
+    for (int col = 1; col <= all_.cols; ++col) {
+      const auto text = all_.blocks.Find(row, col);
       const quint64 key = KeyOf(row, col);
-      if (text && !texts_.contains(key)) texts_.insert(key, ToQString(*text));
+      if (text && !all_.texts.contains(key)) all_.texts.insert(key, ToQString(*text));
     }
   }
-  blocks_.Clear();
+  all_.blocks.Clear();
 }
 
 QColor GridModel::ColourOf(int row, int col) const {
-  return colours_.value(KeyOf(row, col), defaultColour_);
+  return all_.colours.value(KeyOf(row, col), all_.defaultColour);
 }
 
 void GridModel::SetColour(int row, int col, const QColor& colour) {
   if (row < 0 || row >= rowCount() || col < 0 || col >= columnCount()) return;
-  colours_.insert(KeyOf(row, col), colour);
+  all_.colours.insert(KeyOf(row, col), colour);
   Q_EMIT dataChanged(index(row, col), index(row, col));
 }
 
 void GridModel::SetDefaultColour(const QColor& colour) {
-  defaultColour_ = colour;
+  all_.defaultColour = colour;
   Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
+void GridModel::Restore(const Contents& contents) {
+  beginResetModel();
+  all_ = contents;
+  endResetModel();
+}
+
+std::optional<QString> GridModel::WrittenText(int row, int col) const {
+  const auto written = all_.texts.constFind(KeyOf(row, col));
+  if (written == all_.texts.constEnd()) return std::nullopt;
+  return *written;
+}
+
+void GridModel::RestoreText(int row, int col, const std::optional<QString>& text) {
+  if (text) return SetText(row, col, *text);
+  all_.texts.remove(KeyOf(row, col));
+  Q_EMIT dataChanged(index(row, col), index(row, col));
+}
+
 bool GridModel::IsEmpty() const {
-  if (!blocks_.IsEmpty()) return false;
-  for (int j = 1; j <= cols_; ++j) {
-    if (columns_[j].filled > 0) return false;
+  if (!all_.blocks.IsEmpty()) return false;
+  for (int j = 1; j <= all_.cols; ++j) {
+    if (all_.columns[j].filled > 0) return false;
   }
-  for (auto entry = texts_.keyBegin(); entry != texts_.keyEnd(); ++entry) {
+  for (auto entry = all_.texts.keyBegin(); entry != all_.texts.keyEnd(); ++entry) {
     if (IsData(RowOf(*entry), ColOf(*entry))) return false;
   }
   return true;
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rows_ + headerRows_;
+  return parent.isValid() ? 0 : all_.rows + headerRows_;
 }
 
 int GridModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : cols_ + 1;
+  return parent.isValid() ? 0 : all_.cols + 1;
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QHash>
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "base/matrix.h"
@@ -42,15 +43,38 @@ class GridModel : public QAbstractTableModel {
   void SetColour(int row, int col, const QColor& colour);
   void SetDefaultColour(const QColor& colour);
 
-  int DataRows() const { return rows_; }
-  int DataCols() const { return cols_; }
+  int DataRows() const { return all_.rows; }
+  int DataCols() const { return all_.cols; }
   /// Number of header rows, 0 or 1; the first data row.
   int HeaderRows() const { return headerRows_; }
   bool IsData(int row, int col) const {
-    return row >= headerRows_ && row < headerRows_ + rows_ && col >= 1 && col <= cols_;
+    return row >= headerRows_ && row < headerRows_ + all_.rows && col >= 1 && col <= all_.cols;
   }
   /// True while no data cell has a text.
   bool IsEmpty() const;
+
+  /// How a column's elements were written last.
+  struct Column {
+    int filled = 0;  ///< Rows 1..filled of the elements are on show.
+    bool wide = false;
+  };
+
+  /// All that the grid shows. A copy shares what is large.
+  struct Contents {
+    int rows = 0;
+    int cols = 0;
+    MatrixView values;
+    std::vector<Column> columns{1};
+    QHash<quint64, QString> texts;
+    WrittenBlocks blocks;  ///< Below the texts.
+    QHash<quint64, QColor> colours;
+    QColor defaultColour;
+  };
+  const Contents& Capture() const { return all_; }
+  void Restore(const Contents& contents);
+  /// What was written into a cell, as SetText does; nothing where it shows what lies below.
+  std::optional<QString> WrittenText(int row, int col) const;
+  void RestoreText(int row, int col, const std::optional<QString>& text);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -58,12 +82,6 @@ class GridModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  /// How a column's elements were written last.
-  struct Column {
-    int filled = 0;  ///< Rows 1..filled of the elements are on show.
-    bool wide = false;
-  };
-
   void DropCellsOutside();
   bool FillsAll(const Matrix& values, const std::vector<bool>* columns) const;
   void Merge(const Matrix& values, bool wide, const std::vector<bool>* columns);
@@ -72,14 +90,7 @@ class GridModel : public QAbstractTableModel {
   void KeepBlocksAsTexts();
 
   int headerRows_;
-  int rows_ = 0;
-  int cols_ = 0;
-  MatrixView values_;
-  std::vector<Column> columns_{1};
-  QHash<quint64, QString> texts_;
-  WrittenBlocks blocks_;  ///< Below the texts.
-  QHash<quint64, QColor> colours_;
-  QColor defaultColour_;
+  Contents all_;
 };
 
 }  // namespace qmx

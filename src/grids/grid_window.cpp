@@ -17,9 +17,9 @@ constexpr double kLargestShare = 0.6;  // Of the screen, before the user makes i
 
 }  // namespace
 
-GridWindow::GridWindow(Context& context, qmx::Slot slot)
+GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
     : QWidget(nullptr, Qt::Window),
-      context_(context),
+      commands_(commands),
       slot_(slot),
       grid_(new MatrixGrid(InfoOf(slot).kind != WindowKind::kColumnViewer, this)),
       layout_(new QVBoxLayout(this)) {
@@ -70,6 +70,12 @@ void GridWindow::Show(const GridContent& content, bool wide) {
   grid_->Populate(*content.elements, wide, content.columns.empty() ? nullptr : &content.columns);
 }
 
+void GridWindow::Restore(const GridModel::Contents& contents, bool wide) {
+  HideEntryBox();
+  grid_->Restore(contents, wide);
+  FitToGrid();
+}
+
 void GridWindow::SetWide(bool wide) {
   {
     // The cell may be out of sight until the window has its new size, too.
@@ -108,7 +114,7 @@ QSize GridWindow::LargestSize() const {
 }
 
 void GridWindow::Toggle() {
-  ToggleWidth(context_, slot_);
+  commands_.Do([this](Context& context) { ToggleWidth(context, slot_); });
   if (box_ == nullptr || box_->isHidden()) return;
   // The cell shows the number in another precision now.
   FillEntryBox(grid_->TextMatrix(grid_->Row(), grid_->Col()));
@@ -124,6 +130,7 @@ void GridWindow::FillEntryBox(const QString& text) {
 void GridWindow::OpenEntryBox() {
   if (box_ == nullptr || grid_->Row() < 0) return;
   grid_->SetCurrentCell(grid_->Row(), grid_->Col());
+  commands_.EndCell();
   const QString text = grid_->TextMatrix(grid_->Row(), grid_->Col());
   FillEntryBox(text);
   ShowToolTip(text);
@@ -154,6 +161,7 @@ void GridWindow::PlaceEntryBox() {
 
 void GridWindow::HideEntryBox() {
   if (box_ == nullptr || box_->isHidden()) return;
+  commands_.EndCell();
   const bool hadFocus = box_->hasFocus() || focusWidget() == box_;
   box_->hide();
   if (hadFocus) grid_->setFocus();

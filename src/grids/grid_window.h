@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
+#include "commands/command_runner.h"
 #include "grids/entry_box.h"
 #include "grids/matrix_grid.h"
-#include "workspace/context.h"
 #include "workspace/slot_table.h"
 
 namespace qmx {
@@ -27,6 +27,8 @@ class GridWindow : public QWidget {
   /// Brings the grid in line with what it is to show; the window is shaped with it unless the user
   /// has given the window a size.
   void Show(const GridContent& content, bool wide);
+  /// Brings back what the grid showed.
+  void Restore(const GridModel::Contents& contents, bool wide);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
@@ -35,9 +37,9 @@ class GridWindow : public QWidget {
   void HideEntryBox();
 
  protected:
-  GridWindow(Context& context, qmx::Slot slot);
+  GridWindow(CommandRunner& commands, qmx::Slot slot);
 
-  Context& Commands() { return context_; }
+  CommandRunner& Commands() { return commands_; }
   EntryBox* Box() { return box_; }
   /// Adds the entry box. It lies over the grid as a sibling, so that screen readers meet it.
   void AddEntryBox();
@@ -70,7 +72,7 @@ class GridWindow : public QWidget {
   void CopyFromBox();
   void GoTo();
 
-  Context& context_;
+  CommandRunner& commands_;
   const qmx::Slot slot_;
   MatrixGrid* grid_;
   EntryBox* box_ = nullptr;

@@ -80,9 +80,12 @@ void GridWindow::CopyCells(bool headers) {
   const ShownCells shown{
       [this, shift](int row, int col) { return grid_->TextMatrix(row - shift, col).toStdString(); },
       [this, shift](int row, int col) { return grid_->Model().IsBlank(row - shift, col); }};
-  auto text =
-      CopyBlock(context_, slot_, {cells.top + shift, cells.left, cells.bottom + shift, cells.right},
-                shown, headers);
+  std::optional<std::string> text;
+  commands_.Do([&](Context& context) {
+    text = CopyBlock(context, slot_,
+                     {cells.top + shift, cells.left, cells.bottom + shift, cells.right}, shown,
+                     headers);
+  });
   if (!text) return;
   // A single number goes into a field as well.
   if (cells.IsOneCell() && !headers) text->pop_back();

@@ -44,13 +44,27 @@ int MatrixGrid::DefaultColumnWidth() const {
 }
 
 void MatrixGrid::SetUp(int rows, int cols, bool wide) {
+  Reshape(wide, [&] { model_->SetUp(rows, cols); });
+}
+
+void MatrixGrid::Restore(const GridModel::Contents& contents, bool wide) {
+  Reshape(wide, [&] { model_->Restore(contents); });
+  // Labels stand beside every row where there is no header row, else in the first ones only.
+  const int labels = model_->HeaderRows() == 0 ? model_->rowCount() : 2;
+  for (int row = 0; row < std::min(labels, model_->rowCount()); ++row)
+    WidenHeaderFor(model_->Text(row, 0));
+}
+
+void MatrixGrid::Reshape(bool wide, const std::function<void()>& change) {
   const int row = Row();
   const int col = Col();
   EndSelection();
-  model_->SetUp(rows, cols);
+  change();
   wide_ = wide;
   headerWidth_ = 0;
   ApplyWidths();
+  const int rows = model_->DataRows();
+  const int cols = model_->DataCols();
   if (rows > 0 && cols > 0) {
     const int first = model_->HeaderRows();
     SetCurrentCell(std::clamp(row, first, first + rows - 1), std::clamp(col, 1, cols));

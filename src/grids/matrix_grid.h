@@ -2,6 +2,7 @@
 
 #include <QBasicTimer>
 #include <QTableView>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -41,6 +42,12 @@ class MatrixGrid final : public QTableView {
   void SetWide(bool wide);
   /// Sets the last data column apart with a line.
   void SetLastColumnApart() { lastColumnApart_ = true; }
+
+  /// Brings back what the grid showed.
+  void Restore(const GridModel::Contents& contents, bool wide);
+  void RestoreText(int row, int col, const std::optional<QString>& text) {
+    model_->RestoreText(row, col, text);
+  }
 
   const GridModel& Model() const { return *model_; }
   int ColWidth(int col) const { return columnWidth(col); }
@@ -121,6 +128,8 @@ class MatrixGrid final : public QTableView {
 
   int HeaderWidth() const { return columnWidth(0); }
   int HeaderHeight() const { return model_->HeaderRows() == 0 ? 0 : rowHeight(0); }
+  /// Gives the grid another shape; the current cell stays where it can.
+  void Reshape(bool wide, const std::function<void()>& change);
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
   void ApplyWidths();

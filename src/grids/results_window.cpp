@@ -54,6 +54,10 @@ void ResultsWindow::AddLine(const QString& line) {
   list_->scrollToBottom();
 }
 
+void ResultsWindow::CutTo(int lines) {
+  while (list_->count() > lines) delete list_->takeItem(list_->count() - 1);
+}
+
 void ResultsWindow::Clear() { list_->clear(); }
 
 void ResultsWindow::CopySelected() {

@@ -14,6 +14,9 @@ class ResultsWindow : public QWidget {
 
   /// Puts the list into the fixed-pitch font that its columns need.
   void UseReportFont();
+  int LineCount() const { return list_->count(); }
+  /// Takes away the lines after the first ones.
+  void CutTo(int lines);
   void AddLine(const QString& line);
   void Clear();
 

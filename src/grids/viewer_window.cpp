@@ -2,7 +2,7 @@
 
 namespace qmx {
 
-ViewerWindow::ViewerWindow(Context& context, qmx::Slot slot) : GridWindow(context, slot) {
+ViewerWindow::ViewerWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow(commands, slot) {
   const WindowKind kind = InfoOf(slot).kind;
   connect(&Grid(), &MatrixGrid::ArrowPressed, this, &ViewerWindow::MoveBy);
   if (kind == WindowKind::kViewer) {

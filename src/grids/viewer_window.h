@@ -11,7 +11,7 @@ class ViewerWindow : public GridWindow {
   Q_OBJECT
 
  public:
-  ViewerWindow(Context& context, qmx::Slot slot);
+  ViewerWindow(CommandRunner& commands, qmx::Slot slot);
 
  private:
   void MoveBy(int key);

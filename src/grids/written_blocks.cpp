@@ -11,7 +11,8 @@ void WrittenBlocks::Add(int row, int col, TextBlock texts) {
   std::erase_if(blocks_, [&](const Placed& old) {
     return old.row >= row && old.lastRow <= lastRow && old.col >= col && old.lastCol <= lastCol;
   });
-  blocks_.push_back({row, col, lastRow, lastCol, std::move(texts)});
+  blocks_.push_back(
+      {row, col, lastRow, lastCol, std::make_shared<const TextBlock>(std::move(texts))});
 }
 
 std::optional<std::string_view> WrittenBlocks::Find(int row, int col) const {
@@ -20,7 +21,7 @@ std::optional<std::string_view> WrittenBlocks::Find(int row, int col) const {
   };
   const auto found = std::find_if(blocks_.rbegin(), blocks_.rend(), covers);
   if (found == blocks_.rend()) return std::nullopt;
-  return found->texts.At(row - found->row, col - found->col);
+  return found->texts->At(row - found->row, col - found->col);
 }
 
 void WrittenBlocks::Clip(int rowCount, int columnCount) {

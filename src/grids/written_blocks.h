@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,8 @@ class WrittenBlocks {
  private:
   struct Placed {
     int row, col;
-    int lastRow, lastCol;  ///< Of what is left of it.
-    TextBlock texts;
+    int lastRow, lastCol;                    ///< Of what is left of it.
+    std::shared_ptr<const TextBlock> texts;  ///< A copy of all blocks shares it.
   };
 
   std::vector<Placed> blocks_;

@@ -5,6 +5,7 @@
 #include "workspace/grids.h"
 #include "workspace/panel.h"
 #include "workspace/ports.h"
+#include "workspace/view.h"
 #include "workspace/windows.h"
 #include "workspace/work.h"
 #include "workspace/workspace.h"
@@ -22,7 +23,7 @@ struct SystemPorts {
 
 /// All that a command works with. The parts live as long as the program.
 struct Context {
-  /// `screen` is all of the six ports that commands reach the windows through.
+  /// `screen` is all of the ports that commands reach the windows through.
   template <typename Screen>
   Context(Workspace& state, Screen& screen, const SystemPorts& system)
       : workspace(state),
@@ -32,6 +33,7 @@ struct Context {
         log(screen),
         work(screen),
         dialogs(screen),
+        view(screen),
         files(system.files),
         printer(system.printer),
         random(system.random),
@@ -45,6 +47,7 @@ struct Context {
   Log& log;
   Work& work;
   Dialogs& dialogs;
+  View& view;
   FileStore& files;
   Printer& printer;
   Random& random;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/matrix.h"
@@ -15,6 +16,20 @@ namespace qmx {
 /// overwritten while the array of the last result stays. Whatever reads the matrix goes by the
 /// array's own extent.
 struct SlotData {
+  SlotData() = default;
+  SlotData(Matrix matrix, int rowCount, int colCount)
+      : array(std::move(matrix)), rows(rowCount), cols(colCount) {}
+  /// A copy shares the elements: whoever writes single ones has to make them its own.
+  SlotData(const SlotData& other) : SlotData(other.array.Shared(), other.rows, other.cols) {}
+  SlotData(SlotData&&) noexcept = default;
+  SlotData& operator=(SlotData other) noexcept {
+    array.Swap(other.array);
+    rows = other.rows;
+    cols = other.cols;
+    return *this;
+  }
+  ~SlotData() = default;
+
   Matrix array;
   int rows = 0;
   int cols = 0;
@@ -22,6 +37,23 @@ struct SlotData {
 
 /// The factors that systems are solved with: P·A = L·U. Independent of the L and U results.
 struct StoredFactors {
+  StoredFactors() = default;
+  /// A copy shares the elements.
+  StoredFactors(const StoredFactors& other)
+      : L(other.L.Shared()),
+        U(other.U.Shared()),
+        exchanges(other.exchanges.Shared()),
+        lRows(other.lRows),
+        lCols(other.lCols),
+        uRows(other.uRows),
+        uCols(other.uCols),
+        exchangeRows(other.exchangeRows),
+        exchangeCols(other.exchangeCols) {}
+  StoredFactors(StoredFactors&&) noexcept = default;
+  StoredFactors& operator=(StoredFactors&&) noexcept = default;
+  StoredFactors& operator=(const StoredFactors& other) { return *this = StoredFactors(other); }
+  ~StoredFactors() = default;
+
   Matrix L;          ///< n x n, unit lower triangular.
   Matrix U;          ///< n x n, upper triangular.
   Matrix exchanges;  ///< n x 1: element k is the row of A that became row k of U.

@@ -120,6 +120,83 @@ void RecordingScreen::Run(const Computation& computation) {
   computation(recorder);
 }
 
+namespace {
+
+struct ScreenPicture : ViewState {
+  std::map<std::string, std::string> texts;
+  std::map<std::string, bool> enabled;
+  std::map<std::string, bool> selected;
+  std::array<bool, kSlotCount> frames{};
+  std::array<RecordedGrid, kSlotCount> grids;
+  std::array<WindowState, kSlotCount> windows{};
+  std::array<bool, kSlotCount> wide{};
+  std::size_t lines = 0;
+  bool resultsShown = false;
+};
+
+struct GridPicture : ViewState {
+  RecordedGrid grid;
+};
+
+}  // namespace
+
+std::shared_ptr<const ViewState> RecordingScreen::Capture() const {
+  auto state = std::make_shared<ScreenPicture>();
+  state->texts = texts;
+  state->enabled = enabled;
+  state->selected = selected;
+  state->frames = frames;
+  state->grids = grids;
+  state->windows = windows;
+  state->wide = wide;
+  state->lines = lines.size();
+  state->resultsShown = resultsShown;
+  return state;
+}
+
+void RecordingScreen::Restore(const ViewState& state, Restoring restoring) {
+  const auto& wanted = static_cast<const ScreenPicture&>(state);
+  texts = wanted.texts;
+  enabled = wanted.enabled;
+  selected = wanted.selected;
+  frames = wanted.frames;
+  grids = wanted.grids;
+  wide = wanted.wide;
+  for (const Slot slot : kAllSlots) {
+    const bool stays = windows[slot] != WindowState::kNone &&
+                       wanted.windows[slot] != WindowState::kNone &&
+                       restoring == Restoring::kContents;
+    if (!stays) windows[slot] = wanted.windows[slot];
+  }
+  if (restoring == Restoring::kContents) return;
+  lines.resize(wanted.lines);
+  resultsShown = wanted.resultsShown;
+}
+
+std::shared_ptr<const ViewState> RecordingScreen::CaptureGrid(Slot slot) const {
+  auto state = std::make_shared<GridPicture>();
+  state->grid = grids[slot];
+  return state;
+}
+
+void RecordingScreen::RestoreGrid(Slot slot, const ViewState& state) {
+  grids[slot] = static_cast<const GridPicture&>(state).grid;
+}
+
+std::optional<std::string> RecordingScreen::WrittenText(Slot slot, int row, int col) const {
+  const auto found = grids[slot].texts.find({row, col});
+  return found == grids[slot].texts.end() ? std::nullopt : std::optional(found->second);
+}
+
+void RecordingScreen::RestoreText(Slot slot, int row, int col,
+                                  const std::optional<std::string>& text) {
+  if (text) {
+    grids[slot].texts[{row, col}] = *text;
+  } else {
+    grids[slot].texts.erase({row, col});
+  }
+}
+
 void RecordingScreen::CloseWindow(Slot slot) {
   windows[slot] = WindowState::kNone;
   grids[slot] = RecordedGrid();

@@ -32,7 +32,8 @@ class RecordingScreen : public Panel,
                         public Windows,
                         public Log,
                         public Work,
-                        public Dialogs {
+                        public Dialogs,
+                        public View {
  public:
   // What is on the screen.
   std::map<std::string, std::string> texts;
@@ -47,6 +48,7 @@ class RecordingScreen : public Panel,
   bool resultsShown = false;
   int beeps = 0;
   int timesBroughtToFront = 0;
+  std::string status;
   int workDepth = 0;
   std::vector<double> progress;
   std::vector<Message> messages;
@@ -96,6 +98,14 @@ class RecordingScreen : public Panel,
   void Beep() override { ++beeps; }
 
   void Run(const Computation& computation) override;
+
+  std::shared_ptr<const ViewState> Capture() const override;
+  void Restore(const ViewState& state, Restoring restoring) override;
+  std::shared_ptr<const ViewState> CaptureGrid(Slot slot) const override;
+  void RestoreGrid(Slot slot, const ViewState& state) override;
+  std::optional<std::string> WrittenText(Slot slot, int row, int col) const override;
+  void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) override;
+  void SetStatus(const std::string& text) override { status = text; }
 
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name) override;

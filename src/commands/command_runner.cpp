@@ -1,0 +1,101 @@
+#include "commands/command_runner.h"
+
+#include <new>
+#include <utility>
+
+namespace qmx {
+namespace {
+
+constexpr const char* kBusy = "Something is being computed. Stop it, or wait until it is done.";
+
+std::string CellName(Slot slot, int row, int col) {
+  return std::string(InfoOf(slot).prefix) + std::to_string(row) + "," + std::to_string(col) + ")";
+}
+
+}  // namespace
+
+std::optional<Fault> CommandRunner::FaultOf(const std::function<void()>& part) {
+  try {
+    part();
+  } catch (const RuntimeFault& fault) {
+    return fault.Number();
+  } catch (const std::bad_alloc&) {
+    return Fault::kOutOfMemory;
+  }
+  return std::nullopt;
+}
+
+bool CommandRunner::Guard(const std::function<void()>& part) {
+  if (busy_) {
+    FaultOf([&] { context_.view.SetStatus(kBusy); });
+    return false;
+  }
+  busy_ = true;
+  std::optional<Fault> fault = FaultOf(part);
+  busy_ = false;
+  if (!fault && listener_) fault = FaultOf(listener_);
+  if (fault) onFault_(*fault);
+  return !fault;
+}
+
+void CommandRunner::Step(const std::string& name, const Command& command) {
+  Guard([&] {
+    EndCell();
+    State before = CaptureState(context_);
+    try {
+      command(context_);
+      if (Differ(before.workspace, context_.workspace))
+        history_.Push(context_, name, std::move(before));
+    } catch (const std::bad_alloc&) {
+      context_.workspace = std::move(before.workspace);
+      throw;
+    } catch (const RuntimeFault& fault) {
+      if (fault.Number() == Fault::kOutOfMemory) context_.workspace = std::move(before.workspace);
+      throw;
+    }
+  });
+}
+
+void CommandRunner::Do(const Command& command) {
+  Guard([&] { command(context_); });
+}
+
+void CommandRunner::WriteCell(Slot slot, int row, int col, const std::string& text) {
+  Guard([&] {
+    if (!context_.workspace.At(slot).array.Contains(row, col)) return;
+    const OpenCell cell{slot, row, col};
+    if (openCell_ == cell) return CommitCell(context_, slot, row, col, text);
+    CellsState before = CaptureCells(context_, slot, row, col, 1, 1);
+    CommitCell(context_, slot, row, col, text);
+    openCell_ = cell;
+    history_.Push(context_, CellName(slot, row, col), std::move(before));
+  });
+}
+
+std::optional<CellRange> CommandRunner::Paste(Slot slot, int row, int col,
+                                              const std::string& text) {
+  std::optional<CellRange> pasted;
+  Guard([&] {
+    EndCell();
+    CellsState before;
+    pasted = PasteBlock(context_, slot, row, col, text, [&](const CellRange& cells) {
+      before =
+          CaptureCells(context_, slot, row, col, cells.lastRow - row + 1, cells.lastCol - col + 1);
+    });
+    if (pasted)
+      history_.Push(context_, "paste into " + std::string(InfoOf(slot).title), std::move(before));
+  });
+  return pasted;
+}
+
+void CommandRunner::Undo() {
+  EndCell();
+  Guard([&] { history_.Undo(context_); });
+}
+
+void CommandRunner::Redo() {
+  EndCell();
+  Guard([&] { history_.Redo(context_); });
+}
+
+}  // namespace qmx

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "base/fault.h"
+#include "commands/grid_commands.h"
+#include "commands/history.h"
+#include "workspace/context.h"
+
+namespace qmx {
+
+/// The one way by which windows run commands. Nothing that a command throws gets further than this:
+/// the windows' toolkit cannot bear it. A fault leads to the fault handler; one for lack of memory
+/// leaves the Workspace as it was before the command. Commands that change something become steps
+/// that can be taken back. While a command runs, others do nothing.
+class CommandRunner {
+ public:
+  using Command = std::function<void(Context&)>;
+  using FaultHandler = std::function<void(Fault)>;
+  using Listener = std::function<void()>;
+
+  /// `context` may still be under construction.
+  CommandRunner(Context& context, FaultHandler onFault)
+      : context_(context), onFault_(std::move(onFault)) {}
+
+  /// Runs a command that changes the Workspace, as the step of this name: "Clear of matrix B".
+  void Step(const std::string& name, const Command& command);
+  /// Runs a command that is no step: it changes nothing that a project holds.
+  void Do(const Command& command);
+  /// Writes one cell: text by text a single step until EndCell.
+  void WriteCell(Slot slot, int row, int col, const std::string& text);
+  /// Whatever is written next is a step of its own.
+  void EndCell() { openCell_.reset(); }
+  /// Pastes a block; nothing after a refusal.
+  std::optional<CellRange> Paste(Slot slot, int row, int col, const std::string& text);
+
+  void Undo();
+  void Redo();
+  const History& Steps() const { return history_; }
+  bool IsBusy() const { return busy_; }
+
+  /// Is told after every command.
+  void SetListener(Listener listener) { listener_ = std::move(listener); }
+
+ private:
+  /// Runs a part of a command, as the only one; false after a fault, once its handler returns.
+  bool Guard(const std::function<void()>& part);
+  std::optional<Fault> FaultOf(const std::function<void()>& part);
+
+  Context& context_;
+  FaultHandler onFault_;
+  Listener listener_;
+  History history_;
+  bool busy_ = false;
+  /// The cell whose texts belong to the step made last.
+  struct OpenCell {
+    Slot slot;
+    int row;
+    int col;
+    bool operator==(const OpenCell&) const = default;
+  };
+  std::optional<OpenCell> openCell_;
+};
+
+}  // namespace qmx
