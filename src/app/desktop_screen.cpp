@@ -39,7 +39,7 @@ QWidget* HarmlessControl(const QWidget& frame) {
 }  // namespace
 
 DesktopScreen::DesktopScreen(frmQMX& mainWindow, CommandRunner& commands)
-    : main_(mainWindow), commands_(commands) {
+    : main_(mainWindow), commands_(commands), work_(mainWindow) {
   focusMover_.setSingleShot(true);
   QObject::connect(&focusMover_, &QTimer::timeout, &focusMover_, [this] { MoveFocus(); });
 }

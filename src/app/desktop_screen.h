@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "app/desktop_work.h"
 #include "app/frm_qmx.h"
 #include "commands/command_runner.h"
 #include "grids/grid_window.h"
@@ -50,7 +51,7 @@ class DesktopScreen : public Panel,
   void ShowResults() override;
   void Beep() override;
 
-  void Run(const Computation& computation) override;
+  void Run(const Computation& computation) override { work_.Run(computation); }
 
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name) override;
@@ -66,6 +67,7 @@ class DesktopScreen : public Panel,
 
   /// The window of a slot; null while there is none.
   GridWindow* Window(Slot slot) const { return windows_[slot].get(); }
+  DesktopWork& WorkShown() { return work_; }
   /// The results window; null while there is none.
   ResultsWindow* Results() const { return results_.get(); }
   /// All windows but the main one that are on the screen.
@@ -83,6 +85,7 @@ class DesktopScreen : public Panel,
 
   frmQMX& main_;
   CommandRunner& commands_;
+  DesktopWork work_;
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;

@@ -1,4 +1,4 @@
-// The parts of the screen that wait: dialogs, and the long computation.
+// The parts of the screen that wait for the user.
 
 #include <QApplication>
 #include <QFileDialog>
@@ -6,7 +6,6 @@
 #include <QMessageBox>
 
 #include "app/desktop_screen.h"
-#include "base/arithmetic.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -42,37 +41,6 @@ bool MayBeWritten(const QString& name, const QString& ending, QWidget* parent) {
                               QMessageBox::No) == QMessageBox::Yes;
 }
 
-/// While it lives, the main window shows that a computation goes on.
-class ShownWork {
- public:
-  explicit ShownWork(frmQMX& window) : window_(window) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    window_.StartProgress();
-  }
-  ShownWork(const ShownWork&) = delete;
-  ShownWork& operator=(const ShownWork&) = delete;
-  ~ShownWork() {
-    window_.EndProgress();
-    QApplication::restoreOverrideCursor();
-  }
-
- private:
-  frmQMX& window_;
-};
-
-class ProgressBar : public Progress {
- public:
-  explicit ProgressBar(frmQMX& window) : window_(window) {}
-  void Report(double fraction) override {
-    // Painting computes, too.
-    const KeepArithmeticFaults keep;
-    window_.ShowProgress(fraction);
-  }
-
- private:
-  frmQMX& window_;
-};
-
 std::string NameInBytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
 
 }  // namespace
@@ -81,12 +49,6 @@ void DesktopScreen::Beep() { QApplication::beep(); }
 
 void DesktopScreen::LetWindowsPaint() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
-void DesktopScreen::Run(const Computation& computation) {
-  const ShownWork work(main_);
-  ProgressBar progress(main_);
-  computation(progress);
 }
 
 Answer DesktopScreen::ShowMessage(const Message& message) {

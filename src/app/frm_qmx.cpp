@@ -22,9 +22,8 @@ namespace qmx {
 namespace {
 
 constexpr int kProgressSteps = 100;
-constexpr int kRepaintEvery = 250;  // Milliseconds, in a long computation.
-constexpr int kSlack = 2;           // Lest rounding bring up scroll bars.
-constexpr int kTitleBar = 30;       // What the desktop adds to the window's height, about.
+constexpr int kSlack = 2;      // Lest rounding bring up scroll bars.
+constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
 
 struct MenuEntry {
   const char* name;  ///< Null for a line between entries.
@@ -126,13 +125,20 @@ void frmQMX::BuildStatusBar() {
   // A long text must not make the window wider.
   status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   statusBar()->addWidget(status_, 1);
-  working_ = new QLabel(tr("Computing..."), this);
+  working_ = new QLabel(this);
+  working_->setObjectName("lblWorking");
   progress_ = new QProgressBar(this);
   progress_->setRange(0, kProgressSteps);
   progress_->setTextVisible(false);
   progress_->setMaximumHeight(12);
   progress_->setAccessibleName(tr("Progress of the computation"));
-  for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_)}) {
+  stop_ = new QPushButton(tr("Stop"), this);
+  stop_->setObjectName("cmdStop");
+  stop_->setToolTip(tr("Stops the computation (Esc); everything will be as before"));
+  stop_->setFocusPolicy(Qt::NoFocus);
+  connect(stop_, &QPushButton::clicked, this, &frmQMX::StopPressed);
+  for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_),
+                        static_cast<QWidget*>(stop_)}) {
     statusBar()->addWidget(part);
     part->hide();
   }
@@ -157,6 +163,10 @@ QObject* frmQMX::Find(const Control& control) const {
 QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(name); }
 
 void frmQMX::SetStatus(const QString& text) {
+  if (!stop_->isHidden()) {
+    working_->setText(text);
+    return;
+  }
   status_->setText(text);
   status_->setToolTip(text);
 }
@@ -166,28 +176,26 @@ QRect frmQMX::TaskArea() const {
 }
 
 void frmQMX::StartProgress() {
-  progress_->setValue(0);
-  sinceRepaint_.start();
-}
-
-void frmQMX::ShowProgress(double fraction) {
-  const int value = static_cast<int>(fraction * kProgressSteps);
-  if (progress_->isVisible() && value == progress_->value()) return;
-  working_->show();
-  progress_->show();
-  progress_->setValue(value);
-  statusBar()->repaint();
-  if (sinceRepaint_.elapsed() < kRepaintEvery) return;
-  sinceRepaint_.start();
-  // No event is handled meanwhile: what was uncovered would stay blank to the end.
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible()) window->repaint();
+  status_->hide();
+  ShowProgress(0, tr("Computing..."));
+  for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_),
+                        static_cast<QWidget*>(stop_)}) {
+    part->show();
   }
 }
 
+void frmQMX::ShowProgress(double fraction, const QString& text) {
+  progress_->setValue(static_cast<int>(fraction * kProgressSteps));
+  working_->setText(text);
+}
+
 void frmQMX::EndProgress() {
-  working_->hide();
-  progress_->hide();
+  for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_),
+                        static_cast<QWidget*>(stop_)}) {
+    part->hide();
+  }
+  status_->clear();
+  status_->show();
 }
 
 void frmQMX::closeEvent(QCloseEvent* event) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QHash>
 #include <QLabel>
 #include <QList>
 #include <QMainWindow>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "workspace/controls.h"
 
@@ -22,6 +22,8 @@ class frmQMX : public QMainWindow {
   /// The control or menu entry with this name; null where there is none.
   QObject* Find(const Control& control) const;
   QAction* Action(const char* name) const;
+  /// What holds all controls but those of menus and status bar.
+  const QWidget* Panels() const { return panels_; }
   /// The controls whose texts and states commands change.
   const QList<QObject*>& CommandControls() const { return commandControls_; }
 
@@ -31,11 +33,12 @@ class frmQMX : public QMainWindow {
   QRect TaskArea() const;
 
   void StartProgress();
-  /// Repaints the progress bar without handling any event.
-  void ShowProgress(double fraction);
+  void ShowProgress(double fraction, const QString& text);
   void EndProgress();
 
  Q_SIGNALS:
+  /// The user wants the computation to stop.
+  void StopPressed();
   void FilesDropped(const QString& firstName);
   /// The window was closed, and with it the program.
   void Closed();
@@ -59,7 +62,7 @@ class frmQMX : public QMainWindow {
   QLabel* status_ = nullptr;
   QLabel* working_ = nullptr;
   QProgressBar* progress_ = nullptr;
-  QElapsedTimer sinceRepaint_;  ///< Since all windows were painted in a computation.
+  QPushButton* stop_ = nullptr;
 };
 
 }  // namespace qmx

@@ -14,6 +14,10 @@ std::string CellName(Slot slot, int row, int col) {
 
 }  // namespace
 
+void CommandRunner::Refuse() {
+  FaultOf([&] { context_.view.SetStatus(kBusy); });
+}
+
 std::optional<Fault> CommandRunner::FaultOf(const std::function<void()>& part) {
   try {
     part();
@@ -27,7 +31,7 @@ std::optional<Fault> CommandRunner::FaultOf(const std::function<void()>& part) {
 
 bool CommandRunner::Guard(const std::function<void()>& part) {
   if (busy_) {
-    FaultOf([&] { context_.view.SetStatus(kBusy); });
+    Refuse();
     return false;
   }
   busy_ = true;
@@ -46,6 +50,9 @@ void CommandRunner::Step(const std::string& name, const Command& command) {
       command(context_);
       if (Differ(before.workspace, context_.workspace))
         history_.Push(context_, name, std::move(before));
+    } catch (const Stopped&) {
+      RestoreState(context_, before, View::Restoring::kEverything);
+      context_.view.SetStatus(name + " was stopped. Everything is as it was before.");
     } catch (const std::bad_alloc&) {
       context_.workspace = std::move(before.workspace);
       throw;
@@ -57,7 +64,13 @@ void CommandRunner::Step(const std::string& name, const Command& command) {
 }
 
 void CommandRunner::Do(const Command& command) {
-  Guard([&] { command(context_); });
+  Guard([&] {
+    try {
+      command(context_);
+    } catch (const Stopped&) {
+      context_.view.SetStatus("Stopped.");
+    }
+  });
 }
 
 void CommandRunner::WriteCell(Slot slot, int row, int col, const std::string& text) {

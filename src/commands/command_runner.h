@@ -39,7 +39,10 @@ class CommandRunner {
   void Undo();
   void Redo();
   const History& Steps() const { return history_; }
+  /// True while a command runs.
   bool IsBusy() const { return busy_; }
+  /// Tells the user that nothing can be changed while a command runs.
+  void Refuse();
 
   /// Is told after every command.
   void SetListener(Listener listener) { listener_ = std::move(listener); }

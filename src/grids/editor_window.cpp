@@ -21,10 +21,17 @@ EditorWindow::EditorWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow
   connect(Box(), &EntryBox::textChanged, this, &EditorWindow::Commit);
 }
 
-void EditorWindow::StartEditing() { OpenEntryBox(); }
+bool EditorWindow::IsHeldOff() {
+  if (Commands().IsBusy()) Commands().Refuse();
+  return Commands().IsBusy();
+}
+
+void EditorWindow::StartEditing() {
+  if (!IsHeldOff()) OpenEntryBox();
+}
 
 void EditorWindow::StartTyping(const QString& character) {
-  if (!IsAcceptedInCell(character.front())) return;
+  if (!IsAcceptedInCell(character.front()) || IsHeldOff()) return;
   StartEditing();
   FillEntryBox(character.front());
   Commit(character.front());

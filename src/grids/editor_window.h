@@ -14,6 +14,8 @@ class EditorWindow : public GridWindow {
   EditorWindow(CommandRunner& commands, qmx::Slot slot);
 
  private:
+  /// True, and the user told so, while nothing can be changed.
+  bool IsHeldOff();
   void StartEditing();
   void StartTyping(const QString& character);
   void Commit(const QString& text);

@@ -233,43 +233,6 @@ TEST_F(ProgramTest, AFieldLeavesDroppedFilesToItsWindow) {
   EXPECT_TRUE(withText.isAccepted());
 }
 
-TEST_F(ProgramTest, ProgressIsPaintedAndGone) {
-  auto* bar = Main().findChild<QProgressBar*>();
-  program.Windows().Run([&](Progress& progress) {
-    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    progress.Report(0.5);
-    EXPECT_TRUE(bar->isVisible());
-    EXPECT_EQ(bar->value(), 50);
-  });
-  EXPECT_FALSE(bar->isVisible());
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-/// Counts the pictures that a widget makes of itself.
-class PaintCounter : public QObject {
- public:
-  explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-  int count = 0;
-
- private:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++count;
-    return QObject::eventFilter(watched, event);
-  }
-};
-
-TEST_F(ProgramTest, ALongComputationPaintsAllWindowsNowAndThen) {
-  Enter(kSlotA, 2, 2, {});
-  PaintCounter paints(Window(kSlotA));
-  constexpr int kReports = 90;
-  program.Windows().Run([](Progress& progress) {
-    QTest::qSleep(300);
-    for (int step = 1; step <= kReports; ++step) progress.Report(step / 100.0);
-  });
-  EXPECT_GE(paints.count, 1);
-  EXPECT_LT(paints.count, kReports / 2) << "it must not take the time of the computation";
-}
-
 TEST_F(ProgramTest, ClosingTheMainWindowEndsTheProgram) {
   Enter(kSlotA, 1, 1, {"7"});
   QTimer::singleShot(0, [&] { CloseByBox(Main()); });
