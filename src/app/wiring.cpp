@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QMenu>
+#include <functional>
 
 #include "commands/dispatcher.h"
 #include "commands/file_commands.h"
@@ -141,7 +142,7 @@ void ListWindows(QMenu* menu, DesktopScreen& screen, CommandRunner& commands) {
   for (QAction* listed : menu->actions()) {
     if (listed->data().toBool()) delete listed;
   }
-  const auto list = [&](const QWidget* window, const CommandRunner::Command& show) {
+  const auto list = [&](const QWidget* window, const std::function<void(Context&)>& show) {
     if (window == nullptr || !window->isVisible()) return;
     QAction* entry = menu->addAction(window->windowTitle());
     entry->setData(true);

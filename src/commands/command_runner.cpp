@@ -18,7 +18,7 @@ void CommandRunner::Refuse() {
   FaultOf([&] { context_.view.SetStatus(kBusy); });
 }
 
-std::optional<Fault> CommandRunner::FaultOf(const std::function<void()>& part) {
+std::optional<Fault> CommandRunner::FaultOf(FunctionRef<void()> part) {
   try {
     part();
   } catch (const RuntimeFault& fault) {
@@ -29,7 +29,16 @@ std::optional<Fault> CommandRunner::FaultOf(const std::function<void()>& part) {
   return std::nullopt;
 }
 
-bool CommandRunner::Guard(const std::function<void()>& part) {
+template <typename Before>
+void CommandRunner::Keep(const std::string& name, Before before) {
+  try {
+    history_.Push(context_, name, std::move(before));
+  } catch (const std::bad_alloc&) {
+    history_.Clear();
+  }
+}
+
+bool CommandRunner::Guard(FunctionRef<void()> part) {
   if (busy_) {
     Refuse();
     return false;
@@ -37,19 +46,18 @@ bool CommandRunner::Guard(const std::function<void()>& part) {
   busy_ = true;
   std::optional<Fault> fault = FaultOf(part);
   busy_ = false;
-  if (!fault && listener_) fault = FaultOf(listener_);
+  if (!fault && listener_) fault = FaultOf([this] { listener_(); });
   if (fault) onFault_(*fault);
   return !fault;
 }
 
-void CommandRunner::Step(const std::string& name, const Command& command) {
+void CommandRunner::Step(const std::string& name, Command command) {
   Guard([&] {
     EndCell();
     State before = CaptureState(context_);
     try {
       command(context_);
-      if (Differ(before.workspace, context_.workspace))
-        history_.Push(context_, name, std::move(before));
+      if (Differ(before.workspace, context_.workspace)) Keep(name, std::move(before));
     } catch (const Stopped&) {
       RestoreState(context_, before, View::Restoring::kEverything);
       context_.view.SetStatus(name + " was stopped. Everything is as it was before.");
@@ -63,7 +71,7 @@ void CommandRunner::Step(const std::string& name, const Command& command) {
   });
 }
 
-void CommandRunner::Do(const Command& command) {
+void CommandRunner::Do(Command command) {
   Guard([&] {
     try {
       command(context_);
@@ -78,10 +86,11 @@ void CommandRunner::WriteCell(Slot slot, int row, int col, const std::string& te
     if (!context_.workspace.At(slot).array.Contains(row, col)) return;
     const OpenCell cell{slot, row, col};
     if (openCell_ == cell) return CommitCell(context_, slot, row, col, text);
+    const std::string name = CellName(slot, row, col);
     CellsState before = CaptureCells(context_, slot, row, col, 1, 1);
     CommitCell(context_, slot, row, col, text);
     openCell_ = cell;
-    history_.Push(context_, CellName(slot, row, col), std::move(before));
+    Keep(name, std::move(before));
   });
 }
 
@@ -90,13 +99,13 @@ std::optional<CellRange> CommandRunner::Paste(Slot slot, int row, int col,
   std::optional<CellRange> pasted;
   Guard([&] {
     EndCell();
+    const std::string name = "paste into " + std::string(InfoOf(slot).title);
     CellsState before;
     pasted = PasteBlock(context_, slot, row, col, text, [&](const CellRange& cells) {
       before =
           CaptureCells(context_, slot, row, col, cells.lastRow - row + 1, cells.lastCol - col + 1);
     });
-    if (pasted)
-      history_.Push(context_, "paste into " + std::string(InfoOf(slot).title), std::move(before));
+    if (pasted) Keep(name, std::move(before));
   });
   return pasted;
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/fault.h"
+#include "base/function_ref.h"
 #include "commands/grid_commands.h"
 #include "commands/history.h"
 #include "workspace/context.h"
@@ -17,7 +18,7 @@ namespace qmx {
 /// that can be taken back. While a command runs, others do nothing.
 class CommandRunner {
  public:
-  using Command = std::function<void(Context&)>;
+  using Command = FunctionRef<void(Context&)>;
   using FaultHandler = std::function<void(Fault)>;
   using Listener = std::function<void()>;
 
@@ -26,9 +27,9 @@ class CommandRunner {
       : context_(context), onFault_(std::move(onFault)) {}
 
   /// Runs a command that changes the Workspace, as the step of this name: "Clear of matrix B".
-  void Step(const std::string& name, const Command& command);
+  void Step(const std::string& name, Command command);
   /// Runs a command that is no step: it changes nothing that a project holds.
-  void Do(const Command& command);
+  void Do(Command command);
   /// Writes one cell: text by text a single step until EndCell.
   void WriteCell(Slot slot, int row, int col, const std::string& text);
   /// Whatever is written next is a step of its own.
@@ -49,8 +50,11 @@ class CommandRunner {
 
  private:
   /// Runs a part of a command, as the only one; false after a fault, once its handler returns.
-  bool Guard(const std::function<void()>& part);
-  std::optional<Fault> FaultOf(const std::function<void()>& part);
+  /// Keeps a step; without memory for it there are none to take back.
+  template <typename Before>
+  void Keep(const std::string& name, Before before);
+  bool Guard(FunctionRef<void()> part);
+  std::optional<Fault> FaultOf(FunctionRef<void()> part);
 
   Context& context_;
   FaultHandler onFault_;

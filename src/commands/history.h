@@ -58,6 +58,7 @@ class History {
   /// The names of the steps that would be next; empty where there is none.
   std::string UndoName() const { return undo_.empty() ? std::string() : undo_.back().name; }
   std::string RedoName() const { return redo_.empty() ? std::string() : redo_.back().name; }
+  std::size_t UndoCount() const { return undo_.size(); }
   /// Bytes that the steps hold beyond what the Workspace itself holds.
   std::size_t Bytes() const { return bytes_; }
   void Clear();

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace qmx {
+
+template <typename Signature>
+class FunctionRef;
+
+/// Something callable that lives longer than the call it is handed to. Unlike an owning function it
+/// takes no memory of its own, so that handing it on cannot fail.
+template <typename Result, typename... Arguments>
+class FunctionRef<Result(Arguments...)> {
+ public:
+  template <typename Callable>
+  requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>) FunctionRef(
+      Callable&& callable)  // NOLINT(google-explicit-constructor): a lambda is handed over.
+      : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
+        call_([](void* object, Arguments... arguments) -> Result {
+          return (*static_cast<std::remove_reference_t<Callable>*>(object))(
+              std::forward<Arguments>(arguments)...);
+        }) {}
+  FunctionRef(Result (*function)(Arguments...))  // NOLINT(google-explicit-constructor)
+      : object_(reinterpret_cast<void*>(function)),
+        call_([](void* object, Arguments... arguments) -> Result {
+          return reinterpret_cast<Result (*)(Arguments...)>(object)(
+              std::forward<Arguments>(arguments)...);
+        }) {}
+
+  Result operator()(Arguments... arguments) const {
+    return call_(object_, std::forward<Arguments>(arguments)...);
+  }
+
+ private:
+  void* object_;
+  Result (*call_)(void*, Arguments...);
+};
+
+}  // namespace qmx
