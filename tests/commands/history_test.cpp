@@ -155,7 +155,7 @@ TEST_P(HistoryWalk, StatesComeBackAsTheyWere) {
   std::vector<Record> past;
   std::vector<Record> future;
   int compared = 0;
-  for (int i = 0; i < 600 && faults.empty(); ++i) {
+  for (int i = 0; i < 600; ++i) {
     const Record now{Saved(), Shown()};
     if (any() % 3 != 0) {
       const std::size_t count = runner.Steps().UndoCount();
@@ -179,7 +179,7 @@ TEST_P(HistoryWalk, StatesComeBackAsTheyWere) {
       ++compared;
     }
   }
-  EXPECT_TRUE(compared > 20 || !faults.empty());
+  EXPECT_GE(compared, 60);
 }
 
 }  // namespace

@@ -47,7 +47,9 @@ std::string RunnerBench::Shown() const {
   return text;
 }
 
-void RunnerBench::PressSomething(std::mt19937& any) {
+namespace {
+
+void PressSomething(CommandRunner& runner, RecordingScreen& screen, std::mt19937& any) {
   struct Button {
     Control control;
     std::function<void(Context&)> command;
@@ -77,7 +79,7 @@ void RunnerBench::PressSomething(std::mt19937& any) {
   runner.Step(button.control.ObjectName(), button.command);
 }
 
-void RunnerBench::TypeSomething(std::mt19937& any) {
+void TypeSomething(CommandRunner& runner, const Workspace& workspace, std::mt19937& any) {
   const auto slot = any() % 2 == 0 ? kSlotA : kSlotB;
   const Matrix& array = workspace.At(slot).array;
   if (array.Size() == 0) return;
@@ -93,7 +95,10 @@ void RunnerBench::TypeSomething(std::mt19937& any) {
     runner.WriteCell(slot, row, col, number.substr(0, length));
 }
 
-void RunnerBench::RandomStep(std::mt19937& any) {
+}  // namespace
+
+void TakeRandomStep(CommandRunner& runner, Workspace& workspace, RecordingScreen& screen,
+                    std::mt19937& any) {
   constexpr std::array<int, 17> kTaskNumbers{0, 1,  2,  3,  4,  5,  6,  7, 8,
                                              9, 10, 14, 15, 16, 17, 18, 19};
   switch (any() % 8) {
@@ -107,9 +112,9 @@ void RunnerBench::RandomStep(std::mt19937& any) {
       return runner.Step("Open", OpenProject);
     case 3:
     case 4:
-      return TypeSomething(any);
+      return TypeSomething(runner, workspace, any);
     default:
-      return PressSomething(any);
+      return PressSomething(runner, screen, any);
   }
 }
 

@@ -9,6 +9,11 @@
 
 namespace qmx::test {
 
+/// A random step of a user: any command, with whatever is on the screen. Projects, matrices and
+/// factors are opened from files named "p", "matrix" and "factors".
+void TakeRandomStep(CommandRunner& runner, Workspace& workspace, RecordingScreen& screen,
+                    std::mt19937& any);
+
 /// A workbench whose commands go through the runner, as the windows send them.
 class RunnerBench : public Workbench {
  public:
@@ -22,11 +27,7 @@ class RunnerBench : public Workbench {
   std::string Shown() const;
 
   /// A random step of a user: any command, with whatever is on the screen.
-  void RandomStep(std::mt19937& any);
-
- private:
-  void PressSomething(std::mt19937& any);
-  void TypeSomething(std::mt19937& any);
+  void RandomStep(std::mt19937& any) { TakeRandomStep(runner, workspace, screen, any); }
 };
 
 }  // namespace qmx::test
