@@ -72,7 +72,7 @@ void PrintSection(LineComposer& lines, const Workspace& workspace, Slot slot) {
     case kSlotSolution:
       return VectorRows(lines, values, info.prefix, ")=");
     case kSlotSystem:
-      if (byFactors) return VectorRows(lines, values, "R.H.S.(", ",1)=");
+      if (byFactors) return VectorRows(lines, values, "R.H.S.(", ", 1 )=");
       return Rows(lines, slot, values, Part::kAll);
     default:
       return Rows(lines, slot, values, Part::kAll);

@@ -105,7 +105,7 @@ TEST_F(PrintCommands, PrintsTheRightHandSideOfASystemByFactors) {
   Hold(kSlotSystem, Rows({{5}, {-0.5}}));
   workspace.SystemMethod = 1;
   EXPECT_EQ(Print(kSlotSystem), (Lines{"RIGHT-HAND SIDE OF SYSTEM SOLVED BY LU FACTORS:",
-                                       "R.H.S.( 1 ,1)= 5 ", "", "R.H.S.( 2 ,1)=-.5 ", ""}));
+                                       "R.H.S.( 1 , 1 )= 5 ", "", "R.H.S.( 2 , 1 )=-.5 ", ""}));
   workspace.SystemMethod = 2;
   EXPECT_EQ(Print(kSlotSystem)[0], "SYSTEM OF EQUATIONS:");
 }
