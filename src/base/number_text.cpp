@@ -226,6 +226,11 @@ char* WriteClipboardNumber(char* out, double value) {
   return std::copy(name.begin(), name.end(), out);
 }
 
+std::string CStrExact(double value) {
+  std::array<char, kFileNumberRoom> buffer;
+  return {buffer.data(), WriteClipboardNumber(buffer.data(), value)};
+}
+
 std::string FileNumber(double value) {
   std::array<char, kFileNumberRoom> buffer;
   return {buffer.data(), WriteFileNumber(buffer.data(), value)};

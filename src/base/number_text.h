@@ -52,6 +52,11 @@ std::string FileNumber(double value);
 /// 0 before the point as the grids show it. 0.5 -> "0.5"   1/3 -> "0.3333333333333333"
 char* WriteClipboardNumber(char* out, double value);
 
+/// How a field shows a number that it may be asked for again: as CStr where 15 digits read back to
+/// the same double, else with the fewest digits that do. 0.5 -> "0.5"   0.1+0.2 ->
+/// "0.30000000000000004"
+std::string CStrExact(double value);
+
 /// The value of the longest leading part of a text that reads as a finite decimal number; blanks in
 /// front are skipped. A text without such a part gives 0. Never faults.
 ///   "12abc" -> 12   "1.5e" -> 1.5   "1e3" -> 1000   " .5" -> 0.5   "+7" -> 7   "" -> 0   "1e999"

@@ -37,7 +37,7 @@ void ApplyEigenvectors(Context& context, const EigenSection& section) {
 
 void ApplyEigen(Context& context, const EigenSection& section) {
   for (std::size_t i = 0; i < kEigenParameters.size(); ++i)
-    context.panel.SetText(kEigenParameters[i].field, CStr(section.parameters[i]));
+    context.panel.SetText(kEigenParameters[i].field, CStrExact(section.parameters[i]));
   context.workspace.eigen.EigenCount = section.Count();
   if (section.Count() == 0) return;
   context.workspace.eigen.ConvergedCount = section.vectorCount;

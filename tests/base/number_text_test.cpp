@@ -150,6 +150,14 @@ TEST(ClipboardNumber, HasTheDigitsOfAFileAndAZeroBeforeThePoint) {
   EXPECT_EQ(text(std::numeric_limits<double>::infinity()), "Infinity");
 }
 
+TEST(CStrExact, AddsDigitsOnlyWhereFifteenDoNotReadBack) {
+  EXPECT_EQ(CStrExact(0.1), CStr(0.1));
+  EXPECT_EQ(CStrExact(-2), "-2");
+  EXPECT_EQ(CStrExact(1e-15), CStr(1e-15));
+  EXPECT_EQ(CStrExact(0.1 + 0.2), "0.30000000000000004");
+  EXPECT_EQ(CStrExact(-0.0), "0");
+}
+
 bool SameBits(double one, double two) {
   return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(two);
 }

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/number_text.h"
 #include "commands/dispatcher.h"
 #include "commands/file_bench.h"
 #include "commands/file_commands.h"
@@ -102,6 +103,24 @@ TEST_F(ProjectCommands, AnOpenedProjectShowsInTheMainWindow) {
   EXPECT_EQ(screen.grids[kSlotEigenvectors].Text(0, 1), "4");
   EXPECT_EQ(screen.grids[kSlotEigenvectors].Text(2, 1), "0.8");
   EXPECT_EQ(screen.grids[kSlotPermutation].Text(1, 2), "1");
+}
+
+TEST_F(ProjectCommands, AnOpenedProjectSetsTheParametersToTheLastBit) {
+  workspace = test::EverythingWorkspace();
+  screen.Type(txtError, "0.1234567890123456789");
+  screen.Type(txtErs, "0.30000000000000004");
+  screen.Type(txtPert, "0.1");
+  Answer("p.qmx");
+  SaveProjectAs(context);
+  const double error = Val(Text(txtError));
+  OpenNamedProject(context, "p.qmx");
+  EXPECT_EQ(Text(txtError), "0.12345678901234568");
+  EXPECT_EQ(Val(Text(txtError)), error);
+  EXPECT_EQ(Text(txtErs), "0.30000000000000004");
+  EXPECT_EQ(Text(txtPert), "0.1");
+  const std::string first = files.files.at("p.qmx");
+  SaveProject(context);
+  EXPECT_EQ(files.files.at("p.qmx"), first);
 }
 
 TEST_F(ProjectCommands, AnOpenedVectorHasACountOfNoColumns) {
