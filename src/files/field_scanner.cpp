@@ -176,4 +176,9 @@ bool FieldScanner::RefuseLast(std::string expected) {
   return false;
 }
 
+bool FieldScanner::RefuseLast(std::string expected, std::string found) {
+  if (!problem_) problem_ = {LineOfLast(), std::move(expected), std::move(found)};
+  return false;
+}
+
 }  // namespace qmx

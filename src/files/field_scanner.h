@@ -67,6 +67,8 @@ class FieldScanner {
   bool Refuse(std::string expected);
   /// Notes that the field read last has a value that cannot be used. Always false.
   bool RefuseLast(std::string expected);
+  /// The same where what was found is more than that field.
+  bool RefuseLast(std::string expected, std::string found);
   const std::optional<ReadProblem>& Problem() const { return problem_; }
   /// The problem in words for the user; empty where there is none.
   std::string ProblemText() const { return problem_ ? problem_->Text() : std::string(); }

@@ -32,10 +32,13 @@ bool ReadCounts(FieldScanner& scanner, StoredFactors& factors) {
          scanner.RefuseLast("the five counts of a file of factors in one line");
 }
 
+std::string ShapeText(int rows, int cols) { return CStr(rows) + " x " + CStr(cols); }
+
 bool CheckCounts(FieldScanner& scanner, const StoredFactors& factors) {
   const int order = factors.uRows;
   if (factors.lRows != order || factors.lCols != order)
-    return scanner.RefuseLast("a factor L with as many rows and columns as U");
+    return scanner.RefuseLast("a factor L of the shape of U, " + ShapeText(order, order),
+                              "L of " + ShapeText(factors.lRows, factors.lCols));
   if (factors.exchangeRows != 0 && factors.exchangeRows != order)
     return scanner.RefuseLast("no exchange records or " + CStr(order));
   return true;

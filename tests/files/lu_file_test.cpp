@@ -85,9 +85,9 @@ struct BadFile {
 TEST(LUFile, RefusesFactorsThatNoSystemCouldBeSolvedWith) {
   constexpr BadFile kBad[] = {
       {"1,1,2,2,0\n1 1 2 3 4\n",
-       "Line 1: expected a factor L with as many rows and columns as U, but found \"0\"."},
+       "Line 1: expected a factor L of the shape of U, 2 x 2, but found L of 1 x 1."},
       {"2,3,2,2,0\n1 0 0 1 0 0 4 3 0 1\n",
-       "Line 1: expected a factor L with as many rows and columns as U, but found \"0\"."},
+       "Line 1: expected a factor L of the shape of U, 2 x 2, but found L of 2 x 3."},
       {"2,2,2,2,1\n1 0 0 1 4 3 0 1 1\n",
        "Line 1: expected no exchange records or 2, but found \"1\"."},
       {"2,2,2,2,3\n1 0 0 1 4 3 0 1 1 2 2\n",
