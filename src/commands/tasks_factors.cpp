@@ -68,6 +68,23 @@ SpecialKind ReadSpecialKind(const Panel& panel) {
   return kind;
 }
 
+/// Puts a matrix back as it was unless told that the new one is to be kept.
+class Restore {
+ public:
+  explicit Restore(SlotData& data) : data_(data), before_(data) {}
+  Restore(const Restore&) = delete;
+  Restore& operator=(const Restore&) = delete;
+  ~Restore() {
+    if (!kept_) data_ = std::move(before_);
+  }
+  void Keep() { kept_ = true; }
+
+ private:
+  SlotData& data_;
+  SlotData before_;
+  bool kept_ = false;
+};
+
 /// Ones or the diagonal of the identity, or random entries. A text where the entries do not fit
 /// into the matrix.
 std::string FillSpecialMatrix(Context& context, const SpecialKind& kind, Matrix& created) {
@@ -148,6 +165,8 @@ void RunSpecialMatrix(Context& context) {
   const auto size = ReadDimensions(context, txtRowsCreated, txtColsCreated);
   if (!size) return;
   SlotData& created = context.workspace.At(kSlotCreated);
+  // A fault on the way leads to a project that is saved: it is to hold the matrix of before.
+  Restore before(created);
   created.rows = size->rows;
   created.cols = size->cols;
   created.array = Matrix(size->rows, size->cols);
@@ -159,6 +178,7 @@ void RunSpecialMatrix(Context& context) {
   const std::string refusal =
       Compute(context, [&](Progress&) { return FillSpecialMatrix(context, kind, filled); });
   created.array = std::move(filled);
+  before.Keep();
   Populate(context, kSlotCreated);
   if (!refusal.empty()) context.dialogs.ShowMessage({refusal, Icon::kCritical});
 }

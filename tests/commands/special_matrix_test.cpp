@@ -1,3 +1,4 @@
+#include "files/project_file.h"
 #include "support/core_bench.h"
 
 namespace qmx {
@@ -65,12 +66,20 @@ TEST_F(SpecialMatrixTest, ASymmetricRandomMatrixWithTooManyColumnsIsTold) {
   EXPECT_EQ(screen.messages[0].icon, Icon::kCritical);
 }
 
-TEST_F(SpecialMatrixTest, ABoundBeyondTheDoublesIsAFaultAndKeepsTheMatrixOfZeros) {
+TEST_F(SpecialMatrixTest, AFaultLeavesTheMatrixOfBefore) {
   screen.Select(OptCreate(3));
   screen.Type(txtRandLow, "-1.7e308");
   screen.Type(txtRandHigh, "1.7e308");
   EXPECT_EQ(FaultOf(18), 6);
-  EXPECT_EQ(Array(kSlotCreated), Matrix(2, 2));
+  EXPECT_FALSE(workspace.At(kSlotCreated).present) << "a project would hold a matrix of zeros";
+  screen.Select(OptCreate(1));
+  Press(18);
+  const std::string before = ProjectFile(workspace, screen);
+  screen.Select(OptCreate(3));
+  screen.Type(txtColsCreated, "3");
+  EXPECT_EQ(FaultOf(18), 6);
+  EXPECT_EQ(Array(kSlotCreated), Rows({{1, 1}, {1, 1}}));
+  EXPECT_EQ(ProjectFile(workspace, screen), before);
 }
 
 }  // namespace
