@@ -36,6 +36,18 @@ QWidget* HarmlessControl(const QWidget& frame) {
   return nullptr;
 }
 
+/// Shows a window, which may be minimised, in its normal state; a maximised one stays so.
+void ShowOpen(QWidget& window) {
+  if (window.isMinimized()) {
+    // Taken off the screen first it comes back as a new window does, with the keyboard only where
+    // it is to have it.
+    window.hide();
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  }
+  window.show();
+  window.raise();
+}
+
 }  // namespace
 
 DesktopScreen::DesktopScreen(frmQMX& mainWindow, CommandRunner& commands)
@@ -140,8 +152,7 @@ void DesktopScreen::ShowWindow(Slot slot) {
   const bool typing = InfoOf(slot).IsEditor() && slot != kSlotCreated && !window.isVisible() &&
                       window.Grid().Model().IsEmpty();
   window.setAttribute(Qt::WA_ShowWithoutActivating, !typing);
-  window.show();
-  window.raise();
+  ShowOpen(window);
   if (!typing) return;
   awaitsTyping_ = true;
   window.activateWindow();
@@ -162,6 +173,7 @@ void DesktopScreen::CloseWindow(Slot slot) { windows_[slot].reset(); }
 void DesktopScreen::HideEntryBox(Slot slot) { Ensure(slot).HideEntryBox(); }
 
 void DesktopScreen::BringMainToFront() {
+  main_.setWindowState(main_.windowState() & ~Qt::WindowMinimized);
   main_.raise();
   if (!awaitsTyping_) main_.activateWindow();
   awaitsTyping_ = false;

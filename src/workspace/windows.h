@@ -16,6 +16,8 @@ class Windows {
   Windows& operator=(const Windows&) = delete;
   virtual ~Windows() = default;
 
+  /// Shows a window, not minimised, and leaves the keyboard where it is unless the window waits for
+  /// typing.
   virtual void ShowWindow(Slot slot) = 0;
   /// Shows a window in its normal, not minimised, state.
   virtual void RestoreWindow(Slot slot) = 0;

@@ -86,6 +86,15 @@ TEST_F(ProgramTest, TheTypicalRoadByKeyboardAlone) {
   EXPECT_TRUE(Window(kSlotProduct).isVisible());
 }
 
+TEST_F(ProgramTest, TheKeyForTheMainWindowOpensAMinimisedOne) {
+  Enter(kSlotA, 1, 1, {"7"});
+  Main().showMinimized();
+  ASSERT_TRUE(Main().isMinimized());
+  QTest::keyClick(&Grid(kSlotA), Qt::Key_M, Qt::ControlModifier);
+  EXPECT_FALSE(Main().isMinimized());
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Main()));
+}
+
 TEST_F(ProgramTest, EnterAndSpacePressTheButtonWithTheFocus) {
   Get(cmdCreateA)->setFocus();
   Key(Qt::Key_Return);

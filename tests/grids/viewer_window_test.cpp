@@ -61,6 +61,42 @@ TEST_F(Viewer, ShowRestoresAMinimisedWindow) {
   EXPECT_TRUE(Window(kSlotSum).isVisible());
 }
 
+TEST_F(Viewer, EveryCommandThatShowsAWindowShowsItOpen) {
+  ComputeSum();
+  Click(cmdCreateSystem);
+  Slot(kSlotSystem).array(1, 1) = 1;
+  Slot(kSlotSystem).array(2, 2) = 1;
+  const auto opens = [&](const Control& button, const std::vector<int>& slots) {
+    for (const int slot : slots) Window(slot).showMinimized();
+    Click(button);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Main())) << button.ObjectName();
+    for (const int slot : slots) {
+      EXPECT_FALSE(Window(slot).isMinimized()) << button.ObjectName() << slot;
+      EXPECT_TRUE(Window(slot).isVisible()) << button.ObjectName() << slot;
+    }
+  };
+  opens(cmdTask(0), {kSlotSum});
+  opens(cmdIntoA(kSlotSum), {kSlotA});
+  opens(cmdExchangeAandB, {kSlotA, kSlotB});
+  Click(cmdSolve);
+  opens(cmdSolve, {kSlotSolution});
+  Click(cmdTask(8));
+  opens(cmdTask(8), {kSlotL, kSlotU});
+  Click(cmdTask(18));
+  opens(cmdTask(18), {kSlotCreated});
+}
+
+TEST_F(Viewer, ATaskLeavesAMaximisedWindowMaximised) {
+  ComputeSum();
+  Window(kSlotSum).showMaximized();
+  Click(cmdTask(0));
+  EXPECT_TRUE(Window(kSlotSum).isMaximized());
+  Window(kSlotSum).setWindowState(Window(kSlotSum).windowState() | Qt::WindowMinimized);
+  Click(cmdTask(0));
+  EXPECT_TRUE(Window(kSlotSum).isMaximized());
+  EXPECT_FALSE(Window(kSlotSum).isMinimized());
+}
+
 TEST_F(Viewer, AClickInspectsACell) {
   ComputeSum();
   ClickCell(kSlotSum, 2, 3);
