@@ -54,8 +54,9 @@ class DesktopScreen : public Panel,
   void Run(const Computation& computation) override { work_.Run(computation); }
 
   Answer ShowMessage(const Message& message) override;
-  std::string AskOpenFile(const std::string& name) override;
+  std::string AskOpenFile(const std::string& name, std::string_view ending) override;
   std::string AskSaveFile(std::string_view ending) override;
+  bool MayReplace(const std::string& name) override;
 
   std::shared_ptr<const ViewState> Capture() const override;
   void Restore(const ViewState& state, Restoring restoring) override;
@@ -80,6 +81,8 @@ class DesktopScreen : public Panel,
   ResultsWindow& EnsureResults();
   void PlaceIfNew(QWidget& window);
   void SetObjectEnabled(QObject* control, bool enabled);
+  /// The window that boxes and dialogs belong to.
+  QWidget& FrontWindow() const;
   void KeepFocusNear(const QWidget& disabled);
   void MoveFocus();
 

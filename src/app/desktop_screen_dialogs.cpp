@@ -1,11 +1,11 @@
 // The parts of the screen that wait for the user.
 
 #include <QApplication>
-#include <QFileDialog>
-#include <QFileInfo>
+#include <QFile>
 #include <QMessageBox>
 
 #include "app/desktop_screen.h"
+#include "app/file_dialog.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -29,18 +29,6 @@ Answer ToAnswer(int pressed) {
   }
 }
 
-/// The dialog asks before it gives the name of a file that exists, but knows nothing of an ending
-/// that is added to the name. True if there is nothing to ask or the user agrees.
-bool MayBeWritten(const QString& name, const QString& ending, QWidget* parent) {
-  if (name.isEmpty() || ending.isEmpty() || name.endsWith(ending)) return true;
-  const QFileInfo file(name + ending);
-  if (!file.exists()) return true;
-  return QMessageBox::warning(parent, ToQString(kProgramTitle),
-                              QObject::tr("%1 already exists. Replace it?").arg(file.fileName()),
-                              QMessageBox::Yes | QMessageBox::No,
-                              QMessageBox::No) == QMessageBox::Yes;
-}
-
 std::string NameInBytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
 
 }  // namespace
@@ -51,9 +39,13 @@ void DesktopScreen::LetWindowsPaint() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-Answer DesktopScreen::ShowMessage(const Message& message) {
+QWidget& DesktopScreen::FrontWindow() const {
   QWidget* active = QApplication::activeWindow();
-  QMessageBox box(active != nullptr ? active : &main_);
+  return active != nullptr ? *active : main_;
+}
+
+Answer DesktopScreen::ShowMessage(const Message& message) {
+  QMessageBox box(&FrontWindow());
   box.setWindowTitle(QString::fromStdString(message.title));
   box.setTextFormat(Qt::PlainText);
   box.setText(QString::fromStdString(message.text).replace('\r', '\n'));
@@ -66,17 +58,19 @@ Answer DesktopScreen::ShowMessage(const Message& message) {
   return ToAnswer(box.exec());
 }
 
-std::string DesktopScreen::AskOpenFile(const std::string& name) {
-  const QString proposed = QFile::decodeName(QByteArray::fromStdString(name));
-  return NameInBytes(QFileDialog::getOpenFileName(&main_, {}, proposed));
+std::string DesktopScreen::AskOpenFile(const std::string& name, std::string_view ending) {
+  FileDialog dialog(QFileDialog::AcceptOpen, ToQString(ending), &FrontWindow());
+  dialog.Propose(QFile::decodeName(name.c_str()));
+  return NameInBytes(dialog.Ask());
 }
 
 std::string DesktopScreen::AskSaveFile(std::string_view ending) {
-  QString name;
-  do {
-    name = QFileDialog::getSaveFileName(&main_);
-  } while (!MayBeWritten(name, ToQString(ending), &main_));
-  return NameInBytes(name);
+  FileDialog dialog(QFileDialog::AcceptSave, ToQString(ending), &FrontWindow());
+  return NameInBytes(dialog.Ask());
+}
+
+bool DesktopScreen::MayReplace(const std::string& name) {
+  return MayReplaceFile(name, &FrontWindow());
 }
 
 }  // namespace qmx

@@ -32,9 +32,9 @@ bool AskForSaving(Context& context, std::string_view ending = {}) {
   return !context.workspace.currentFileName.empty();
 }
 
-bool AskForOpening(Context& context) {
+bool AskForOpening(Context& context, std::string_view ending = {}) {
   context.workspace.currentFileName.clear();
-  context.workspace.currentFileName = context.dialogs.AskOpenFile({});
+  context.workspace.currentFileName = context.dialogs.AskOpenFile({}, ending);
   return !context.workspace.currentFileName.empty();
 }
 
@@ -89,7 +89,7 @@ void SaveSlot(Context& context, Slot slot) {
 
 void RetrieveOperand(Context& context, Slot operand) {
   // The dialog proposes the file used last; a cancelled one leaves that name.
-  std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName);
+  std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName, {});
   if (name.empty()) return;
   context.workspace.currentFileName = std::move(name);
   auto matrix = ReadCurrentFile(context, [operand](std::string_view bytes, const Memory& memory) {
@@ -139,7 +139,7 @@ void SaveProjectAs(Context& context) {
 }
 
 void OpenProject(Context& context) {
-  if (!AskForOpening(context)) return;
+  if (!AskForOpening(context, kProjectEnding)) return;
   EndWithProjectEnding(context.workspace.currentFileName);
   ReadProject(context);
 }

@@ -224,15 +224,21 @@ std::string RecordingScreen::NextFileName() {
   return name;
 }
 
-std::string RecordingScreen::AskOpenFile(const std::string& name) {
+std::string RecordingScreen::AskOpenFile(const std::string& name, std::string_view ending) {
   ++openDialogs;
   proposedName = name;
+  openEnding = ending;
   return NextFileName();
 }
 
 std::string RecordingScreen::AskSaveFile(std::string_view /*ending*/) {
   ++saveDialogs;
   return NextFileName();
+}
+
+bool RecordingScreen::MayReplace(const std::string& name) {
+  replaced.push_back(name);
+  return mayReplace;
 }
 
 }  // namespace qmx::test

@@ -55,10 +55,13 @@ class RecordingScreen : public Panel,
   int openDialogs = 0;
   int saveDialogs = 0;
   std::string proposedName;
+  std::string openEnding;             ///< Of the last dialog for opening.
+  std::vector<std::string> replaced;  ///< The names that were asked about.
 
   // The script.
   std::deque<Answer> answers;
   std::deque<std::string> fileNames;
+  bool mayReplace = true;
 
   RecordingScreen() = default;
   RecordingScreen(const RecordingScreen&) = delete;
@@ -108,8 +111,9 @@ class RecordingScreen : public Panel,
   void SetStatus(const std::string& text) override { status = text; }
 
   Answer ShowMessage(const Message& message) override;
-  std::string AskOpenFile(const std::string& name) override;
+  std::string AskOpenFile(const std::string& name, std::string_view ending) override;
   std::string AskSaveFile(std::string_view ending) override;
+  bool MayReplace(const std::string& name) override;
 
  private:
   /// The first row and column of data in a slot's grid.

@@ -1,0 +1,152 @@
+#include "app/file_dialog.h"
+
+#include <QAbstractItemView>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <filesystem>
+
+#include "desktop/home_folder.h"
+#include "grids/qt_text.h"
+#include "workspace/dialogs.h"
+
+namespace qmx {
+namespace {
+
+/// A box with a text that may hold a file's name.
+int ShowBox(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons,
+            QWidget* parent) {
+  QMessageBox box(icon, ToQString(kProgramTitle), text, buttons, parent);
+  box.setTextFormat(Qt::PlainText);
+  if (buttons.testFlag(QMessageBox::No)) box.setDefaultButton(QMessageBox::No);
+  return box.exec();
+}
+
+bool IsAbsolute(const QString& name) {
+  return std::filesystem::path(name.toStdString()).is_absolute();
+}
+
+/// What a name that begins with "~" stands for; empty where there is no such user.
+QString WithHomeFolder(const QString& name) {
+  const qsizetype slash = name.indexOf('/');
+  const qsizetype end = slash < 0 ? name.size() : slash;
+  const QString user = name.mid(1, end - 1);
+  const QString home =
+      user.isEmpty() ? QDir::homePath() : ToQString(HomeFolderOf(user.toStdString()));
+  return home.isEmpty() ? QString() : home + name.mid(end);
+}
+
+}  // namespace
+
+bool MayReplaceFile(const std::string& name, QWidget* parent) {
+  std::error_code unknown;
+  const auto status = std::filesystem::status(name, unknown);
+  if (!std::filesystem::exists(status) || std::filesystem::is_directory(status)) return true;
+  const QString shown = QFileInfo(QFile::decodeName(name.c_str())).fileName();
+  const QString question = QObject::tr("%1 already exists. Replace it?").arg(shown);
+  return ShowBox(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No, parent) ==
+         QMessageBox::Yes;
+}
+
+FileDialog::FileDialog(AcceptMode mode, const QString& ending, QWidget* parent)
+    : QFileDialog(parent), ending_(ending) {
+  // Only the toolkit's own dialog lets the name be read as it was typed. A file to be opened may
+  // lack its ending, so that it need not exist.
+  setOption(DontUseNativeDialog);
+  setFileMode(AnyFile);
+  setAcceptMode(mode);
+  name_ = findChild<QLineEdit*>("fileNameEdit");
+  list_ = findChild<QAbstractItemView*>("listView");
+  button_ = findChild<QDialogButtonBox*>("buttonBox")
+                ->button(mode == AcceptOpen ? QDialogButtonBox::Open : QDialogButtonBox::Save);
+  button_->installEventFilter(this);
+  connect(name_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    typed_ = text;
+    chosen_.clear();
+  });
+  connect(name_, &QLineEdit::textChanged, this, &FileDialog::NoteName);
+  connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          &FileDialog::NoteSelection);
+}
+
+void FileDialog::Propose(const QString& path) {
+  const QFileInfo file(path);
+  if (path.isEmpty() || !file.dir().exists()) return;
+  setDirectory(file.absolutePath());
+  name_->setText(file.fileName());
+  name_->selectAll();
+}
+
+QString FileDialog::Ask() { return exec() == Accepted ? path_ : QString(); }
+
+void FileDialog::accept() {
+  if (name_->text().isEmpty() && chosen_.isEmpty()) return;
+  const QString path = chosen_.isEmpty() ? TypedPath() : chosen_;
+  if (QFileInfo(path).isDir()) {
+    setDirectory(path);
+    name_->clear();
+  } else if (MayBeTaken(path)) {
+    path_ = path;
+    QDialog::accept();
+  }
+}
+
+// The button goes by what the toolkit makes of the name: it is off where that finds no name between
+// quotes.
+bool FileDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == button_ && event->type() == QEvent::EnabledChange) KeepButtonOn();
+  return QFileDialog::eventFilter(watched, event);
+}
+
+void FileDialog::KeepButtonOn() {
+  if (!name_->text().isEmpty()) button_->setEnabled(true);
+}
+
+// The toolkit has seen the name before: it selects the files that it finds in it, and may write
+// their names into the field.
+void FileDialog::NoteName(const QString& name) {
+  if (name == typed_) {
+    const QSignalBlocker quiet(name_);
+    if (name_->text() != name) name_->setText(name);
+    typed_ = QString();
+  }
+  if (QFileInfo(chosen_).fileName() != name_->text()) chosen_.clear();
+  KeepButtonOn();
+}
+
+// The name of a chosen file stands in the field by now, that of a folder never does.
+void FileDialog::NoteSelection() {
+  if (!typed_.isNull()) return;
+  const QModelIndexList rows = list_->selectionModel()->selectedRows();
+  chosen_ =
+      rows.size() == 1 ? rows.front().data(QFileSystemModel::FilePathRole).toString() : QString();
+}
+
+QString FileDialog::TypedPath() const {
+  const QString name = name_->text();
+  if (IsAbsolute(name)) return name;
+  const QString folder = directory().absolutePath();
+  const QString here = folder + (folder.endsWith('/') ? "" : "/") + name;
+  if (!name.startsWith('~') || QFileInfo::exists(here)) return here;
+  const QString home = WithHomeFolder(name);
+  return home.isEmpty() ? here : home;
+}
+
+QString FileDialog::WithEnding(const QString& path) const {
+  return path.endsWith(ending_) ? path : path + ending_;
+}
+
+bool FileDialog::MayBeTaken(const QString& path) {
+  if (acceptMode() == AcceptSave)
+    return MayReplaceFile(QFile::encodeName(WithEnding(path)).toStdString(), this);
+  if (QFileInfo::exists(path) || QFileInfo::exists(WithEnding(path))) return true;
+  ShowBox(QMessageBox::Warning, tr("%1\nThere is no such file.").arg(name_->text()),
+          QMessageBox::Ok, this);
+  return false;
+}
+
+}  // namespace qmx
