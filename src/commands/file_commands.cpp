@@ -18,10 +18,10 @@ namespace {
 
 constexpr std::string_view kProjectEnding = ".qmx";
 
-void ShowFileProblem(Context& context, const std::string& what, const std::string& problem) {
+void ShowFileProblem(Context& context, const std::string& name, const std::string& what,
+                     const std::string& problem) {
   context.dialogs.ShowMessage(
-      {"The file \"" + context.workspace.currentFileName + "\" " + what + "\n\n" + problem,
-       Icon::kCritical});
+      {"The file \"" + name + "\" " + what + "\n\n" + problem, Icon::kCritical});
 }
 
 /// Asks for a name that becomes the current file name, also where it stays empty. `ending` is what
@@ -32,48 +32,55 @@ bool AskForSaving(Context& context, std::string_view ending = {}) {
   return !context.workspace.currentFileName.empty();
 }
 
-bool AskForOpening(Context& context, std::string_view ending = {}) {
-  context.workspace.currentFileName.clear();
-  context.workspace.currentFileName = context.dialogs.AskOpenFile({}, ending);
-  return !context.workspace.currentFileName.empty();
+/// Asks for the name of a file to be read. A cancelled dialog leaves no current file name; any
+/// other name becomes the current one when its file has been taken.
+std::string AskForOpening(Context& context, std::string_view ending = {}) {
+  std::string name = context.dialogs.AskOpenFile({}, ending);
+  if (name.empty()) context.workspace.currentFileName.clear();
+  return name;
 }
 
 bool WriteCurrentFile(Context& context, const std::string& bytes) {
-  const FileOutcome outcome = context.files.Replace(context.workspace.currentFileName, bytes);
-  if (!outcome.Ok())
-    ShowFileProblem(context, "could not be written. It is as it was before.", outcome.problem);
+  const std::string& name = context.workspace.currentFileName;
+  const FileOutcome outcome = context.files.Replace(name, bytes);
+  if (!outcome.Ok()) {
+    ShowFileProblem(context, name, "could not be written. It is as it was before.",
+                    outcome.problem);
+  }
   return outcome.Ok();
 }
 
-/// Reads and checks the current file with one of the readers. After a problem the user has been
-/// told and there is nothing.
+/// Reads and checks a file with one of the readers. After a problem the user has been told and
+/// there is nothing.
 template <typename Reader>
-auto ReadCurrentFile(Context& context, Reader reader)
+auto ReadFile(Context& context, const std::string& name, Reader reader)
     -> std::optional<decltype(reader(std::string_view(), SystemMemory()).content)> {
   std::string bytes;
-  const FileOutcome outcome = context.files.Read(context.workspace.currentFileName, bytes);
-  if (outcome.Ok()) {
+  std::string problem = context.files.Read(name, bytes).problem;
+  if (problem.empty()) {
     auto reading = reader(bytes, context.memory);
     if (reading.Ok()) return std::move(reading.content);
-    ShowFileProblem(context, "could not be read. Nothing was changed.", reading.problem);
-  } else {
-    ShowFileProblem(context, "could not be read. Nothing was changed.", outcome.problem);
+    problem = std::move(reading.problem);
   }
+  ShowFileProblem(context, name, "could not be read. Nothing was changed.", problem);
   return std::nullopt;
 }
 
-void EndWithProjectEnding(std::string& name) {
-  if (!name.ends_with(kProjectEnding)) name += kProjectEnding;
+bool HasProjectEnding(const std::string& name) { return name.ends_with(kProjectEnding); }
+
+std::string WithProjectEnding(const std::string& name) {
+  return HasProjectEnding(name) ? name : name + std::string(kProjectEnding);
 }
 
 bool WriteProject(Context& context) {
-  EndWithProjectEnding(context.workspace.currentFileName);
+  context.workspace.currentFileName = WithProjectEnding(context.workspace.currentFileName);
   return WriteCurrentFile(context, ProjectFile(context.workspace, ReadEigenTexts(context.panel)));
 }
 
-void ReadProject(Context& context) {
-  auto image = ReadCurrentFile(context, ReadProjectFile);
+void ReadProject(Context& context, const std::string& name) {
+  auto image = ReadFile(context, name, ReadProjectFile);
   if (!image) return;
+  context.workspace.currentFileName = name;
   ApplyProject(context, std::move(*image));
   context.windows.BringMainToFront();
 }
@@ -89,13 +96,13 @@ void SaveSlot(Context& context, Slot slot) {
 
 void RetrieveOperand(Context& context, Slot operand) {
   // The dialog proposes the file used last; a cancelled one leaves that name.
-  std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName, {});
+  const std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName, {});
   if (name.empty()) return;
-  context.workspace.currentFileName = std::move(name);
-  auto matrix = ReadCurrentFile(context, [operand](std::string_view bytes, const Memory& memory) {
+  auto matrix = ReadFile(context, name, [operand](std::string_view bytes, const Memory& memory) {
     return ReadOperandFile(operand, bytes, memory);
   });
   if (!matrix) return;
+  context.workspace.currentFileName = name;
   const int rows = matrix->Rows();
   const int cols = matrix->Cols();
   ApplyMatrix(context, operand, {std::move(*matrix), rows, cols});
@@ -104,9 +111,11 @@ void RetrieveOperand(Context& context, Slot operand) {
 }
 
 void RetrieveSystem(Context& context) {
-  if (!AskForOpening(context)) return;
-  auto section = ReadCurrentFile(context, ReadSystemFile);
+  const std::string name = AskForOpening(context);
+  if (name.empty()) return;
+  auto section = ReadFile(context, name, ReadSystemFile);
   if (!section) return;
+  context.workspace.currentFileName = name;
   Reset(context, kResultSystem);
   ApplySystem(context, std::move(*section));
   context.windows.ShowWindow(kSlotSystem);
@@ -118,9 +127,12 @@ void SaveLU(Context& context) {
 }
 
 void RetrieveLU(Context& context) {
-  if (!AskForOpening(context)) return;
-  auto factors = ReadCurrentFile(context, ReadLUFile);
+  const std::string name = AskForOpening(context);
+  if (name.empty()) return;
+  auto factors = ReadFile(context, name, ReadLUFile);
   if (!factors) return;
+  // Factors with another U are refused below.
+  if (factors->uRows == factors->uCols) context.workspace.currentFileName = name;
   ApplyFactors(context, std::move(*factors));
   const std::string order = CStr(context.workspace.storedFactors.lRows);
   context.panel.SetText(txtEquations, order);
@@ -130,7 +142,10 @@ void RetrieveLU(Context& context) {
 }
 
 void SaveProject(Context& context) {
-  if (context.workspace.currentFileName.empty() && !AskForSaving(context, kProjectEnding)) return;
+  const std::string& current = context.workspace.currentFileName;
+  if (current.empty()) return SaveProjectAs(context);
+  // No dialog has shown the user the name that the ending makes of this one.
+  if (!HasProjectEnding(current) && !context.dialogs.MayReplace(WithProjectEnding(current))) return;
   WriteProject(context);
 }
 
@@ -139,20 +154,18 @@ void SaveProjectAs(Context& context) {
 }
 
 void OpenProject(Context& context) {
-  if (!AskForOpening(context, kProjectEnding)) return;
-  EndWithProjectEnding(context.workspace.currentFileName);
-  ReadProject(context);
+  const std::string name = AskForOpening(context, kProjectEnding);
+  if (!name.empty()) ReadProject(context, WithProjectEnding(name));
 }
 
-void OpenNamedProject(Context& context, const std::string& name) {
-  std::string& current = context.workspace.currentFileName;
-  current = name;
-  if (current.empty()) return;
-  if (current.starts_with('"')) {
-    current.erase(0, 1);
-    if (!current.empty()) current.pop_back();
+void OpenNamedProject(Context& context, const std::string& given) {
+  if (given.empty()) return;
+  std::string name = given;
+  if (name.starts_with('"')) {
+    name.erase(0, 1);
+    if (!name.empty()) name.pop_back();
   }
-  ReadProject(context);
+  ReadProject(context, name);
 }
 
 bool SaveProjectAfterFault(Context& context) {

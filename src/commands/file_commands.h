@@ -22,7 +22,7 @@ void SaveProjectAs(Context& context);
 void OpenProject(Context& context);
 /// Opens the project that a command line, or the first of some dropped files, names; nothing where
 /// that is empty. A name in double quotes loses its first and last character.
-void OpenNamedProject(Context& context, const std::string& name);
+void OpenNamedProject(Context& context, const std::string& given);
 /// Asks for a name and saves the project to it, as the last act after a fault. False if nothing was
 /// saved.
 bool SaveProjectAfterFault(Context& context);

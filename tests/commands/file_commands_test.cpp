@@ -209,6 +209,50 @@ TEST_F(FileCommands, FactorsWhoseUIsNotSquareKeepTheirCountsOnly) {
   EXPECT_TRUE(screen.Enabled(cmdRetrieveSystem));
 }
 
+TEST_F(FileCommands, ARefusedFileDoesNotBecomeTheCurrentOne) {
+  Put("damaged", "2,2\r\n 1 \r\n");
+  Put("bad.qmx", "2,2\r\n 1 \r\n");
+  Put("unfit", "3,3,3,4,0\n1 2 3\n");
+  workspace.currentFileName = "before.qmx";
+  const auto refuse = [&](const std::string& name, auto command) {
+    Answer(name);
+    command();
+    EXPECT_EQ(screen.messages.size(), 1U) << name;
+    screen.messages.clear();
+    screen.fileNames.clear();
+    EXPECT_EQ(workspace.currentFileName, "before.qmx") << name;
+  };
+  for (const char* name : {"damaged", "missing"}) {
+    refuse(name, [&] { RetrieveOperand(context, kSlotA); });
+    refuse(name, [&] { RetrieveSystem(context); });
+    refuse(name, [&] { RetrieveLU(context); });
+    refuse(name, [&] { OpenNamedProject(context, name); });
+  }
+  refuse("unfit", [&] { RetrieveLU(context); });
+  refuse("bad", [&] { OpenProject(context); });
+  EnterA(Rows({{1}}));
+  SaveProject(context);
+  EXPECT_EQ(files.files.count("before.qmx"), 1U);
+  EXPECT_EQ(files.files.at("bad.qmx"), "2,2\r\n 1 \r\n");
+}
+
+TEST_F(FileCommands, EveryFileThatIsTakenBecomesTheCurrentOne) {
+  Put("m", test::DataFile("matrix.txt"));
+  Put("s", test::DataFile("system.txt"));
+  Put("lu", test::DataFile("lu.txt"));
+  Put("p.qmx", test::DataFile("a.qmx"));
+  const auto take = [&](const std::string& name, auto command) {
+    Answer(name);
+    command();
+    return workspace.currentFileName;
+  };
+  EXPECT_EQ(take("m", [&] { RetrieveOperand(context, kSlotA); }), "m");
+  EXPECT_EQ(take("s", [&] { RetrieveSystem(context); }), "s");
+  EXPECT_EQ(take("lu", [&] { RetrieveLU(context); }), "lu");
+  EXPECT_EQ(take("p", [&] { OpenProject(context); }), "p.qmx");
+  EXPECT_EQ(screen.openEnding, ".qmx");
+}
+
 TEST_F(FileCommands, EveryCutOfTheOtherFilesLeavesEverythingAsItWas) {
   EnterA(Rows({{4, 3}, {6, 3}}));
   Press(8);

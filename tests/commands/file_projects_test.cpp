@@ -52,6 +52,23 @@ TEST_F(ProjectCommands, SaveProjectTakesTheNameOfTheLastFile) {
   EXPECT_EQ(files.files.count("m.txt.qmx"), 1U);
 }
 
+TEST_F(ProjectCommands, SaveAsksBeforeANameWithANewEndingReplacesAFile) {
+  EnterA(Rows({{1}}));
+  workspace.currentFileName = "UP.QMX";
+  Put("UP.QMX.qmx", "somebody else's");
+  screen.mayReplace = false;
+  SaveProject(context);
+  EXPECT_EQ(screen.replaced, std::vector<std::string>{"UP.QMX.qmx"});
+  EXPECT_EQ(files.files.at("UP.QMX.qmx"), "somebody else's");
+  EXPECT_EQ(workspace.currentFileName, "UP.QMX");
+  screen.mayReplace = true;
+  SaveProject(context);
+  EXPECT_NE(files.files.at("UP.QMX.qmx"), "somebody else's");
+  EXPECT_EQ(workspace.currentFileName, "UP.QMX.qmx");
+  SaveProject(context);
+  EXPECT_EQ(screen.replaced.size(), 2U) << "its own file by now";
+}
+
 TEST_F(ProjectCommands, OpenProjectAppendsTheEndingAndReadsEverything) {
   Put("everything.qmx", test::DataFile("everything.qmx"));
   Answer("everything");
