@@ -43,11 +43,13 @@ std::string AskForOpening(Context& context, std::string_view ending = {}) {
 bool WriteCurrentFile(Context& context, const std::string& bytes) {
   const std::string& name = context.workspace.currentFileName;
   const FileOutcome outcome = context.files.Replace(name, bytes);
-  if (!outcome.Ok()) {
-    ShowFileProblem(context, name, "could not be written. It is as it was before.",
-                    outcome.problem);
-  }
-  return outcome.Ok();
+  if (outcome.Ok()) return true;
+  const std::string what =
+      outcome.copy.empty()
+          ? "could not be written. It is as it was before."
+          : "could not be written whole. What was to be written is in \"" + outcome.copy + "\".";
+  ShowFileProblem(context, name, what, outcome.problem);
+  return false;
 }
 
 /// Reads and checks a file with one of the readers. After a problem the user has been told and

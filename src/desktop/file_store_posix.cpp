@@ -1,3 +1,4 @@
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -7,7 +8,9 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <new>
 #include <string>
 #include <utility>
@@ -18,6 +21,11 @@
 
 namespace qmx {
 namespace {
+
+// The names of temporaries: these around random digits.
+constexpr std::string_view kTemporaryStart = ".qmx-";
+constexpr std::string_view kTemporaryEnd = ".tmp";
+constexpr std::size_t kRandomDigits = 16;
 
 struct ErrorText {
   int error;
@@ -49,6 +57,8 @@ FileOutcome Failure(int error) {
   }
   return {std::string("The system says: ") + std::strerror(error) + "."};
 }
+
+FileOutcome Outcome(int error) { return error == 0 ? FileOutcome() : Failure(error); }
 
 /// A file descriptor that closes itself.
 class Descriptor {
@@ -106,41 +116,52 @@ int WriteAll(int file, std::string_view bytes) {
   return 0;
 }
 
-/// A name beside the target that nobody can guess.
-std::string TemporaryName(const std::string& folder) {
-  std::array<unsigned char, 8> random{};
+/// Sixteen hexadecimal digits that nobody can guess.
+std::string RandomDigits() {
+  std::array<unsigned char, kRandomDigits / 2> random{};
   if (getrandom(random.data(), random.size(), 0) < 0)
     random[0] = static_cast<unsigned char>(getpid());
-  std::string name = folder + ".qmx-";
+  std::string text;
   for (const unsigned char byte : random) {
     std::array<char, 3> digits;
     std::snprintf(digits.data(), digits.size(), "%02x", byte);
-    name += digits.data();
+    text += digits.data();
   }
-  return name + ".tmp";
+  return text;
 }
 
-/// A new file beside the target. It vanishes unless it takes the target's name.
+bool IsTemporaryName(std::string_view name) {
+  if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) return false;
+  name.remove_prefix(kTemporaryStart.size());
+  name.remove_suffix(kTemporaryEnd.size());
+  return name.size() == kRandomDigits &&
+         name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+/// Returns an error number.
+int Flush(int file) { return fsync(file) == 0 ? 0 : errno; }
+
+/// A new file. It vanishes unless it is kept or takes another's name.
 class Temporary {
  public:
-  Temporary(const std::string& folder, mode_t mode)
-      : name_(TemporaryName(folder)), file_(Open(mode)) {}
+  Temporary(std::string name, mode_t mode) : name_(std::move(name)), file_(Open(mode)) {}
   Temporary(const Temporary&) = delete;
   Temporary& operator=(const Temporary&) = delete;
   ~Temporary() {
     if (exists_) unlink(name_.c_str());
   }
-  /// An error number, as are the next two.
+  const std::string& Name() const { return name_; }
+  /// An error number, as are the next three.
   int OpenError() const { return openError_; }
   int Fill(std::string_view bytes) {
-    const int error = WriteAll(file_.Number(), bytes);
+    int error = WriteAll(file_.Number(), bytes);
+    if (error == 0) error = Flush(file_.Number());
     if (error != 0) return error;
-    if (fsync(file_.Number()) != 0) return errno;
     return file_.Close() ? 0 : errno;
   }
   int TakeName(const std::string& target) {
     if (rename(name_.c_str(), target.c_str()) != 0) return errno;
-    exists_ = false;
+    Keep();
     return 0;
   }
   /// Takes over the rights of the file that it will replace.
@@ -153,6 +174,7 @@ class Temporary {
     }
     return fchmod(file_.Number(), mode) == 0 ? 0 : errno;
   }
+  void Keep() { exists_ = false; }
 
  private:
   Descriptor Open(mode_t mode) {
@@ -176,18 +198,103 @@ void FlushFolder(const std::string& folder) {
   if (descriptor.IsOpen()) fsync(descriptor.Number());
 }
 
-FileOutcome ReplaceRegularFile(const std::string& path, const struct stat* old,
-                               std::string_view bytes) {
+/// Removes temporaries of this user that a killed program left in a folder long ago; another one
+/// may be at work there just now.
+void SweepFolder(const std::string& folder) {
+  constexpr time_t kDay = 24 * 60 * 60;
+  DIR* entries = opendir(folder.c_str());
+  if (entries == nullptr) return;
+  const time_t now = time(nullptr);
+  while (const dirent* entry = readdir(entries)) {
+    struct stat info {};
+    if (!IsTemporaryName(entry->d_name) ||
+        fstatat(dirfd(entries), entry->d_name, &info, AT_SYMLINK_NOFOLLOW) != 0)
+      continue;
+    if (S_ISREG(info.st_mode) && info.st_uid == geteuid() && now - info.st_mtime > kDay)
+      unlinkat(dirfd(entries), entry->d_name, 0);
+  }
+  closedir(entries);
+}
+
+/// Returns an error number.
+int ReplaceByTemporary(const std::string& path, const struct stat* old, std::string_view bytes) {
   const std::string folder = FolderOf(path);
   // A file that is to replace another is nobody else's business until it has the other's rights.
-  Temporary temporary(folder, old == nullptr ? 0666 : 0600);
+  Temporary temporary(
+      folder + std::string(kTemporaryStart) + RandomDigits() + std::string(kTemporaryEnd),
+      old == nullptr ? 0666 : 0600);
   int error = temporary.OpenError();
   if (error == 0 && old != nullptr) error = temporary.TakeRights(*old);
   if (error == 0) error = temporary.Fill(bytes);
   if (error == 0) error = temporary.TakeName(path);
-  if (error != 0) return Failure(error);
+  if (error != 0) return error;
   FlushFolder(folder);
-  return {};
+  return 0;
+}
+
+/// True for what keeps a temporary from taking the place of a file that may itself be written: its
+/// folder takes no new file or lets none be replaced, or rights cannot be set.
+bool IsRefusal(int error) {
+  return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
+}
+
+/// The folder for what must outlive the program, made where it is missing; empty where there is
+/// none.
+std::string StateFolder() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  std::string folder;
+  if (state != nullptr && state[0] == '/') {
+    folder = state;
+  } else if (home != nullptr && home[0] == '/') {
+    folder = std::string(home) + "/.local/state";
+  }
+  if (folder.empty()) return folder;
+  folder += "/orvane/";
+  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
+       slash = folder.find('/', slash + 1))
+    mkdir(folder.substr(0, slash).c_str(), 0700);
+  return folder;
+}
+
+/// The name of a copy: recognisable, and no longer than names may be.
+std::string CopyName(const std::string& path) {
+  constexpr std::size_t kMost = 200;
+  std::string name = path.substr(path.rfind('/') + 1);
+  if (name.size() > kMost) name.erase(0, name.size() - kMost);
+  // Not from within a character.
+  while (!name.empty() && (name.front() & 0xC0) == 0x80) name.erase(0, 1);
+  return RandomDigits() + "-" + name;
+}
+
+/// Returns an error number.
+int Overwrite(int file, std::string_view bytes) {
+  const int error = WriteAll(file, bytes);
+  if (error != 0) return error;
+  if (ftruncate(file, static_cast<off_t>(bytes.size())) != 0) return errno;
+  return Flush(file);
+}
+
+/// Writes into the file itself, which a failure or the end of the machine leaves damaged: a copy in
+/// a safe place goes first.
+FileOutcome ReplaceInPlace(const std::string& path, std::string_view bytes) {
+  Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK));
+  if (!file.IsOpen()) return Failure(errno);
+  const std::string folder = StateFolder();
+  Temporary copy(folder + CopyName(path), 0600);
+  int error = folder.empty() ? ENOENT : copy.OpenError();
+  if (error == 0) error = copy.Fill(bytes);
+  if (error != 0) {
+    return {
+        "It can only be written in place, and the copy that is kept meanwhile could not be made. " +
+        Failure(error).problem};
+  }
+  FlushFolder(folder);
+  error = Overwrite(file.Number(), bytes);
+  if (error == 0 && !file.Close()) error = errno;
+  if (error == 0) return {};
+  copy.Keep();
+  return {Failure(error).problem, copy.Name()};
 }
 
 int ReadAll(int file, std::size_t expected, std::string& bytes) {
@@ -206,6 +313,17 @@ int ReadAll(int file, std::size_t expected, std::string& bytes) {
   return 0;
 }
 
+FileOutcome ReplaceOrCreate(const std::string& path, std::string_view bytes) {
+  struct stat old {};
+  if (stat(path.c_str(), &old) != 0)
+    return errno == ENOENT ? Outcome(ReplaceByTemporary(path, nullptr, bytes)) : Failure(errno);
+  if (S_ISDIR(old.st_mode)) return Failure(EISDIR);
+  if (!S_ISREG(old.st_mode)) return {file_problem::kNotRegular};
+  if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Failure(errno);
+  const int refusal = ReplaceByTemporary(path, &old, bytes);
+  return IsRefusal(refusal) ? ReplaceInPlace(path, bytes) : Outcome(refusal);
+}
+
 class PosixFileStore : public FileStore {
  public:
   FileOutcome Read(const std::string& name, std::string& bytes) override {
@@ -220,8 +338,7 @@ class PosixFileStore : public FileStore {
     const auto size = static_cast<std::size_t>(info.st_size);
     if (size > SystemMemory().Available() / 2) return Failure(ENOMEM);
     try {
-      const int error = ReadAll(file.Number(), size, bytes);
-      return error == 0 ? FileOutcome() : Failure(error);
+      return Outcome(ReadAll(file.Number(), size, bytes));
     } catch (const std::bad_alloc&) {
       return Failure(ENOMEM);
     }
@@ -232,13 +349,9 @@ class PosixFileStore : public FileStore {
     std::string path = name;
     const int error = FollowLinks(path);
     if (error != 0) return Failure(error);
-    struct stat old {};
-    if (stat(path.c_str(), &old) != 0)
-      return errno == ENOENT ? ReplaceRegularFile(path, nullptr, bytes) : Failure(errno);
-    if (S_ISDIR(old.st_mode)) return Failure(EISDIR);
-    if (!S_ISREG(old.st_mode)) return {file_problem::kNotRegular};
-    if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Failure(errno);
-    return ReplaceRegularFile(path, &old, bytes);
+    FileOutcome outcome = ReplaceOrCreate(path, bytes);
+    if (outcome.Ok()) SweepFolder(FolderOf(path));
+    return outcome;
   }
 };
 

@@ -25,6 +25,9 @@ class Printer {
 /// failed, in words for the user that do not repeat the file's name.
 struct FileOutcome {
   std::string problem;
+  /// Where writing broke off in the midst of a file: the name of a file that holds what was to be
+  /// written.
+  std::string copy = {};
   bool Ok() const { return problem.empty(); }
 };
 
@@ -37,7 +40,8 @@ class FileStore {
   virtual ~FileStore() = default;
   /// Reads all bytes of a regular file into `bytes`.
   virtual FileOutcome Read(const std::string& name, std::string& bytes) = 0;
-  /// Replaces (or creates) a file with exactly these bytes, or fails and leaves what was there.
+  /// Replaces (or creates) a file with exactly these bytes, or fails and leaves what was there, or
+  /// fails and names a copy.
   virtual FileOutcome Replace(const std::string& name, std::string_view bytes) = 0;
 };
 

@@ -67,6 +67,17 @@ TEST_F(FileCommands, AFileThatCannotBeWrittenIsToldAndKept) {
   EXPECT_EQ(files.files.at("a.txt"), "old");
 }
 
+TEST_F(FileCommands, AFileThatWasDamagedInWritingIsToldWithItsCopy) {
+  EnterA(Rows({{1, 2}}));
+  files.room = 5;
+  files.copy = "/state/a.txt";
+  Answer("a.txt");
+  SaveSlot(context, kSlotA);
+  EXPECT_EQ(screen.LastMessage(),
+            "The file \"a.txt\" could not be written whole. What was to be written is in "
+            "\"/state/a.txt\".\n\nThere is no space left.");
+}
+
 TEST_F(FileCommands, RetrieveOperandReadsAndShowsIt) {
   Put("m.txt", test::DataFile("matrix.txt"));
   workspace.currentFileName = "last.txt";

@@ -3,9 +3,11 @@
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -15,8 +17,32 @@
 #include <iterator>
 #include <random>
 #include <thread>
+#include <vector>
 
 #include "desktop/file_store_system.h"
+
+namespace {
+
+/// Calls of the system that are refused for a while.
+struct Refusals {
+  bool fchmod = false;
+  bool ftruncate = false;
+} refuses;
+
+}  // namespace
+
+// These take the place of the system's own in this program.
+extern "C" int fchmod(int file, mode_t mode) noexcept {
+  if (!refuses.fchmod) return static_cast<int>(syscall(SYS_fchmod, file, mode));
+  errno = EPERM;
+  return -1;
+}
+
+extern "C" int ftruncate(int file, off_t length) noexcept {
+  if (!refuses.ftruncate) return static_cast<int>(syscall(SYS_ftruncate, file, length));
+  errno = EIO;
+  return -1;
+}
 
 namespace qmx {
 namespace {
@@ -59,8 +85,13 @@ class FileStoreTest : public ::testing::Test {
     ASSERT_NE(mkdtemp(pattern.data()), nullptr);
     folder = pattern + "/";
     ASSERT_EQ(chmod(folder.c_str(), 0777), 0);
+    setenv("XDG_STATE_HOME", Path("state").c_str(), 1);
+    refuses = {};
   }
-  void TearDown() override { fs::remove_all(folder); }
+  void TearDown() override {
+    refuses = {};
+    fs::remove_all(folder);
+  }
 
   std::string Path(const std::string& name) const { return folder + name; }
   void Put(const std::string& name, const std::string& bytes) {
@@ -234,19 +265,81 @@ TEST_F(FileStoreTest, RefusesAFileThatMayNotBeRead) {
   EXPECT_EQ(AsNobody([&] { return Read("file") == kNoPermission ? 0 : 1; }), 0);
 }
 
-TEST_F(FileStoreTest, RefusesAFolderThatMayNotBeWritten) {
+TEST_F(FileStoreTest, WritesInPlaceWhereTheFolderTakesNoNewFile) {
   fs::create_directory(Path("folder"));
-  Put("folder/file", "old");
+  Put("folder/file", "a longer old text");
   ASSERT_EQ(chmod(Path("folder/file").c_str(), 0666), 0);
+  fs::create_hard_link(Path("folder/file"), Path("other name"));
   ASSERT_EQ(chmod(Path("folder").c_str(), 0555), 0);
   const int result = AsNobody([&] {
-    return Replace("folder/file", "new") == kNoPermission &&
-                   Replace("folder/other", "new") == kNoPermission
-               ? 0
-               : 1;
+    if (!Replace("folder/file", "new").empty()) return 1;
+    return Replace("folder/other", "new") == kNoPermission ? 0 : 2;
   });
   EXPECT_EQ(result, 0);
-  EXPECT_EQ(ContentOf(Path("folder/file")), "old");
+  EXPECT_EQ(ContentOf(Path("folder/file")), "new");
+  EXPECT_EQ(ContentOf(Path("other name")), "new") << "the same file";
+  EXPECT_TRUE(fs::is_empty(Path("state/orvane"))) << "the copy is gone";
+  EXPECT_EQ(ModeOf("state/orvane"), 0700U);
+}
+
+TEST_F(FileStoreTest, WritesInPlaceInAStickyFolder) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give files away";
+  fs::create_directory(Path("folder"));
+  ASSERT_EQ(chmod(Path("folder").c_str(), 01777), 0);
+  Put("folder/file", "old");
+  ASSERT_EQ(chown(Path("folder/file").c_str(), 1234, 4321), 0);
+  ASSERT_EQ(chmod(Path("folder/file").c_str(), 0666), 0);
+  EXPECT_EQ(AsNobody([&] { return Replace("folder/file", "new").empty() ? 0 : 1; }), 0);
+  EXPECT_EQ(ContentOf(Path("folder/file")), "new");
+  EXPECT_EQ(ModeOf("folder/file"), 0666U);
+  EXPECT_EQ(std::distance(fs::directory_iterator(Path("folder")), fs::directory_iterator()), 1);
+}
+
+TEST_F(FileStoreTest, WritesInPlaceWhereRightsCannotBeSet) {
+  Put("file", "old");
+  refuses.fchmod = true;
+  EXPECT_EQ(Replace("file", "new"), "");
+  EXPECT_EQ(ContentOf(Path("file")), "new");
+  EXPECT_EQ(Replace("made", "x"), "") << "a new file needs no rights set";
+  EXPECT_TRUE(fs::is_empty(Path("state/orvane")));
+}
+
+TEST_F(FileStoreTest, NamesTheCopyWhereWritingInPlaceFails) {
+  const std::string name = std::string(52, 'n') + "\xC3\xBC" + std::string(197, 'm') + ".q";
+  Put(name, "old");
+  refuses.fchmod = refuses.ftruncate = true;
+  const FileOutcome outcome = store->Replace(Path(name), "new");
+  EXPECT_EQ(outcome.problem, "The disk reports an error.");
+  EXPECT_EQ(outcome.copy.rfind(Path("state/orvane/"), 0), 0U) << outcome.copy;
+  EXPECT_TRUE(outcome.copy.ends_with("-" + std::string(197, 'm') + ".q")) << outcome.copy;
+  EXPECT_EQ(ContentOf(outcome.copy), "new");
+}
+
+TEST_F(FileStoreTest, WritesNothingInPlaceWithoutACopy) {
+  Put("file", "old");
+  Put("state", "a file where the folder should be");
+  refuses.fchmod = true;
+  const FileOutcome outcome = store->Replace(Path("file"), "new");
+  EXPECT_NE(outcome.problem.find("copy"), std::string::npos) << outcome.problem;
+  EXPECT_EQ(outcome.copy, "");
+  EXPECT_EQ(ContentOf(Path("file")), "old");
+}
+
+TEST_F(FileStoreTest, RemovesTemporariesThatAKilledProgramLeftLongAgo) {
+  const std::string old = ".qmx-0123456789abcdef.tmp";
+  const std::vector<std::string> others{".qmx-fedcba9876543210.tmp", ".qmx-mine.tmp",
+                                        ".qmx-0123456789abcdeg.tmp", "0123456789abcdef.tmp"};
+  Put(old, "x");
+  for (const std::string& name : others) Put(name, "x");
+  const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(25);
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    if (entry.path().filename() != others[0]) fs::last_write_time(entry, longAgo);
+  }
+  Replace("missing/file", "x");
+  EXPECT_TRUE(fs::exists(Path(old))) << "nothing was saved";
+  EXPECT_EQ(Replace("file", "x"), "");
+  EXPECT_FALSE(fs::exists(Path(old)));
+  for (const std::string& name : others) EXPECT_TRUE(fs::exists(Path(name))) << name;
 }
 
 TEST_F(FileStoreTest, KeepsTheOldFileWhereverWritingStops) {

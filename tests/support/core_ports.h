@@ -38,11 +38,12 @@ class FixedMemory : public Memory {
 };
 
 /// Files in memory. Writing fails once more bytes than `room` are asked for, and then leaves the
-/// old file.
+/// old file or tells of a copy.
 class MemoryFiles : public FileStore {
  public:
   std::map<std::string, std::string> files;
   std::size_t room = std::numeric_limits<std::size_t>::max();
+  std::string copy;
 
   FileOutcome Read(const std::string& name, std::string& bytes) override {
     const auto found = files.find(name);
@@ -51,7 +52,7 @@ class MemoryFiles : public FileStore {
     return {};
   }
   FileOutcome Replace(const std::string& name, std::string_view bytes) override {
-    if (bytes.size() > room) return {"There is no space left."};
+    if (bytes.size() > room) return {"There is no space left.", copy};
     files[name] = std::string(bytes);
     return {};
   }
