@@ -78,6 +78,8 @@ open_and_save() {
   [ -n "$program" ] || fail "$1 did not start the program: $(cat "$work/opener.log")"
   tr '\0' '|' <"/proc/$program/cmdline" | grep -qF "|$project|" || fail "$1 did not pass the path alone"
   window=$(timeout 20 xdotool search --sync --onlyvisible --pid "$program" --name Orvane | head -n 1)
+  xprop -id "$window" WM_CLASS | grep -qF ", \"$(sed -n 's/^StartupWMClass=//p' packaging/orvane.desktop)\"" ||
+    fail "the window is not that of the desktop entry"
   xdotool windowfocus --sync "$window" key --window "$window" ctrl+s
   for _ in $(seq 50); do grep -q $'^ 2.5 \r$' "$project" && break; sleep 0.1; done
   printf '2,2\r\n 1 \r\n 2.5 \r\n-3 \r\n 4 \r\n' | cmp - <(tail -n +4 "$project") || fail "the project was not opened"

@@ -2,6 +2,9 @@
 
 #include <new>
 
+#include "grids/qt_text.h"
+#include "workspace/screen.h"
+
 namespace qmx {
 namespace {
 
@@ -14,6 +17,9 @@ int& OneArgument() {
 }  // namespace
 
 Application::Application(char** argv) : QApplication(OneArgument(), argv) {
+  // By this the desktop tells that the windows belong to the program's entry, however it was
+  // started.
+  setApplicationName(ToQString(kProgramTitle));
   // One style on all desktops; its colours come from the desktop's palette, light or dark.
   setStyle("Fusion");
 }

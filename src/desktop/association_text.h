@@ -12,6 +12,9 @@ namespace qmx {
 ///   /opt/a b/qmx.exe -> "/opt/a b/qmx.exe"   /opt/$x/100%/qmx.exe -> "/opt/\\$x/100%%/qmx.exe"
 std::string ExecArgument(std::string_view path);
 
+/// What starts the program at a path from an Exec line.
+std::string ExecCommand(std::string_view program);
+
 /// A desktop entry whose Exec line starts the program at this path with the opened file as its only
 /// argument. `entry` has one Exec line.
 std::string WithProgram(std::string_view entry, std::string_view program);

@@ -64,10 +64,17 @@ std::string ExecArgument(std::string_view path) {
   return argument + "\"";
 }
 
+std::string ExecCommand(std::string_view program) {
+  if (program.find('%') == std::string_view::npos) return ExecArgument(program);
+  // Desktops look for the program before they undo the doubling of its "%": they find the shell,
+  // and the path is one of its arguments.
+  return "sh -c " + ExecArgument(R"(exec "$0" "$@")") + " " + ExecArgument(program);
+}
+
 std::string WithProgram(std::string_view entry, std::string_view program) {
   std::vector<std::string> lines = LinesOf(entry);
   for (std::string& line : lines) {
-    if (IsEntry(line, "Exec")) line = "Exec=" + ExecArgument(program) + " %f";
+    if (IsEntry(line, "Exec")) line = "Exec=" + ExecCommand(program) + " %f";
   }
   return TextOf(lines);
 }

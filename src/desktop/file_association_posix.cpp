@@ -12,6 +12,7 @@
 #include "association_files.h"
 #include "desktop/association_text.h"
 #include "desktop/file_association.h"
+#include "desktop/file_store_system.h"
 
 namespace qmx {
 
@@ -40,25 +41,19 @@ std::optional<std::string> ReadAll(const fs::path& file) {
   return in.bad() ? std::nullopt : std::optional(bytes);
 }
 
-/// Replaces a file whole, by way of a temporary beside it. A link to a file stays a link.
-void WriteAll(fs::path file, const std::string& text) {
-  std::error_code ignored;
-  fs::create_directories(file.parent_path(), ignored);
-  if (fs::is_symlink(file, ignored)) file = fs::weakly_canonical(file, ignored);
-  fs::path temporary = file;
-  temporary += ".new" + std::to_string(getpid());
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    out << text << std::flush;
-    if (!out) {
-      out.close();
-      fs::remove(temporary, ignored);
-      return;
-    }
-  }
+/// True if files can be made in a folder, which need not exist.
+bool IsUsable(fs::path folder) {
+  std::error_code unknown;
+  while (fs::symlink_status(folder, unknown).type() == fs::file_type::not_found)
+    folder = folder.parent_path();
+  return fs::is_directory(folder, unknown) && access(folder.c_str(), W_OK | X_OK) == 0;
+}
+
+/// Replaces a file whole, in a folder that is made where it is missing.
+bool WriteAll(const fs::path& file, const std::string& text) {
   std::error_code failed;
-  fs::rename(temporary, file, failed);
-  if (failed) fs::remove(temporary, ignored);
+  fs::create_directories(file.parent_path(), failed);
+  return MakeSystemFileStore()->Replace(file.string(), text).Ok();
 }
 
 /// Runs one of the desktop's tools on a folder and waits for it; nothing where there is no such
@@ -115,9 +110,14 @@ void AssociateProjectFiles(const std::string& programFolder) {
   const fs::path data = BaseFolder("XDG_DATA_HOME", ".local/share");
   const fs::path configuration = BaseFolder("XDG_CONFIG_HOME", ".config");
   if (data.empty() || configuration.empty()) return;
+  // Half an association would be worse than none.
+  for (const char* folder : {"mime", "mime/packages", "applications"}) {
+    if (!IsUsable(data / folder)) return;
+  }
   const fs::path program = fs::path(programFolder) / "qmx.exe";
-  WriteAll(data / "mime" / "packages" / "orvane.xml", std::string(kMimeTypeXml));
-  WriteAll(data / "applications" / kEntryName, WithProgram(kDesktopEntry, program.string()));
+  if (!WriteAll(data / "mime" / "packages" / "orvane.xml", std::string(kMimeTypeXml)) ||
+      !WriteAll(data / "applications" / kEntryName, WithProgram(kDesktopEntry, program.string())))
+    return;
   InstallIcons(programFolder, data);
   RunTool("update-mime-database", data / "mime");
   RunTool("update-desktop-database", data / "applications");

@@ -29,6 +29,13 @@ TEST_F(ProgramTest, RefusalsAreCriticalBoxesWithTheProgramsTitle) {
   EXPECT_EQ(box.buttons, QMessageBox::Ok);
 }
 
+TEST_F(ProgramTest, ItsWindowsAreThoseOfTheDesktopEntry) {
+  QFile entry(QMX_SOURCE_DIR "/packaging/orvane.desktop");
+  ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
+  const QString line = "\nStartupWMClass=" + QCoreApplication::applicationName() + "\n";
+  EXPECT_TRUE(QString::fromUtf8(entry.readAll()).contains(line)) << line.toStdString();
+}
+
 TEST_F(ProgramTest, OneRefusalIsPlain) {
   Enter(kSlotA, 2, 4, {});
   const SeenBox box = ClickAndAnswer(cmdTask(9), QMessageBox::Ok);

@@ -87,8 +87,9 @@ TEST_F(FileAssociation, OpenedProjectStartsTheProgramWithItsPathAlone) {
 }
 
 TEST_F(FileAssociation, ProgramMayStandInAnyFolder) {
-  for (const char* folder : {"with blank", "dollar$HOME", "quote\"d", "tick`s", "back\\slash",
-                             "apostrophe's", "semi;colon & more", "\xC3\xBCml\xC3\xA4ut"}) {
+  for (const char* folder :
+       {"with blank", "dollar$HOME", "quote\"d", "tick`s", "back\\slash", "apostrophe's",
+        "semi;colon & more", "100% sure", "%f%%u", "\xC3\xBCml\xC3\xA4ut"}) {
     AssociateProjectFiles(InstallProgram(home_ / folder));
     const fs::path project = MakeProject("p.qmx");
     EXPECT_EQ(OpenWith("gio open", project), "1|" + project.string() + "|") << folder;
@@ -148,6 +149,29 @@ TEST_F(FileAssociation, NothingWritableIsSilentlyNothing) {
   const auto before = Snapshot(home_);
   AssociateProjectFiles(folder);
   EXPECT_EQ(Snapshot(home_), before);
+}
+
+TEST_F(FileAssociation, WithoutAUsableDataFolderNothingIsWrittenAtAll) {
+  const fs::path folder = InstallProgram(home_ / "program");
+  for (const char* file : {"data", "data/mime", "data/mime/packages", "data/applications"}) {
+    fs::create_directories((home_ / file).parent_path());
+    std::ofstream(home_ / file) << "a file where a folder should be";
+    const auto before = Snapshot(home_);
+    AssociateProjectFiles(folder);
+    EXPECT_EQ(Snapshot(home_), before) << file;
+    EXPECT_FALSE(fs::exists(home_ / "config")) << file;
+    fs::remove_all(home_ / "data");
+  }
+}
+
+TEST_F(FileAssociation, TemporariesOfAKilledProgramAreSweptUp) {
+  const fs::path entries = home_ / "data" / "applications";
+  fs::create_directories(entries);
+  const fs::path left = entries / ".qmx-0123456789abcdef.tmp";
+  std::ofstream(left) << "x";
+  fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::hours(25));
+  AssociateProjectFiles(InstallProgram(home_ / "program"));
+  EXPECT_FALSE(fs::exists(left));
 }
 
 TEST_F(FileAssociation, WithoutVariablesTheHomeFolderServes) {

@@ -15,6 +15,11 @@ TEST(ExecArgument, QuotesThePathAndEscapesWhatQuotesLeaveSpecial) {
   EXPECT_EQ(ExecArgument("/a\nb\tc\rd"), R"("/a\nb\tc\rd")");
 }
 
+TEST(ExecCommand, StartsAPathWithAPercentSignByTheShell) {
+  EXPECT_EQ(ExecCommand("/opt/a b/qmx.exe"), R"("/opt/a b/qmx.exe")");
+  EXPECT_EQ(ExecCommand("/100%/x"), R"(sh -c "exec \\"\\$0\\" \\"\\$@\\"" "/100%%/x")");
+}
+
 TEST(WithProgram, ReplacesTheExecLineAlone) {
   EXPECT_EQ(WithProgram("[Desktop Entry]\nName=Exec\nTryExec=x\nExec=qmx %f\nIcon=i\n", "/o/p"),
             "[Desktop Entry]\nName=Exec\nTryExec=x\nExec=\"/o/p\" %f\nIcon=i\n");
