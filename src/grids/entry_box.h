@@ -24,12 +24,15 @@ class EntryBox : public QLineEdit {
   /// The keys, and the entries of its menu, that copy and paste.
   void CopyRequested();
   void PasteRequested();
+  /// The keyboard went on to the next or previous control.
+  void LeftByTab();
   /// Its menu is about to open: others may add what they have to offer.
   void MenuOpening(QMenu* menu);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:

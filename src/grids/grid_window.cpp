@@ -38,6 +38,7 @@ GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
 void GridWindow::AddEntryBox() {
   box_ = new EntryBox(this);
   connect(box_, &EntryBox::SelectionKeyPressed, grid_, &MatrixGrid::SelectByKey);
+  connect(box_, &EntryBox::LeftByTab, this, &GridWindow::HideEntryBox);
   connect(box_, &EntryBox::CopyRequested, this, &GridWindow::CopyFromBox);
   connect(box_, &EntryBox::PasteRequested, this, [this] { PasteIntoBox(); });
   connect(box_, &EntryBox::MenuOpening, this, &GridWindow::ExtendBoxMenu);

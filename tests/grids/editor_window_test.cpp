@@ -260,5 +260,29 @@ TEST_F(Editor, PastedTextIsHeldToTheSameCharacters) {
   EXPECT_EQ(Box(kSlotA).text(), "12.5");
 }
 
+TEST_F(Editor, TabHidesTheEntryBoxAndGoesOn) {
+  Enter(kSlotA, 2, 2, {"1", "2", "3", "4"});
+  ClickCell(kSlotA, 2, 1);
+  ASSERT_TRUE(Box(kSlotA).isVisible());
+  Key(Qt::Key_Tab);
+  EXPECT_FALSE(Box(kSlotA).isVisible());
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "cmdToggleWidth");
+  Key(Qt::Key_Backtab);
+  EXPECT_TRUE(Grid(kSlotA).hasFocus());
+  Key(Qt::Key_F2);
+  ASSERT_TRUE(Box(kSlotA).isVisible());
+  EXPECT_TRUE(IsAt(2, 1));
+  Key(Qt::Key_Backtab);
+  EXPECT_FALSE(Box(kSlotA).isVisible());
+  EXPECT_TRUE(Grid(kSlotA).hasFocus());
+}
+
+TEST_F(Editor, ThePressedToggleLeavesTheEntryBoxOpen) {
+  Enter(kSlotA, 1, 1, {"1"});
+  ClickCell(kSlotA, 1, 1);
+  ClickToggle(kSlotA);
+  EXPECT_TRUE(Box(kSlotA).isVisible());
+}
+
 }  // namespace
 }  // namespace qmx::test
