@@ -6,6 +6,7 @@
 #include <QMimeData>
 #include <QRadioButton>
 
+#include "grids/one_line.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -43,6 +44,7 @@ Field::Field(const FieldInfo& info, QWidget* parent) : QLineEdit(parent) {
   setText(ToQString(info.start));
   setToolTip(ToQString(info.toolTip));
   setAccessibleName(ToQString(info.meaning));
+  TakeOneLine(*this, nullptr, tr("A field holds one line; several were not taken."));
 }
 
 QSize Field::sizeHint() const {

@@ -4,8 +4,9 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QRegularExpressionValidator>
 #include <tuple>
+
+#include "grids/one_line.h"
 
 namespace qmx {
 namespace {
@@ -45,7 +46,7 @@ EntryBox::EntryBox(QWidget* parent) : QLineEdit(parent) {
   setAlignment(Qt::AlignRight);
   setTextMargins(2, 0, 2, 0);
   // What does not come by a key, such as pasted text, is held to the same characters.
-  setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9+\\-.Ee]*"), this));
+  TakeOneLine(*this, IsAcceptedInCell, tr("A cell holds one number."));
   hide();
 }
 

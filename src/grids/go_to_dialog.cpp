@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "base/number_text.h"
+#include "grids/one_line.h"
 
 namespace qmx {
 
@@ -42,6 +43,7 @@ QLineEdit* GoToDialog::AddField(const char* name, const QString& label, int prop
   field->setObjectName(name);
   field->setAlignment(Qt::AlignRight);
   field->setToolTip(tr("A whole number"));
+  TakeOneLine(*field, nullptr, tr("A field holds one line; several were not taken."));
   static_cast<QFormLayout*>(layout())->addRow(label, field);
   return field;
 }

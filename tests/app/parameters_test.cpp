@@ -1,7 +1,9 @@
 // The fields and options of the main window, worked by mouse and keyboard.
 
+#include <QClipboard>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolTip>
 
 #include "support/desktop_bench.h"
 #include "workspace/field_table.h"
@@ -47,6 +49,27 @@ TEST_F(Parameters, TypingReplacesAFieldThatWasClicked) {
   EXPECT_EQ(field->selectedText(), "100");
   QTest::keyClicks(field, "250");
   EXPECT_EQ(field->text(), "250");
+}
+
+TEST_F(Parameters, SeveralPastedLinesAreRefusedWithAHint) {
+  auto* field = Get<QLineEdit>(txtScalar);
+  const QString before = field->text();
+  const auto paste = [field](const QString& text) {
+    field->setFocus();
+    field->selectAll();
+    QGuiApplication::clipboard()->setText(text);
+    QTest::keyClick(field, Qt::Key_V, Qt::ControlModifier);
+  };
+  for (const char* lines : {"1\n2", "1\r\n2\r\n",
+                            "1\xE2\x80\xA8"
+                            "2"}) {
+    QToolTip::hideText();
+    paste(QString::fromUtf8(lines));
+    EXPECT_EQ(field->text(), before) << lines;
+    EXPECT_EQ(QToolTip::text(), "A field holds one line; several were not taken.") << lines;
+  }
+  paste("2.5\r\n");
+  EXPECT_EQ(field->text(), "2.5") << "one line with its end";
 }
 
 TEST_F(Parameters, TheSecondClickPlacesTheCaret) {

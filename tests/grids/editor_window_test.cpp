@@ -2,6 +2,7 @@
 
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 
 #include "commands/dispatcher.h"
 #include "support/desktop_bench.h"
@@ -258,6 +259,19 @@ TEST_F(Editor, PastedTextIsHeldToTheSameCharacters) {
   EXPECT_EQ(Box(kSlotA).text(), "1");
   Box(kSlotA).insert("2.5");
   EXPECT_EQ(Box(kSlotA).text(), "12.5");
+}
+
+TEST_F(Editor, AnEntryRefusesSeveralLinesWithAHint) {
+  CreateA(1, 1);
+  Keys("1");
+  QToolTip::hideText();
+  Box(kSlotA).insert("2\n3");
+  EXPECT_EQ(Box(kSlotA).text(), "1");
+  EXPECT_EQ(A(1, 1), 1.0);
+  EXPECT_EQ(QToolTip::text(), "A cell holds one number.");
+  Box(kSlotA).insert("5\r\n");
+  EXPECT_EQ(Box(kSlotA).text(), "15") << "one line with its end";
+  EXPECT_EQ(A(1, 1), 15.0);
 }
 
 TEST_F(Editor, TabHidesTheEntryBoxAndGoesOn) {

@@ -1,8 +1,10 @@
 // Going to a cell by its numbers.
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 
 #include "grids/go_to_dialog.h"
 #include "support/desktop_bench.h"
@@ -105,6 +107,15 @@ TEST_F(GoTo, CountsTheRowsOfASingleColumnFromOne) {
   Key(Qt::Key_Return);
   EXPECT_TRUE(IsClosed(kSlotEigenvalues));
   EXPECT_TRUE(IsAt(kSlotEigenvalues, 1, 1));
+}
+
+TEST_F(GoTo, RefusesSeveralLinesWithAHint) {
+  Enter(kSlotA, 2, 2, {});
+  Ask(kSlotA);
+  QToolTip::hideText();
+  static_cast<QLineEdit*>(QApplication::focusWidget())->insert("1\n2");
+  EXPECT_EQ(Field(kSlotA, "txtGoToRow"), "1");
+  EXPECT_EQ(QToolTip::text(), "A field holds one line; several were not taken.");
 }
 
 TEST_F(GoTo, WorksFromTheToggleAndTheMenu) {
