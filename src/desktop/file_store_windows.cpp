@@ -151,6 +151,26 @@ class Temporary {
   bool exists_;
 };
 
+/// Removes temporaries that a killed program left in a folder long ago; another one may be at work
+/// there just now.
+void SweepFolder(const std::string& folder) {
+  constexpr ULONGLONG kDay = 24ULL * 60 * 60 * 10000000;
+  WIN32_FIND_DATAA entry;
+  const HANDLE search = FindFirstFileA((folder + ".qmx-????????????????.tmp").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return;
+  FILETIME now;
+  GetSystemTimeAsFileTime(&now);
+  const auto ticks = [](const FILETIME& time) {
+    return (static_cast<ULONGLONG>(time.dwHighDateTime) << 32U) + time.dwLowDateTime;
+  };
+  do {
+    const bool isFile = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    if (isFile && ticks(now) > ticks(entry.ftLastWriteTime) + kDay)
+      DeleteFileA((folder + entry.cFileName).c_str());
+  } while (FindNextFileA(search, &entry) != 0);
+  FindClose(search);
+}
+
 class WindowsFileStore : public FileStore {
  public:
   FileOutcome Read(const std::string& name, std::string& bytes) override {
@@ -185,6 +205,7 @@ class WindowsFileStore : public FileStore {
     Temporary temporary(FolderOf(path));
     if (!temporary.IsOpen() || !temporary.Fill(bytes) || !temporary.TakeName(path, replaces))
       return Failure(GetLastError());
+    SweepFolder(FolderOf(path));
     return {};
   }
 

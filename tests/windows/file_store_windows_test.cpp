@@ -50,6 +50,26 @@ TEST_F(WindowsFileStoreTest, WritesAndReadsExactlyTheBytes) {
   EXPECT_EQ(Content("a b.qmx"), "");
 }
 
+TEST_F(WindowsFileStoreTest, RemovesTemporariesThatAKilledProgramLeftLongAgo) {
+  const std::string old = folder + ".qmx-0123456789abcdef.tmp";
+  const std::string fresh = folder + ".qmx-fedcba9876543210.tmp";
+  for (const std::string& name : {old, fresh}) {
+    const HANDLE file = CreateFileA(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    FILETIME time;
+    GetSystemTimeAsFileTime(&time);
+    // Two days are somewhat more than 400 turns of the lower half.
+    time.dwHighDateTime -= 403;
+    if (name == old) {
+      EXPECT_NE(SetFileTime(file, nullptr, nullptr, &time), 0);
+    }
+    CloseHandle(file);
+  }
+  EXPECT_EQ(Replace("file.txt", "x"), "");
+  EXPECT_EQ(GetFileAttributesA(old.c_str()), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(DeleteFileA(fresh.c_str()), 0);
+}
+
 TEST_F(WindowsFileStoreTest, SaysWhatCannotBeRead) {
   ASSERT_NE(CreateDirectoryA((folder + "inner").c_str(), nullptr), 0);
   std::string bytes;
