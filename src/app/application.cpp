@@ -3,7 +3,7 @@
 #include <new>
 
 #include "grids/qt_text.h"
-#include "workspace/screen.h"
+#include "workspace/dialogs.h"
 
 namespace qmx {
 namespace {

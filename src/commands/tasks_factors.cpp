@@ -68,20 +68,20 @@ SpecialKind ReadSpecialKind(const Panel& panel) {
   return kind;
 }
 
-/// Puts a matrix back as it was unless told that the new one is to be kept.
+/// Puts the Workspace back as it was unless told that it is to be kept.
 class Restore {
  public:
-  explicit Restore(SlotData& data) : data_(data), before_(data) {}
+  explicit Restore(Workspace& workspace) : workspace_(workspace), before_(workspace) {}
   Restore(const Restore&) = delete;
   Restore& operator=(const Restore&) = delete;
   ~Restore() {
-    if (!kept_) data_ = std::move(before_);
+    if (!kept_) workspace_ = std::move(before_);
   }
   void Keep() { kept_ = true; }
 
  private:
-  SlotData& data_;
-  SlotData before_;
+  Workspace& workspace_;
+  Workspace before_;
   bool kept_ = false;
 };
 
@@ -166,7 +166,7 @@ void RunSpecialMatrix(Context& context) {
   if (!size) return;
   SlotData& created = context.workspace.At(kSlotCreated);
   // A fault on the way leads to a project that is saved: it is to hold the matrix of before.
-  Restore before(created);
+  Restore before(context.workspace);
   created.rows = size->rows;
   created.cols = size->cols;
   created.array = Matrix(size->rows, size->cols);

@@ -1,4 +1,5 @@
 #include "files/project_file.h"
+#include "commands/parameters.h"
 #include "support/core_bench.h"
 
 namespace qmx {
@@ -71,15 +72,15 @@ TEST_F(SpecialMatrixTest, AFaultLeavesTheMatrixOfBefore) {
   screen.Type(txtRandLow, "-1.7e308");
   screen.Type(txtRandHigh, "1.7e308");
   EXPECT_EQ(FaultOf(18), 6);
-  EXPECT_FALSE(workspace.At(kSlotCreated).present) << "a project would hold a matrix of zeros";
+  EXPECT_FALSE(workspace.CreatedPresent) << "a project would hold a matrix of zeros";
   screen.Select(OptCreate(1));
   Press(18);
-  const std::string before = ProjectFile(workspace, screen);
+  const std::string before = ProjectFile(workspace, ReadEigenTexts(screen));
   screen.Select(OptCreate(3));
   screen.Type(txtColsCreated, "3");
   EXPECT_EQ(FaultOf(18), 6);
   EXPECT_EQ(Array(kSlotCreated), Rows({{1, 1}, {1, 1}}));
-  EXPECT_EQ(ProjectFile(workspace, screen), before);
+  EXPECT_EQ(ProjectFile(workspace, ReadEigenTexts(screen)), before);
 }
 
 }  // namespace

@@ -66,11 +66,11 @@ TEST_F(Viewer, EveryCommandThatShowsAWindowShowsItOpen) {
   Click(cmdCreateSystem);
   Slot(kSlotSystem).array(1, 1) = 1;
   Slot(kSlotSystem).array(2, 2) = 1;
-  const auto opens = [&](const Control& button, const std::vector<int>& slots) {
-    for (const int slot : slots) Window(slot).showMinimized();
+  const auto opens = [&](const Control& button, const std::vector<qmx::Slot>& slots) {
+    for (const qmx::Slot slot : slots) Window(slot).showMinimized();
     Click(button);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Main())) << button.ObjectName();
-    for (const int slot : slots) {
+    for (const qmx::Slot slot : slots) {
       EXPECT_FALSE(Window(slot).isMinimized()) << button.ObjectName() << slot;
       EXPECT_TRUE(Window(slot).isVisible()) << button.ObjectName() << slot;
     }
