@@ -98,6 +98,9 @@ void frmQMX::BuildMenus() {
                     {"mnuPrint", "&Print", QKeySequence(Qt::CTRL | Qt::Key_P)},
                     {},
                     {"mnuExit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q)}});
+  auto* recent = new QMenu(tr("&Recent projects"), file);
+  recent->setObjectName("mnuRecent");
+  file->insertMenu(Action("mnuSave"), recent);
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
   edit->setObjectName("mnuEdit");
   AddEntries(edit, {{"mnuUndo", "&Undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},
@@ -167,8 +170,20 @@ void frmQMX::SetStatus(const QString& text) {
     working_->setText(text);
     return;
   }
-  status_->setText(text);
-  status_->setToolTip(text);
+  message_ = text;
+  ShowStatus();
+}
+
+void frmQMX::SetDocument(const QString& text, const QString& toolTip) {
+  document_ = text;
+  documentTip_ = toolTip;
+  ShowStatus();
+}
+
+void frmQMX::ShowStatus() {
+  const bool telling = !message_.isEmpty();
+  status_->setText(telling ? message_ : document_);
+  status_->setToolTip(telling ? message_ : documentTip_);
 }
 
 QRect frmQMX::TaskArea() const {
@@ -194,7 +209,6 @@ void frmQMX::EndProgress() {
                         static_cast<QWidget*>(stop_)}) {
     part->hide();
   }
-  status_->clear();
   status_->show();
 }
 

@@ -27,8 +27,10 @@ class frmQMX : public QMainWindow {
   /// The controls whose texts and states commands change.
   const QList<QObject*>& CommandControls() const { return commandControls_; }
 
-  /// Tells something in the status bar until something else is told.
+  /// Tells something in the status bar, in place of the project's file, until it is emptied.
   void SetStatus(const QString& text);
+  /// What the status bar tells of the project's file.
+  void SetDocument(const QString& text, const QString& toolTip);
   /// The part of the screen that windows of matrices should leave free.
   QRect TaskArea() const;
 
@@ -52,6 +54,7 @@ class frmQMX : public QMainWindow {
   void BuildPanels();
   void BuildMenus();
   void BuildStatusBar();
+  void ShowStatus();
   void IndexControls();
   void ResizeToPanels();
 
@@ -60,6 +63,9 @@ class frmQMX : public QMainWindow {
   QWidget* panels_ = nullptr;
   QWidget* taskPanel_ = nullptr;
   QLabel* status_ = nullptr;
+  QString message_;
+  QString document_;
+  QString documentTip_;
   QLabel* working_ = nullptr;
   QProgressBar* progress_ = nullptr;
   QPushButton* stop_ = nullptr;

@@ -6,6 +6,7 @@
 
 #include "app/panel_kit.h"
 #include "app/panels.h"
+#include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
@@ -25,17 +26,17 @@ void AddTasks(QBoxLayout* row, std::initializer_list<Task> tasks, QWidget* paren
 /// A task that finds one number or one word, and the label where it is shown.
 struct ScalarTask {
   Task task;
-  Control label;
   Control equals;
   const char* sign;
   const char* meaning;
+  Result result;
 };
 
 constexpr std::array<ScalarTask, 4> kScalarTasks{{
-    {kTaskDeterminant, lblDeterminantOfA, {"lblDeterminantOfAequals"}, "=", "Determinant of A"},
-    {kTaskTrace, lblTraceOfA, {"lblTraceOfAequals"}, "=", "Trace of A"},
-    {kTaskDefiniteness, lblDefiniteness, {"lblDefinitenessIs"}, ":", "Definiteness of A"},
-    {kTaskSymmetry, lblSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric"},
+    {kTaskDeterminant, {"lblDeterminantOfAequals"}, "=", "Determinant of A", kResultDeterminant},
+    {kTaskTrace, {"lblTraceOfAequals"}, "=", "Trace of A", kResultTrace},
+    {kTaskDefiniteness, {"lblDefinitenessIs"}, ":", "Definiteness of A", kResultDefiniteness},
+    {kTaskSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric", kResultSymmetry},
 }};
 
 void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
@@ -45,11 +46,12 @@ void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
   rows->addLayout(table);
   int row = 0;
   for (const ScalarTask& entry : kScalarTasks) {
-    QLabel* value = MakeResultLabel(entry.label, entry.meaning, parent);
+    QLabel* value = MakeResultLabel(InfoOf(entry.result).label, entry.meaning, parent);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     table->addWidget(MakeTaskButton(entry.task, parent), row, 0);
     table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row, 1);
     table->addWidget(value, row, 2);
+    table->addWidget(MakeStaleMark(InfoOf(entry.result).stale, parent), row, 3);
     ++row;
   }
 }

@@ -1,6 +1,8 @@
 #include "app/program.h"
 
 #include <QApplication>
+#include <QFile>
+#include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
 #include <cstdlib>
@@ -19,7 +21,10 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
       context_(workspace_, screen_, ports),
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
       guard_(settings),
-      desktop_(window_, screen_) {
+      desktop_(window_, screen_),
+      recent_(window_.findChild<QMenu*>("mnuRecent"), [this](const QString& name) {
+        OpenByName(commands_, QFile::encodeName(name).toStdString());
+      }) {
   WireMainWindow(window_, screen_, commands_);
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }
@@ -27,13 +32,20 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
 bool Program::Start(const std::string& commandLine) {
   if (!guard_.Check(screen_)) return false;
   SetStartState(context_);
+  commands_.SetListener([this] { AfterCommand(); });
+  AfterCommand();
   // In the corner, so that the windows of the matrices find room beside it.
   window_.move(window_.screen()->availableGeometry().topLeft());
   window_.show();
-  if (!commandLine.empty()) {
-    commands_.Step("Open", [&](Context& context) { OpenNamedProject(context, commandLine); });
-  }
+  if (!commandLine.empty()) OpenByName(commands_, commandLine);
   return true;
+}
+
+void Program::AfterCommand() {
+  ShowWhatStandsWhere(window_, commands_, workspace_);
+  MarkStaleResults(window_, screen_, workspace_);
+  if (commands_.WasSaved())
+    recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }
 
 void Program::End() {

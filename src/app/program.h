@@ -5,6 +5,7 @@
 #include "app/desktop_menu.h"
 #include "app/desktop_screen.h"
 #include "app/frm_qmx.h"
+#include "app/recent_projects.h"
 #include "base/fault.h"
 #include "commands/command_runner.h"
 #include "desktop/decimal_guard.h"
@@ -32,6 +33,7 @@ class Program {
   CommandRunner& Runner() { return commands_; }
 
  private:
+  void AfterCommand();
   void End();
   void OfferToSave(Fault fault);
 
@@ -42,6 +44,7 @@ class Program {
   CommandRunner commands_;
   DecimalGuard guard_;
   DesktopMenu desktop_;
+  RecentProjects recent_;
 };
 
 }  // namespace qmx

@@ -30,6 +30,7 @@ ResultFrame::ResultFrame(Slot slot, QLabel* title, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(3);
+  row->addWidget(MakeStaleMark({"lblStale", slot}, this));
   QLabel* rows = MakeCount(info.rows, tr("Rows"), Qt::AlignRight, this);
   times_ = new QLabel(QString(QChar(0x00d7)), this);
   QSizePolicy keepsWidth = times_->sizePolicy();

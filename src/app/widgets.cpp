@@ -131,6 +131,22 @@ QLabel* MakeResultLabel(const Control& control, const QString& meaning, QWidget*
   return label;
 }
 
+QLabel* MakeStaleMark(const Control& control, QWidget* parent) {
+  QLabel* mark = MakeLabel(control, QString(QChar(0x21bb)), parent);
+  QSizePolicy keepsRoom = mark->sizePolicy();
+  keepsRoom.setRetainSizeWhenHidden(true);
+  mark->setSizePolicy(keepsRoom);
+  mark->hide();
+  return mark;
+}
+
+void ShowStale(QLabel* mark, const QString& why) {
+  mark->setToolTip(why);
+  mark->setAccessibleName(why);
+  mark->setAccessibleDescription(why);
+  mark->setVisible(!why.isEmpty());
+}
+
 void SetLabelText(QLabel* label, const QString& text) {
   label->setText(text);
   const QString meaning = label->property(kMeaning).toString();

@@ -55,6 +55,10 @@ QLabel* MakeLabel(const Control& control, const QString& text, QWidget* parent);
 
 /// A label whose text is a result. It is announced by what the result means and the result itself.
 QLabel* MakeResultLabel(const Control& control, const QString& meaning, QWidget* parent);
+/// A mark that stays hidden, and keeps its room, until ShowStale has something to tell.
+QLabel* MakeStaleMark(const Control& control, QWidget* parent);
+/// Shows the mark with the reason, or hides it where there is none.
+void ShowStale(QLabel* mark, const QString& why);
 /// Sets the text of a label and, if it is one for a result, how it is announced.
 void SetLabelText(QLabel* label, const QString& text);
 

@@ -7,7 +7,9 @@
 #include <QMenu>
 #include <functional>
 
+#include "app/widgets.h"
 #include "commands/dispatcher.h"
+#include "commands/document_status.h"
 #include "commands/file_commands.h"
 #include "commands/grid_commands.h"
 #include "commands/lifecycle.h"
@@ -15,6 +17,7 @@
 #include "commands/print_commands.h"
 #include "commands/task_table.h"
 #include "grids/qt_text.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -122,10 +125,18 @@ void WireParameters(Wires& wires) {
   wires.Change(txtEquations, TxtEquationsChange);
 }
 
+/// A command that reads or writes the project's file: what it leaves is what that file holds.
+template <typename FileCommand>
+auto Filing(CommandRunner& commands, FileCommand command) {
+  return [&commands, command](Context& context) {
+    if (command(context)) commands.MarkSaved();
+  };
+}
+
 void WireMenus(Wires& wires, CommandRunner& commands) {
-  wires.Choose("mnuOpen", [&commands] { commands.Step("Open", OpenProject); });
-  wires.Choose("mnuSave", SaveProject);
-  wires.Choose("mnuSaveAs", SaveProjectAs);
+  wires.Choose("mnuOpen", [&commands] { commands.Step("Open", Filing(commands, OpenProject)); });
+  wires.Choose("mnuSave", [&commands] { commands.Do(Filing(commands, SaveProject)); });
+  wires.Choose("mnuSaveAs", [&commands] { commands.Do(Filing(commands, SaveProjectAs)); });
   wires.Choose("mnuPrint", PrintReport);
   wires.Choose("mnuUndo", [&commands] { commands.Undo(); });
   wires.Choose("mnuRedo", [&commands] { commands.Redo(); });
@@ -178,6 +189,12 @@ void NameSteps(frmQMX& window, const CommandRunner& commands) {
 
 }  // namespace
 
+void OpenByName(CommandRunner& commands, const std::string& name) {
+  commands.Step("Open", Filing(commands, [&name](Context& context) {
+                  return OpenNamedProject(context, name);
+                }));
+}
+
 void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& commands) {
   Wires wires(window, commands);
   for (const TaskInfo& task : Tasks())
@@ -189,14 +206,36 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& comman
   WireParameters(wires);
   WireMenus(wires, commands);
   WireWindowMenu(window, screen, commands);
-  NameSteps(window, commands);
-  commands.SetListener([&window, &commands] { NameSteps(window, commands); });
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
   QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
-    commands.Step("Open", [&](Context& context) {
-      OpenNamedProject(context, QFile::encodeName(name).toStdString());
-    });
+    OpenByName(commands, QFile::encodeName(name).toStdString());
   });
+}
+
+void ShowWhatStandsWhere(frmQMX& window, const CommandRunner& commands,
+                         const Workspace& workspace) {
+  NameSteps(window, commands);
+  const DocumentStatus status = StatusOf(workspace, commands.IsChanged());
+  const auto text = [](const std::string& bytes) {
+    return QFile::decodeName(QByteArray::fromStdString(bytes));
+  };
+  window.SetDocument(text(status.text), text(status.toolTip));
+}
+
+void MarkStaleResults(frmQMX& window, const DesktopScreen& screen, const Workspace& workspace) {
+  const auto mark = [&window](const Control& control, const QString& why) {
+    auto* label = qobject_cast<QLabel*>(window.Find(control));
+    if (label != nullptr && label->toolTip() != why) ShowStale(label, why);
+  };
+  for (const ResultInfo& info : kResults) {
+    const QString why = ToQString(Staleness(workspace, info.result));
+    if (!info.HasMatrices()) mark(info.stale, why);
+    ForEachSlot(info, [&](Slot slot) {
+      mark({"lblStale", slot}, why);
+      GridWindow* shown = screen.Window(slot);
+      if (shown != nullptr && !HasPermanentFrame(slot)) shown->ShowStale(why);
+    });
+  }
 }
 
 }  // namespace qmx

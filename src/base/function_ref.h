@@ -15,19 +15,23 @@ template <typename Result, typename... Arguments>
 class FunctionRef<Result(Arguments...)> {
  public:
   template <typename Callable>
-  requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>) FunctionRef(
-      Callable&& callable)  // NOLINT(google-explicit-constructor): a lambda is handed over.
-      : object_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
-        call_([](void* object, Arguments... arguments) -> Result {
-          return (*static_cast<std::remove_reference_t<Callable>*>(object))(
-              std::forward<Arguments>(arguments)...);
-        }) {}
-  FunctionRef(Result (*function)(Arguments...))  // NOLINT(google-explicit-constructor)
-      : object_(reinterpret_cast<void*>(function)),
-        call_([](void* object, Arguments... arguments) -> Result {
-          return reinterpret_cast<Result (*)(Arguments...)>(object)(
-              std::forward<Arguments>(arguments)...);
-        }) {}
+  requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>)
+      FunctionRef(Callable&& callable) {  // NOLINT(google-explicit-constructor)
+    using Target = std::remove_reference_t<Callable>;
+    if constexpr (std::is_function_v<Target>) {
+      object_ = reinterpret_cast<void*>(&callable);
+      call_ = [](void* object, Arguments... arguments) -> Result {
+        return static_cast<Result>(
+            reinterpret_cast<Target*>(object)(std::forward<Arguments>(arguments)...));
+      };
+    } else {
+      object_ = const_cast<void*>(static_cast<const void*>(std::addressof(callable)));
+      call_ = [](void* object, Arguments... arguments) -> Result {
+        return static_cast<Result>(
+            (*static_cast<Target*>(object))(std::forward<Arguments>(arguments)...));
+      };
+    }
+  }
 
   Result operator()(Arguments... arguments) const {
     return call_(object_, std::forward<Arguments>(arguments)...);

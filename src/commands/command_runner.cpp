@@ -44,8 +44,13 @@ bool CommandRunner::Guard(FunctionRef<void()> part) {
     return false;
   }
   busy_ = true;
-  std::optional<Fault> fault = FaultOf(part);
+  savedNow_ = false;
+  std::optional<Fault> fault = FaultOf([&] {
+    context_.view.SetStatus({});
+    part();
+  });
   busy_ = false;
+  if (savedNow_) saved_ = history_.Position();
   if (!fault && listener_) fault = FaultOf([this] { listener_(); });
   if (fault) onFault_(*fault);
   return !fault;
@@ -73,6 +78,7 @@ void CommandRunner::Step(const std::string& name, Command command) {
 
 void CommandRunner::Do(Command command) {
   Guard([&] {
+    EndCell();
     try {
       command(context_);
     } catch (const Stopped&) {

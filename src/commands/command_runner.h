@@ -39,6 +39,12 @@ class CommandRunner {
 
   void Undo();
   void Redo();
+  /// The present state is what a file holds: to be called by the command that wrote or read it.
+  void MarkSaved() { savedNow_ = true; }
+  /// True if the command that ran last wrote or read the project's file.
+  bool WasSaved() const { return savedNow_; }
+  /// True if a step leads from what was saved to the present state.
+  bool IsChanged() const { return history_.Position() != saved_; }
   const History& Steps() const { return history_; }
   /// True while a command runs.
   bool IsBusy() const { return busy_; }
@@ -60,6 +66,8 @@ class CommandRunner {
   FaultHandler onFault_;
   Listener listener_;
   History history_;
+  std::uint64_t saved_ = 0;  ///< The position in the history that a file holds.
+  bool savedNow_ = false;
   bool busy_ = false;
   /// The cell whose texts belong to the step made last.
   struct OpenCell {

@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "commands/parameters.h"
 #include "workspace/availability.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -121,6 +122,8 @@ void ApplyProject(Context& context, ProjectImage image) {
   for (const ResultInfo& info : kResults) {
     if (Holds(image.flags, info.result)) ApplyResult(context, info, image);
   }
+  // What a project holds counts as computed from the operands that it holds.
+  for (const ResultInfo& info : kResults) NoteComputed(context.workspace, info.result);
 }
 
 }  // namespace qmx

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/function_ref.h"
 #include "base/number_text.h"
 #include "commands/file_apply.h"
 #include "commands/parameters.h"
@@ -40,9 +41,11 @@ std::string AskForOpening(Context& context, std::string_view ending = {}) {
   return name;
 }
 
-bool WriteCurrentFile(Context& context, const std::string& bytes) {
+/// Writes the bytes that `compose` makes to the current file, where computations run.
+bool WriteCurrentFile(Context& context, FunctionRef<std::string()> compose) {
   const std::string& name = context.workspace.currentFileName;
-  const FileOutcome outcome = context.files.Replace(name, bytes);
+  FileOutcome outcome;
+  context.work.Run([&](Progress&) { outcome = context.files.Replace(name, compose()); });
   if (outcome.Ok()) return true;
   const std::string what =
       outcome.copy.empty()
@@ -57,14 +60,14 @@ bool WriteCurrentFile(Context& context, const std::string& bytes) {
 template <typename Reader>
 auto ReadFile(Context& context, const std::string& name, Reader reader)
     -> std::optional<decltype(reader(std::string_view(), SystemMemory()).content)> {
-  std::string bytes;
-  std::string problem = context.files.Read(name, bytes).problem;
-  if (problem.empty()) {
-    auto reading = reader(bytes, context.memory);
-    if (reading.Ok()) return std::move(reading.content);
-    problem = std::move(reading.problem);
-  }
-  ShowFileProblem(context, name, "could not be read. Nothing was changed.", problem);
+  decltype(reader(std::string_view(), SystemMemory())) reading;
+  context.work.Run([&](Progress&) {
+    std::string bytes;
+    reading.problem = context.files.Read(name, bytes).problem;
+    if (reading.Ok()) reading = reader(bytes, context.memory);
+  });
+  if (reading.Ok()) return std::move(reading.content);
+  ShowFileProblem(context, name, "could not be read. Nothing was changed.", reading.problem);
   return std::nullopt;
 }
 
@@ -76,15 +79,17 @@ std::string WithProjectEnding(const std::string& name) {
 
 bool WriteProject(Context& context) {
   context.workspace.currentFileName = WithProjectEnding(context.workspace.currentFileName);
-  return WriteCurrentFile(context, ProjectFile(context.workspace, ReadEigenTexts(context.panel)));
+  const EigenTexts texts = ReadEigenTexts(context.panel);
+  return WriteCurrentFile(context, [&] { return ProjectFile(context.workspace, texts); });
 }
 
-void ReadProject(Context& context, const std::string& name) {
+bool ReadProject(Context& context, const std::string& name) {
   auto image = ReadFile(context, name, ReadProjectFile);
-  if (!image) return;
+  if (!image) return false;
   context.workspace.currentFileName = name;
   ApplyProject(context, std::move(*image));
   context.windows.BringMainToFront();
+  return true;
 }
 
 }  // namespace
@@ -92,8 +97,9 @@ void ReadProject(Context& context, const std::string& name) {
 void SaveSlot(Context& context, Slot slot) {
   if (!AskForSaving(context)) return;
   const Workspace& workspace = context.workspace;
-  WriteCurrentFile(context, slot == kSlotSystem ? SystemFile(workspace)
-                                                : MatrixFile(slot, workspace.At(slot).array));
+  WriteCurrentFile(context, [&] {
+    return slot == kSlotSystem ? SystemFile(workspace) : MatrixFile(slot, workspace.At(slot).array);
+  });
 }
 
 void RetrieveOperand(Context& context, Slot operand) {
@@ -125,7 +131,8 @@ void RetrieveSystem(Context& context) {
 }
 
 void SaveLU(Context& context) {
-  if (AskForSaving(context)) WriteCurrentFile(context, LUFile(context.workspace.storedFactors));
+  if (!AskForSaving(context)) return;
+  WriteCurrentFile(context, [&] { return LUFile(context.workspace.storedFactors); });
 }
 
 void RetrieveLU(Context& context) {
@@ -143,31 +150,37 @@ void RetrieveLU(Context& context) {
   context.panel.SetEnabled(cmdRetrieveSystem, true);
 }
 
-void SaveProject(Context& context) {
+bool SaveProject(Context& context) {
   const std::string& current = context.workspace.currentFileName;
   if (current.empty()) return SaveProjectAs(context);
   // No dialog has shown the user the name that the ending makes of this one.
-  if (!HasProjectEnding(current) && !context.dialogs.MayReplace(WithProjectEnding(current))) return;
-  WriteProject(context);
+  if (!HasProjectEnding(current) && !context.dialogs.MayReplace(WithProjectEnding(current)))
+    return false;
+  return WriteProject(context);
 }
 
-void SaveProjectAs(Context& context) {
-  if (AskForSaving(context, kProjectEnding)) WriteProject(context);
+bool SaveProjectAs(Context& context) {
+  return AskForSaving(context, kProjectEnding) && WriteProject(context);
 }
 
-void OpenProject(Context& context) {
+bool OpenProject(Context& context) {
   const std::string name = AskForOpening(context, kProjectEnding);
-  if (!name.empty()) ReadProject(context, WithProjectEnding(name));
+  return !name.empty() && ReadProject(context, WithProjectEnding(name));
 }
 
-void OpenNamedProject(Context& context, const std::string& given) {
-  if (given.empty()) return;
+bool OpenNamedProject(Context& context, const std::string& given) {
+  if (given.empty()) return false;
   std::string name = given;
   if (name.starts_with('"')) {
     name.erase(0, 1);
     if (!name.empty()) name.pop_back();
   }
-  ReadProject(context, name);
+  return ReadProject(context, name);
+}
+
+std::string NameToBeSaved(const Workspace& workspace) {
+  return workspace.currentFileName.empty() ? std::string()
+                                           : WithProjectEnding(workspace.currentFileName);
 }
 
 bool SaveProjectAfterFault(Context& context) {

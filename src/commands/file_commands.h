@@ -16,13 +16,15 @@ void RetrieveSystem(Context& context);
 void SaveLU(Context& context);
 void RetrieveLU(Context& context);
 
-/// The entries of the File menu.
-void SaveProject(Context& context);
-void SaveProjectAs(Context& context);
-void OpenProject(Context& context);
+/// The entries of the File menu. Each tells whether the project was written or read.
+bool SaveProject(Context& context);
+bool SaveProjectAs(Context& context);
+bool OpenProject(Context& context);
 /// Opens the project that a command line, or the first of some dropped files, names; nothing where
 /// that is empty. A name in double quotes loses its first and last character.
-void OpenNamedProject(Context& context, const std::string& given);
+bool OpenNamedProject(Context& context, const std::string& given);
+/// The name that SaveProject writes to without asking; empty where it asks.
+std::string NameToBeSaved(const Workspace& workspace);
 /// Asks for a name and saves the project to it, as the last act after a fault. False if nothing was
 /// saved.
 bool SaveProjectAfterFault(Context& context);

@@ -8,6 +8,7 @@
 #include "commands/block_text.h"
 #include "workspace/availability.h"
 #include "workspace/known_eigenvalues.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -93,6 +94,7 @@ void WriteElements(Context& context, Slot slot, int row, int col, const double* 
   array.MakeOwn();
   context.grids.Write(slot, row, col, std::move(texts));
   // The elements last: nothing can fail any more.
+  NoteChange(context.workspace, slot);
   for (int i = 0; i < rows; ++i) {
     std::copy_n(values + static_cast<std::ptrdiff_t>(i) * cols, cols, array.Row(row + i) + col - 1);
   }

@@ -60,7 +60,7 @@ bool Differ(const Workspace& one, const Workspace& two) {
 
 CellsState CaptureCells(const Context& context, Slot slot, int row, int col, int rows, int cols) {
   const Matrix& array = context.workspace.At(slot).array;
-  CellsState cells{slot, row, col, Matrix(rows, cols), {}, {}};
+  CellsState cells{slot, row, col, Matrix(rows, cols), context.workspace.revisions, {}, {}};
   for (int i = 1; i <= rows; ++i)
     std::copy_n(array.Row(row + i - 1) + col - 1, cols, cells.values.Row(i));
   if (rows == 1 && cols == 1) {
@@ -74,6 +74,7 @@ CellsState CaptureCells(const Context& context, Slot slot, int row, int col, int
 void RestoreCells(Context& context, const CellsState& cells) {
   Matrix& array = context.workspace.At(cells.slot).array;
   array.MakeOwn();
+  context.workspace.revisions = cells.revisions;
   for (int i = 1; i <= cells.values.Rows(); ++i) {
     std::copy_n(cells.values.Row(i), cells.values.Cols(),
                 array.Row(cells.row + i - 1) + cells.col - 1);
@@ -86,11 +87,11 @@ void RestoreCells(Context& context, const CellsState& cells) {
 }
 
 void History::Push(const Context& context, std::string name, State before) {
-  Add(context, {std::move(name), std::move(before), {}, 0});
+  Add(context, {std::move(name), std::move(before), {}});
 }
 
 void History::Push(const Context& context, std::string name, CellsState before) {
-  Add(context, {std::move(name), {}, std::move(before), 0});
+  Add(context, {std::move(name), {}, std::move(before)});
 }
 
 void History::Add(const Context& context, Step step) {
@@ -98,6 +99,7 @@ void History::Add(const Context& context, Step step) {
   for (const Step& undone : redo_) bytes_ -= undone.bytes;
   redo_.clear();
   bytes_ += step.bytes;
+  step.number = ++latest_;
   undo_.push_back(std::move(step));
   DropOldest();
 }
@@ -105,6 +107,7 @@ void History::Add(const Context& context, Step step) {
 void History::DropOldest() {
   while (bytes_ > mostBytes_ && !undo_.empty()) {
     bytes_ -= undo_.front().bytes;
+    start_ = undo_.front().number;
     undo_.pop_front();
   }
 }
@@ -153,6 +156,7 @@ void History::Redo(Context& context) {
 }
 
 void History::Clear() {
+  start_ = ++latest_;
   undo_.clear();
   redo_.clear();
   bytes_ = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -31,6 +32,7 @@ struct CellsState {
   int row = 0;
   int col = 0;
   Matrix values;
+  Revisions revisions;
   std::optional<std::string> text;        ///< Of a single cell,
   std::shared_ptr<const ViewState> grid;  ///< or of the grid that a larger block lies in.
 };
@@ -58,6 +60,9 @@ class History {
   /// The names of the steps that would be next; empty where there is none.
   std::string UndoName() const { return undo_.empty() ? std::string() : undo_.back().name; }
   std::string RedoName() const { return redo_.empty() ? std::string() : redo_.back().name; }
+  /// A number that tells where in the history the present state stands: the same one whenever that
+  /// is reached again.
+  std::uint64_t Position() const { return undo_.empty() ? start_ : undo_.back().number; }
   std::size_t UndoCount() const { return undo_.size(); }
   /// Bytes that the steps hold beyond what the Workspace itself holds.
   std::size_t Bytes() const { return bytes_; }
@@ -69,6 +74,7 @@ class History {
     std::optional<State> state;  ///< One of these two.
     std::optional<CellsState> cells;
     std::size_t bytes = 0;
+    std::uint64_t number = 0;  ///< Of its own.
   };
 
   void Add(const Context& context, Step step);
@@ -81,6 +87,8 @@ class History {
   std::deque<Step> undo_;
   std::deque<Step> redo_;
   std::size_t bytes_ = 0;
+  std::uint64_t start_ = 0;   ///< The position before the oldest step that is left.
+  std::uint64_t latest_ = 0;  ///< The number given last.
 };
 
 }  // namespace qmx

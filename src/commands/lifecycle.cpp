@@ -7,6 +7,7 @@
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
 #include "workspace/reset.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -104,6 +105,7 @@ void CreateOperand(Context& context, Slot operand) {
 void ClearOperand(Context& context, Slot slot) {
   SlotData& data = context.workspace.At(slot);
   data.array = Matrix(data.array.Rows(), data.array.Cols());
+  NoteChange(context.workspace, slot);
   context.windows.HideEntryBox(slot);
   Populate(context, slot);
 }

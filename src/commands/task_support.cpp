@@ -5,6 +5,7 @@
 
 #include "base/fault.h"
 #include "commands/lifecycle.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 
@@ -25,6 +26,7 @@ void PublishVerdict(Context& context, Result result, std::string text) {
   context.panel.SetText(info.label, text);
   context.workspace.*info.verdict = std::move(text);
   context.workspace.*info.flag = true;
+  NoteComputed(context.workspace, result);
 }
 
 bool RereadDimensionsOfA(Context& context) {

@@ -6,6 +6,7 @@
 #include "commands/tasks.h"
 #include "output/scalar_text.h"
 #include "workspace/availability.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -20,6 +21,7 @@ void ChangeA(Context& context, Change change) {
     change(changed);
     return changed;
   });
+  NoteChange(context.workspace, kSlotA);
   Populate(context, kSlotA);
 }
 
@@ -47,6 +49,7 @@ void PublishNumber(Context& context, Result result, Computation computation) {
   context.panel.SetText(info.label, ScalarText(number));
   context.workspace.*info.number = number;
   context.workspace.*info.flag = true;
+  NoteComputed(context.workspace, result);
 }
 
 }  // namespace

@@ -30,6 +30,15 @@ GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
   grid_->setAccessibleName(ToQString(info.caption));
   layout_->setContentsMargins(6, 6, 6, 6);
   layout_->addWidget(grid_);
+  lower_ = new QHBoxLayout;
+  layout_->addLayout(lower_);
+  stale_ = new QLabel(this);
+  stale_->setObjectName("lblStale");
+  stale_->setTextFormat(Qt::PlainText);
+  // A long text must not make the window wider.
+  stale_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  stale_->hide();
+  lower_->addWidget(stale_, 1);
   connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
   AddEntries();
@@ -49,7 +58,7 @@ void GridWindow::AddToggle() {
   toggle->setObjectName("cmdToggleWidth");
   toggle->setToolTip(tr("All digits in wide columns, or seven in narrow ones"));
   toggle->setAutoDefault(true);  // Enter presses it, as Space does.
-  layout_->addWidget(toggle, 0, Qt::AlignLeft);
+  lower_->insertWidget(0, toggle, 0, Qt::AlignLeft);
   connect(toggle, &QPushButton::clicked, this, &GridWindow::Toggle);
 }
 
@@ -75,6 +84,13 @@ void GridWindow::Restore(const GridModel::Contents& contents, bool wide) {
   HideEntryBox();
   grid_->Restore(contents, wide);
   FitToGrid();
+}
+
+void GridWindow::ShowStale(const QString& why) {
+  stale_->setText(why);
+  stale_->setToolTip(why);
+  stale_->setVisible(!why.isEmpty());
+  grid_->setAccessibleDescription(why);
 }
 
 void GridWindow::SetWide(bool wide) {

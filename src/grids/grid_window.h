@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -29,6 +30,9 @@ class GridWindow : public QWidget {
   void Show(const GridContent& content, bool wide);
   /// Brings back what the grid showed.
   void Restore(const GridModel::Contents& contents, bool wide);
+  /// Tells below the grid why its contents no longer fit what they were computed from; nothing
+  /// where they do.
+  void ShowStale(const QString& why);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
@@ -77,6 +81,8 @@ class GridWindow : public QWidget {
   MatrixGrid* grid_;
   EntryBox* box_ = nullptr;
   QVBoxLayout* layout_;
+  QHBoxLayout* lower_;  ///< The line below the grid.
+  QLabel* stale_;
   // The entries of the grid's menu.
   QAction* copy_ = nullptr;
   QAction* copyWithHeaders_ = nullptr;

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "workspace/known_eigenvalues.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -79,7 +80,11 @@ OperandControls ControlsOf(Slot operand) {
 void SwitchControls(Context& context, Slot slot) {
   Workspace& workspace = context.workspace;
   const ResultInfo& result = ResultOf(slot);
-  if (slot == result.lastSlot) workspace.*result.flag = true;
+  if (slot == result.lastSlot) {
+    workspace.*result.flag = true;
+    NoteComputed(workspace, result.result);
+  }
+  NoteChange(workspace, slot);
   if (slot == kSlotSystem) return SwitchSystemControls(context, true);
   if (slot == kSlotA || slot == kSlotB) {
     SwitchOperandControls(context, slot, true);

@@ -33,7 +33,6 @@ enum Result : int {
   kResultSystem,
   kResultSolution,
 };
-inline constexpr int kResultCount = 20;
 inline constexpr auto kNoResult = static_cast<Result>(-1);
 
 /// What a result is, which decides how files hold it.
@@ -59,6 +58,7 @@ struct ResultInfo {
   std::string Workspace::*verdict = nullptr;
   Control label{};
   std::string_view printed{};  ///< What stands before it in the printed report.
+  Control stale{};             ///< The mark that its operands have changed.
 
   constexpr bool HasMatrices() const { return label.name.empty(); }
 };
@@ -77,15 +77,18 @@ constexpr ResultInfo TwoMatrices(Result result, std::string_view name, bool Work
 }
 constexpr ResultInfo Number(Result result, std::string_view name, bool Workspace::*flag,
                             double Workspace::*number, const Control& label,
-                            std::string_view printed) {
-  return {result,  name,  flag,   ResultKind::kNumber, kFromA, kSlotA, kSlotA, kNoResult, number,
-          nullptr, label, printed};
+                            std::string_view printed, const Control& stale) {
+  return {result, name,    flag,   ResultKind::kNumber,
+          kFromA, kSlotA,  kSlotA, kNoResult,
+          number, nullptr, label,  printed,
+          stale};
 }
 constexpr ResultInfo Verdict(Result result, std::string_view name, bool Workspace::*flag,
                              std::string Workspace::*text, const Control& label,
-                             std::string_view printed) {
-  return {result, name,  flag,   ResultKind::kVerdict, kFromA, kSlotA, kSlotA, kNoResult, nullptr,
-          text,   label, printed};
+                             std::string_view printed, const Control& stale) {
+  return {
+      result, name,    flag, ResultKind::kVerdict, kFromA, kSlotA, kSlotA, kNoResult, nullptr, text,
+      label,  printed, stale};
 }
 
 }  // namespace result_table
@@ -97,12 +100,12 @@ inline constexpr auto kResults = [] {
   return std::array<ResultInfo, kResultCount>{
       OneMatrix(kResultA, "matrix A", &W::ACreated, kFromNothing, kSlotA),
       Number(kResultDeterminant, "the determinant", &W::DeterminantComputed, &W::determinant, lblDeterminantOfA,
-             "Determinant of A="),
-      Number(kResultTrace, "the trace", &W::TraceComputed, &W::trace, lblTraceOfA, "Trace of A="),
+             "Determinant of A=", {"lblStaleOfDeterminant"}),
+      Number(kResultTrace, "the trace", &W::TraceComputed, &W::trace, lblTraceOfA, "Trace of A=", {"lblStaleOfTrace"}),
       Verdict(kResultDefiniteness, "the definiteness", &W::DefinitenessComputed, &W::definitenessText,
-              lblDefiniteness, "Definiteness of A:"),
+              lblDefiniteness, "Definiteness of A:", {"lblStaleOfDefiniteness"}),
       Verdict(kResultSymmetry, "the symmetry", &W::SymmetryComputed, &W::symmetryText, lblSymmetry,
-              "Symmetric:"),
+              "Symmetric:", {"lblStaleOfSymmetry"}),
       OneMatrix(kResultB, "matrix B", &W::BCreated, kFromNothing, kSlotB),
       OneMatrix(kResultSum, "the sum", &W::SumComputed, kFromA | kFromB, kSlotSum),
       OneMatrix(kResultDifference, "the difference", &W::DifferenceComputed, kFromA | kFromB, kSlotDifference),

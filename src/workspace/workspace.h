@@ -78,6 +78,16 @@ struct EigenState {
       0;  ///< Active index of the smallest diagonal change; carried from run to run.
 };
 
+/// How often the operands have changed.
+struct Revisions {
+  std::uint32_t a = 0;
+  std::uint32_t b = 0;
+  std::uint32_t system = 0;
+};
+
+/// The number of results that the table of results describes.
+inline constexpr int kResultCount = 20;
+
 /// The single store that every command and algorithm reads and writes: operands, results, scalars
 /// and flags. All matrices start absent.
 struct Workspace {
@@ -118,6 +128,9 @@ struct Workspace {
 
   StoredFactors storedFactors;
   EigenState eigen;
+
+  Revisions revisions;
+  std::array<Revisions, kResultCount> computedFrom;  ///< What they were when a result was computed.
 
   std::int16_t SystemMethod =
       kSystemOneShot;          ///< Index of the selected way of solving, a SystemKind.

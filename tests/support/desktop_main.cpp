@@ -1,11 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
+
 #include "app/application.h"
 
 // Tests of windows need no display: unless another platform is asked for, a screen of 1366 x 768
 // that nobody sees serves.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  // Settings and state of the program are those of nobody.
+  const QTemporaryDir home;
+  for (const char* folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
+    qputenv(folder, home.path().toUtf8());
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM",
             "offscreen:configfile=" QMX_SOURCE_DIR "/tests/support/small_screen.json");

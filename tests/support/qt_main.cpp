@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 // Tests of windows need no display: the offscreen platform serves unless another one is asked for.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  // Settings and state of the program are those of nobody.
+  const QTemporaryDir home;
+  for (const char* folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
+    qputenv(folder, home.path().toUtf8());
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();

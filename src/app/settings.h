@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QSettings>
+
+namespace qmx {
+
+/// The desktop's settings of this program for this user.
+class Settings : public QSettings {
+ public:
+  Settings() : QSettings("Orvane", "Orvane") {}
+};
+
+}  // namespace qmx
