@@ -6,14 +6,16 @@
 #include "algorithms/elimination.h"
 #include "algorithms/hessenberg.h"
 #include "base/arithmetic.h"
+#include "base/vector.h"
 
 namespace qmx {
 namespace {
 
-/// The iteration on one matrix. Vectors are numbered from 1; element 0 is not used.
+/// The iteration on one matrix.
 class EigenvalueIteration {
  public:
-  EigenvalueIteration(const Matrix& A, const EigenParameters& parameters, std::int32_t& shiftIndex);
+  EigenvalueIteration(const Matrix& A, const EigenParameters& parameters, std::int32_t& shiftIndex,
+                      const HessenbergSizes& sizes);
   EigenvalueRun Run(Progress& progress);
 
  private:
@@ -25,39 +27,41 @@ class EigenvalueIteration {
   void TakeLast();
   void Shift();
 
-  bool HasSettled(int i) const { return change_[i] <= parameters_.tolerance; }
+  bool HasSettled(int i) const { return change_(i) <= parameters_.tolerance; }
   bool IsCutOffAbove(int i) const;
   void TakeEigenvalue(int i);
   void RemoveActive(int i);
 
   const EigenParameters& parameters_;
+  const HessenbergSizes& sizes_;
   std::int32_t& shiftIndex_;
   const int order_;
   int active_;  ///< Order of the leading block of M_ that still holds unknown eigenvalues.
   Matrix M_;    ///< Keeps its full size: a carried shift index may point behind the active block.
-  std::vector<int> position_;   ///< For each active row its row in the given matrix.
-  std::vector<double> change_;  ///< What the last cycle changed each active diagonal entry by.
-  std::vector<double> value_;   ///< Eigenvalues found; the shifts so far in the other places.
-  std::vector<double> origin_;
+  Vector<int> position_;   ///< For each active row its row in the given matrix.
+  Vector<double> change_;  ///< What the last cycle changed each active diagonal entry by.
+  Vector<double> value_;   ///< Eigenvalues found; the shifts so far in the other places.
+  Vector<double> origin_;
 };
 
 EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters& parameters,
-                                         std::int32_t& shiftIndex)
+                                         std::int32_t& shiftIndex, const HessenbergSizes& sizes)
     : parameters_(parameters),
+      sizes_(sizes),
       shiftIndex_(shiftIndex),
       order_(A.Rows()),
       active_(order_),
       M_(A),
-      position_(order_ + 1),
-      change_(order_ + 1),
-      value_(order_ + 1),
-      origin_(order_ + 1) {
-  for (int i = 1; i <= order_; ++i) position_[i] = i;
+      position_(order_),
+      change_(order_),
+      value_(order_),
+      origin_(order_) {
+  for (int i = 1; i <= order_; ++i) position_(i) = i;
 }
 
 EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
-  ReduceToHessenberg(M_);
-  HessenbergQr work(order_);
+  ReduceToHessenberg(M_, sizes_);
+  HessenbergQr work(order_, sizes_);
   for (std::int32_t cycle = 1;; ++cycle) {
     Cycle(work);
     // Before the tests: a NaN would fail them all and go round until the limit.
@@ -71,14 +75,13 @@ EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
     progress.Report(std::max(found, static_cast<double>(cycle) / parameters_.maxCycles));
   }
   CheckArithmetic();
-  return {
-      order_ - active_, {value_.begin() + 1, value_.end()}, {origin_.begin() + 1, origin_.end()}};
+  return {order_ - active_, {value_.begin(), value_.end()}, {origin_.begin(), origin_.end()}};
 }
 
 void EigenvalueIteration::Cycle(HessenbergQr& work) {
-  for (int i = 1; i <= active_; ++i) change_[i] = M_(i, i);
+  for (int i = 1; i <= active_; ++i) change_(i) = M_(i, i);
   StepHessenbergQr(M_, active_, work);
-  for (int i = 1; i <= active_; ++i) change_[i] = std::abs(M_(i, i) - change_[i]);
+  for (int i = 1; i <= active_; ++i) change_(i) = std::abs(M_(i, i) - change_(i));
 }
 
 void EigenvalueIteration::Deflate() {
@@ -97,7 +100,7 @@ bool EigenvalueIteration::IsCutOffAbove(int i) const {
 }
 
 void EigenvalueIteration::DeflateBottom() {
-  while (HasSettled(active_) && IsCutOffAbove(active_)) {
+  while (IsCutOffAbove(active_) && HasSettled(active_)) {
     TakeEigenvalue(active_);
     --active_;
     if (active_ == 1) return;
@@ -127,10 +130,10 @@ void EigenvalueIteration::TakeLast() {
 /// Moves by the diagonal entry that changed least, the lowest of equals, all places not yet filled
 /// remembering the move. Where the first entry changed strictly least the index stays as it was.
 void EigenvalueIteration::Shift() {
-  double least = change_[1];
+  double least = change_(1);
   for (int i = 2; i <= active_; ++i) {
-    if (change_[i] <= least) {
-      least = change_[i];
+    if (change_(i) <= least) {
+      least = change_(i);
       shiftIndex_ = i;
     }
   }
@@ -138,23 +141,23 @@ void EigenvalueIteration::Shift() {
   RequireElement(shiftIndex_ <= order_);
   const double shift = shiftIndex_ == 0 ? 0.0 : M_(shiftIndex_, shiftIndex_);
   for (int i = 1; i <= active_; ++i) {
-    value_[order_ - i + 1] += shift;
+    value_(order_ - i + 1) += shift;
     M_(i, i) -= shift;
   }
 }
 
 void EigenvalueIteration::TakeEigenvalue(int i) {
   const int slot = order_ - active_ + 1;
-  value_[slot] = M_(i, i) + value_[slot];
-  origin_[slot] = position_[i];
+  value_(slot) = M_(i, i) + value_(slot);
+  origin_(slot) = position_(i);
 }
 
 /// Closes the gap that row and column i leave in the active block.
 void EigenvalueIteration::RemoveActive(int i) {
   for (int r = i; r < active_; ++r) {
     std::copy(M_.Row(r + 1), M_.Row(r + 1) + active_, M_.Row(r));
-    position_[r] = position_[r + 1];
-    change_[r] = change_[r + 1];
+    position_(r) = position_(r + 1);
+    change_(r) = change_(r + 1);
   }
   for (int r = 1; r < active_; ++r) {
     std::copy(M_.Row(r) + i, M_.Row(r) + active_, M_.Row(r) + (i - 1));
@@ -165,9 +168,10 @@ void EigenvalueIteration::RemoveActive(int i) {
 }  // namespace
 
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
-                              std::int32_t& shiftIndex, Progress& progress) {
+                              std::int32_t& shiftIndex, Progress& progress,
+                              const BlockSizes& sizes) {
   RequireElement(A.Rows() >= 1);
-  return EigenvalueIteration(A, parameters, shiftIndex).Run(progress);
+  return EigenvalueIteration(A, parameters, shiftIndex, sizes.hessenberg).Run(progress);
 }
 
 }  // namespace qmx

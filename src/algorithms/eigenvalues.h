@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -34,6 +35,7 @@ struct EigenvalueRun {
 /// then shifts by zero. Faults: 9 for a 1 x 1 matrix whose value settles, and where a carried index
 /// lies above the order of A; arithmetic faults of any cycle.
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
-                              std::int32_t& shiftIndex, Progress& progress);
+                              std::int32_t& shiftIndex, Progress& progress,
+                              const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

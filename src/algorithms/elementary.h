@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -16,7 +17,8 @@ Matrix Difference(const Matrix& A, const Matrix& B);
 
 /// A·B for A m x p and B p x n: element (i, j) is the sum over k = 1..p of A(i,k)·B(k,j), added up
 /// from 0 in increasing k.
-Matrix Product(const Matrix& A, const Matrix& B, Progress& progress);
+Matrix Product(const Matrix& A, const Matrix& B, Progress& progress,
+               const BlockSizes& sizes = kBlockSizes);
 
 /// The sum of the diagonal elements of a square A, from 0 in increasing order.
 double Trace(const Matrix& A);

@@ -36,7 +36,7 @@ template <class Widest, class... Narrower>
 }
 
 template <class... Lanes>
-inline void Eliminate(const EliminationStep& step) {
+inline void EliminateRows(const EliminationStep& step) {
   const auto [pivot, rows, stride, count, left, right] = step;
   const double divisor = pivot[0];
   double* row = rows;
@@ -177,9 +177,10 @@ struct StepNumbers {
   double* other[N + 1];
 };
 
-/// A step in the rows of a panel; what does not fill a vector goes number by number.
+/// A step in the rows of a panel with N other columns; what does not fill a vector goes number by
+/// number.
 template <int N, class Lanes>
-double TakePanelStep(const PanelStep& step) {
+double TakeStepWith(const PanelStep& step) {
   const StepNumbers<N, Lanes1> single(step);
   const StepNumbers<N, Lanes> several(step);
   double largest = 0;
@@ -208,9 +209,9 @@ inline double WithFirst(double largest, const PanelStep& step) {
 }
 
 template <class Lanes>
-double TakePanelStep(const PanelStep& step) {
+double TakeStepIn(const PanelStep& step) {
   const double largest = ForCount<0, kPanelColumns - 1>(
-      step.others, [&]<int N>() { return TakePanelStep<N, Lanes>(step); });
+      step.others, [&]<int N>() { return TakeStepWith<N, Lanes>(step); });
   return WithFirst(largest, step);
 }
 
@@ -261,6 +262,36 @@ int PivotRowStrips(const PivotRowsJob& job, int col) {
                                [&]<int R>() { PivotRows<kExchange, R, V, Lanes>(job, col); });
   }
   return col;
+}
+
+template <class Set, class Sign>
+void RunPacked(const ProductJob& block) {
+  PackedBlock<Sign, Set::kTileRows, Set::kTileVectors, typename Set::Lanes>(
+      block, Set::template Run<Sign>);
+}
+
+/// The table of an instruction set. `Set` tells its widest lanes, the rows and vectors of its
+/// largest tile, and how it runs through what its lanes do not divide evenly.
+template <class Set>
+constexpr Kernels TableOf() {
+  using Lanes = typename Set::Lanes;
+  return {.sizes = Set::kSizes,
+          .tileRows = Set::kTileRows,
+          .tileCols = Set::kTileVectors * Lanes::kWidth,
+          .add = Set::template Run<Plus>,
+          .subtract = Set::template Run<Minus>,
+          .addPacked = RunPacked<Set, Plus>,
+          .subtractPacked = RunPacked<Set, Minus>,
+          .eliminate = Set::Eliminate,
+          .divide = Divide<Lanes>,
+          .divideByEach = DivideByEach<Lanes>,
+          .largestMagnitude = LargestMagnitude<Lanes>,
+          .placeOf = PlaceOf<Lanes>,
+          .swap = Swap<Lanes>,
+          .transpose = Transpose<Lanes>,
+          .panelStep = Set::TakePanelStep,
+          .eliminatePivotRows = Set::template TakePivotRowSteps<false>,
+          .exchangePivotRows = Set::template TakePivotRowSteps<true>};
 }
 
 }  // namespace

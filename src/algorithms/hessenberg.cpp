@@ -18,43 +18,42 @@ bool IsReduced(const Matrix& M, int k) {
   return true;
 }
 
-// So many columns of H·M, or rows of M·H, are formed at a time.
-constexpr int kStrip = 256;
-
 /// What all reflections of one matrix work with.
 struct Reflection {
-  explicit Reflection(int order)
-      : H(Matrix::Unset(order, order)),
-        strip(Matrix::Unset(std::min(order, kStrip) + 1, order)),
-        u(strip.Row(strip.Rows()) - 1) {}
-  Matrix H;         ///< The reflector.
-  Matrix strip;     ///< Of a product, and a row for u.
-  double* const u;  ///< From 1.
+  Reflection(int order, const HessenbergSizes& blockSizes)
+      : sizes(blockSizes),
+        H(Matrix::Unset(order, order)),
+        strip(Matrix::Unset(std::min(order, blockSizes.reflectionStrip) + 1, order)) {}
+  /// The vector of the reflector, from 0. It lies behind the strip, in its storage.
+  double* U() { return strip.Row(strip.Rows()); }
+
+  const HessenbergSizes& sizes;
+  Matrix H;      ///< The reflector.
+  Matrix strip;  ///< Of a product.
 };
 
 /// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
 /// the identity. u is column k of M below the diagonal with the norm added to its first element.
 void FormReflector(const Matrix& M, int k, Reflection& work) {
   const int n = M.Rows();
-  double* const u = work.u;
-  for (int i = k + 1; i <= n; ++i) u[i] = M(i, k);
+  double* const u = work.U();
+  for (int i = k; i < n; ++i) u[i] = M(i + 1, k);
   double tail = 0.0;
-  for (int i = k + 2; i <= n; ++i) tail += u[i] * u[i];
-  u[k + 1] = std::sqrt(u[k + 1] * u[k + 1] + tail) + u[k + 1];
-  const double beta = -2.0 / (u[k + 1] * u[k + 1] + tail);
+  for (int i = k + 1; i < n; ++i) tail += u[i] * u[i];
+  u[k] = std::sqrt(u[k] * u[k] + tail) + u[k];
+  const double beta = -2.0 / (u[k] * u[k] + tail);
 
   Matrix& H = work.H;
-  for (int i = k + 1; i <= n; ++i) {
-    H(i, i) = beta * (u[i] * u[i]) + 1.0;
-    for (int j = i + 1; j <= n; ++j) H(j, i) = H(i, j) = beta * u[i] * u[j];
+  for (int i = k; i < n; ++i) {
+    H(i + 1, i + 1) = beta * (u[i] * u[i]) + 1.0;
+    for (int j = i + 1; j < n; ++j) H(j + 1, i + 1) = H(i + 1, j + 1) = beta * u[i] * u[j];
   }
 }
 
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
 void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
-  constexpr int kTiny = 4;
   const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
-  if (A.cols <= kTiny) {
+  if (A.cols <= work.sizes.tinyReflector) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
     SetProduct(A, B, product);
@@ -74,8 +73,9 @@ void ReflectRows(int k, Reflection& work, Matrix& M) {
     M(m, k) = 0.0;
   }
   M(k + 1, k) = subdiagonal;
-  for (int from = k + 1; from <= n; from += kStrip) {
-    const View columns = Part(M, k + 1, from, rest, std::min(kStrip, n + 1 - from));
+  const int strip = work.sizes.reflectionStrip;
+  for (int from = k + 1; from <= n; from += strip) {
+    const View columns = Part(M, k + 1, from, rest, std::min(strip, n + 1 - from));
     FormInPlace(Part(H, k + 1, k + 1, rest, rest), columns, work, columns);
   }
 }
@@ -85,17 +85,18 @@ void ReflectColumns(int k, Reflection& work, Matrix& M) {
   const int n = M.Rows();
   const int rest = n - k;
   const ConstView H = Part(std::as_const(work.H), k + 1, k + 1, rest, rest);
-  for (int from = 1; from <= n; from += kStrip) {
-    const View rows = Part(M, from, k + 1, std::min(kStrip, n + 1 - from), rest);
+  const int strip = work.sizes.reflectionStrip;
+  for (int from = 1; from <= n; from += strip) {
+    const View rows = Part(M, from, k + 1, std::min(strip, n + 1 - from), rest);
     FormInPlace(rows, H, work, rows);
   }
 }
 
 }  // namespace
 
-void ReduceToHessenberg(Matrix& M) {
+void ReduceToHessenberg(Matrix& M, const HessenbergSizes& sizes) {
   if (M.Rows() <= 2) return;
-  Reflection work(M.Rows());
+  Reflection work(M.Rows(), sizes);
   for (int k = 1; k <= M.Rows() - 2; ++k) {
     if (IsReduced(M, k)) continue;
     FormReflector(M, k, work);

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <algorithm>
-#include <vector>
-
-#include "algorithms/projection.h"
+#include "algorithms/block_sizes.h"
+#include "algorithms/ordered_product.h"
 #include "base/matrix.h"
+#include "base/vector.h"
 
 namespace qmx {
 
@@ -13,22 +12,23 @@ namespace qmx {
 /// with explicit reflectors). The square root in a reflector always has the plus sign, so
 /// cancellation may happen where the subdiagonal element is negative. Faults: arithmetic faults of
 /// any reflection.
-void ReduceToHessenberg(Matrix& M);
+void ReduceToHessenberg(Matrix& M, const HessenbergSizes& sizes = kBlockSizes.hessenberg);
 
-/// What one QR step works with; the contents mean nothing between steps, but what lies below the
-/// subdiagonal of V stays 0.
+/// What QR steps on matrices of up to some order work with; the contents mean nothing between
+/// steps, but what lies below the subdiagonal of V stays 0.
 struct HessenbergQr {
-  /// Up to here blocks take longer than they save.
-  static constexpr int kSmallOrder = 15;
-  /// At most so many columns are projected at a time.
-  static constexpr int kStrip = 256;
+  explicit HessenbergQr(int order, const HessenbergSizes& blockSizes = kBlockSizes.hessenberg);
 
-  explicit HessenbergQr(int order) : V(order, order), norms(2 * (order + 1)) {
-    if (order > kSmallOrder) C = Matrix(LargestHalf(order), std::min(LargestHalf(order), kStrip));
-  }
-  Matrix V;                   ///< Orthogonal columns, in the end divided by their norms.
-  Matrix C;                   ///< Projections divided by squared norms, a strip of them.
-  std::vector<double> norms;  ///< Of the columns, squared and as they are.
+  /// A steps x cols part of the coefficients, rows of which lie together.
+  View Coefficients(int steps, int cols);
+
+  HessenbergSizes sizes;
+  Matrix V;                    ///< Orthogonal columns, in the end divided by their norms.
+  Vector<double> squaredNorm;  ///< Of the columns.
+  Vector<double> norm;
+  /// A strip of projections divided by squared norms, later a strip of rows of R, `tile` of them at
+  /// most; nothing up to the small order.
+  Vector<double> room;
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical

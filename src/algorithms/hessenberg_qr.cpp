@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -30,18 +31,16 @@
 namespace qmx {
 namespace {
 
-// Height of the strips that a triangle is cut into.
-constexpr int kTile = 16;
-
 class HessenbergStep {
  public:
   HessenbergStep(Matrix& M, int n, HessenbergQr& work)
       : M_(M),
+        work_(work),
         V_(work.V),
-        coefficients_(work.C),
         n_(n),
-        squaredNorm_(work.norms.data()),
-        norm_(squaredNorm_ + n + 1) {}
+        tile_(work.sizes.tile),
+        squaredNorm_(work.squaredNorm),
+        norm_(work.norm) {}
 
   void RunInBlocks();
   void RunColumnByColumn();
@@ -55,18 +54,19 @@ class HessenbergStep {
   template <int kCount>
   void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to);
-  void Subtract(int first, int last, int from, int to);
+  void Subtract(int first, int last, int from, const View& C);
   void FillQ();
   ConstView TakeRowsOfR(int first, int rows);
   void MultiplyRows(int first, int rows);
   void MultiplyRow(int i);
 
   Matrix& M_;
+  HessenbergQr& work_;
   Matrix& V_;
-  Matrix& coefficients_;
   const int n_;
-  double* const squaredNorm_;  ///< Like the norms numbered from 1.
-  double* const norm_;
+  const int tile_;
+  Vector<double>& squaredNorm_;
+  Vector<double>& norm_;
 };
 
 void HessenbergStep::RunInBlocks() {
@@ -76,7 +76,7 @@ void HessenbergStep::RunInBlocks() {
   }
   FinishColumns(1, n_);
   FillQ();
-  for (int i = 1; i <= n_; i += kTile) MultiplyRows(i, std::min(kTile, n_ + 1 - i));
+  for (int i = 1; i <= n_; i += tile_) MultiplyRows(i, std::min(tile_, n_ + 1 - i));
 }
 
 /// Without the kernel and what it needs.
@@ -95,10 +95,11 @@ void HessenbergStep::FinishColumns(int first, int last) {
     for (int j = first; j <= last; ++j) FinishColumn(j, last);
     return;
   }
-  const int middle = first + LeftHalf(columns) - 1;
+  const int middle = first + LeftHalf(columns, tile_) - 1;
   FinishColumns(first, middle);
-  for (int from = middle + 1; from <= last; from += HessenbergQr::kStrip) {
-    Project(first, middle, from, std::min(from + HessenbergQr::kStrip - 1, last));
+  const int strip = work_.sizes.strip;
+  for (int from = middle + 1; from <= last; from += strip) {
+    Project(first, middle, from, std::min(from + strip - 1, last));
   }
   FinishColumns(middle + 1, last);
 }
@@ -112,10 +113,10 @@ void HessenbergStep::FinishColumn(int j, int last) {
 /// The norm of column j. A column whose norm is 0 counts as 0 altogether; the norm of 1 that it
 /// gets lets everything that is divided by it be 0 as well.
 void HessenbergStep::TakeNorm(int j, double squared) {
-  squaredNorm_[j] = squared;
-  norm_[j] = M_(j, j) = std::sqrt(squared);
+  squaredNorm_(j) = squared;
+  norm_(j) = M_(j, j) = std::sqrt(squared);
   if (squared != 0) return;
-  squaredNorm_[j] = norm_[j] = 1;
+  squaredNorm_(j) = norm_(j) = 1;
   for (int i = 1; i <= Length(j); ++i) V_(i, j) = 0;
 }
 
@@ -124,50 +125,45 @@ void HessenbergStep::TakeNorm(int j, double squared) {
 template <int kCount>
 void HessenbergStep::ProjectNext(int j, int from) {
   const int n = V_.Cols();
+  const double* const v = V_.Row(1) + (j - 1);
+  double square;
   double d[kCount + 1];
-  NormAndDots<kCount>(&V_(1, j), &M_(1, from) - 1, n, Length(j), d);
-  if (from == j + 1) TakeNorm(j, d[0]);
-  if (d[0] == 0) std::fill_n(d + 1, kCount, 0.0);
-  double* r = &M_(j, j) + (from - 1 - j) * static_cast<std::ptrdiff_t>(n);
-  for (int t = 1; t <= kCount; ++t) {
-    r += n;
-    *r = d[t] / norm_[j];
-    d[t] /= squaredNorm_[j];
+  NormAndDots<kCount>(v, M_.Row(1) + (from - 1), n, Length(j), square, d);
+  if (from == j + 1) TakeNorm(j, square);
+  if (square == 0) std::fill_n(d, kCount, 0.0);
+  for (int t = 0; t < kCount; ++t) {
+    M_(from + t, j) = d[t] / norm_(j);
+    d[t] /= squaredNorm_(j);
   }
-  SubtractMultiples<kCount>(&V_(1, j), &V_(1, from) - 1, n, Length(j), d);
+  SubtractMultiples<kCount>(v, V_.Row(1) + (from - 1), n, Length(j), d);
 }
 
 /// Projects the columns from..to of M on the final columns first..last.
 void HessenbergStep::Project(int first, int last, int from, int to) {
   const int cols = to - from + 1;
   const int all = last - first + 1;
-  for (int top = first; top <= last; top += kTile) {
-    const int bottom = std::min(top + kTile - 1, last);
+  for (int top = first; top <= last; top += tile_) {
+    const int bottom = std::min(top + tile_ - 1, last);
     const int steps = bottom - top + 1;
     SetProduct(Part(std::as_const(M_), 1, from, bottom + 1, cols).Transposed(),
                Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps));
   }
-  CurrentKernels().transpose(
-      {&M_(from, first), M_.Cols(), cols, all, coefficients_.Data(), coefficients_.Cols()});
-  for (int k = 0; k < all; ++k) {
-    DivideBy(squaredNorm_[first + k], coefficients_.Row(k + 1), cols);
-  }
-  for (int j = from; j <= to; ++j) DivideByEach(&norm_[first], &M_(j, first), all);
-  Subtract(first, last, from, to);
+  const View C = work_.Coefficients(all, cols);
+  CurrentKernels().transpose({&M_(from, first), M_.Cols(), cols, all, C.first, C.rowStride});
+  for (int k = 0; k < all; ++k) DivideBy(squaredNorm_(first + k), &C(k, 0), cols);
+  for (int j = from; j <= to; ++j) DivideByEach(norm_.From(first), &M_(j, first), all);
+  Subtract(first, last, from, C);
 }
 
-/// V(i,j) = V(i,j) - C(k,j)·V(i,k) in the columns from..to. Row 1 of C belongs to column `first`.
-void HessenbergStep::Subtract(int first, int last, int from, int to) {
-  const int cols = to - from + 1;
-  const int all = last - first + 1;
-  SubtractProduct(Part(V_, 1, first, first + 1, all), Part(coefficients_, 1, 1, all, cols),
-                  Part(V_, 1, from, first + 1, cols));
-  for (int top = first + 2; top <= last + 1; top += kTile) {
-    const int rows = std::min(kTile, last + 2 - top);
+/// V(i,j) = V(i,j) - C(k,j)·V(i,k) in the columns from `from` on, as many as C has. Row 0 of C
+/// belongs to column `first`.
+void HessenbergStep::Subtract(int first, int last, int from, const View& C) {
+  SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, C.cols));
+  for (int top = first + 2; top <= last + 1; top += tile_) {
+    const int rows = std::min(tile_, last + 2 - top);
     const int steps = last - top + 2;
-    SubtractProduct(Part(V_, top, top - 1, rows, steps),
-                    Part(coefficients_, top - first, 1, steps, cols),
-                    Part(V_, top, from, rows, cols));
+    SubtractProduct(Part(V_, top, top - 1, rows, steps), Part(C, top - first - 1, 0, steps, C.cols),
+                    Part(V_, top, from, rows, C.cols));
   }
 }
 
@@ -175,7 +171,7 @@ void HessenbergStep::Subtract(int first, int last, int from, int to) {
 void HessenbergStep::FillQ() {
   for (int i = 1; i <= n_; ++i) {
     const int from = std::max(1, i - 1);
-    DivideByEach(&norm_[from], &V_(i, from), n_ - from + 1);
+    DivideByEach(norm_.From(from), &V_(i, from), n_ - from + 1);
   }
 }
 
@@ -183,8 +179,8 @@ void HessenbergStep::FillQ() {
 /// with column i - 1; in front of these there are zeros.
 void HessenbergStep::MultiplyRows(int first, int rows) {
   const ConstView R = TakeRowsOfR(first, rows);
-  for (int from = std::max(1, first - 1); from <= n_; from += kTile) {
-    const int cols = std::min(kTile, n_ + 1 - from);
+  for (int from = std::max(1, first - 1); from <= n_; from += tile_) {
+    const int cols = std::min(tile_, n_ + 1 - from);
     const int depth = std::min(from + cols, n_) - first + 1;
     SetProduct({R.first, rows, depth, R.rowStride, R.colStride},
                Part(std::as_const(V_), first, from, depth, cols),
@@ -195,34 +191,46 @@ void HessenbergStep::MultiplyRows(int first, int rows) {
 /// Moves rows of R from column `first` on, with zeros below the diagonal, to where the coefficients
 /// were, column by column. They leave zeros.
 ConstView HessenbergStep::TakeRowsOfR(int first, int rows) {
-  double* const to = coefficients_.Data();
+  double* const to = work_.room.From(1);
   double* out = to;
-  for (int m = first; m <= n_; ++m, out += kTile) {
+  for (int m = first; m <= n_; ++m, out += rows) {
     double* const from = &M_(m, first);
     const int count = std::min(rows, m - first + 1);
     std::copy_n(from, count, out);
     std::fill_n(from, count, 0.0);
     std::fill(out + count, out + rows, 0.0);
   }
-  return {to, rows, n_ - first + 1, 1, kTile};
+  return {to, rows, n_ - first + 1, 1, rows};
 }
 
 /// The textbook loop itself, for one row. That of R moves to where the squared norms were.
 void HessenbergStep::MultiplyRow(int i) {
-  double* const r = squaredNorm_;
-  for (int m = i; m <= n_; ++m) r[m] = std::exchange(M_(m, i), 0.0);
+  Vector<double>& r = squaredNorm_;
+  for (int m = i; m <= n_; ++m) r(m) = std::exchange(M_(m, i), 0.0);
   for (int j = std::max(1, i - 1); j <= n_; ++j) {
     double sum = 0.0;
-    for (int m = i; m <= Length(j); ++m) sum += r[m] * V_(m, j);
+    for (int m = i; m <= Length(j); ++m) sum += r(m) * V_(m, j);
     M_(i, j) = sum;
   }
 }
 
 }  // namespace
 
+HessenbergQr::HessenbergQr(int order, const HessenbergSizes& blockSizes)
+    : sizes(blockSizes), V(order, order), squaredNorm(order), norm(order) {
+  if (order <= sizes.smallOrder) return;
+  const int half = LargestHalf(order, sizes.tile);
+  room = Vector<double>(std::max(half * std::min(half, sizes.strip), order * sizes.tile));
+}
+
+View HessenbergQr::Coefficients(int steps, int cols) {
+  assert(steps * cols <= room.Size());
+  return {room.From(1), steps, cols, cols, 1};
+}
+
 void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work) {
   HessenbergStep step(M, n, work);
-  if (n <= HessenbergQr::kSmallOrder) {
+  if (n <= work.sizes.smallOrder) {
     step.RunColumnByColumn();
   } else {
     step.RunInBlocks();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
 #include <cstring>
 #include <functional>
 #include <type_traits>
@@ -10,25 +11,6 @@
 
 namespace qmx {
 namespace {
-
-// Sizes of the packed blocks: a panel of B has to stay in the first cache while the panels of a
-// block of A, which has to stay in the second, run past it.
-constexpr int kDepth = 384;
-constexpr int kBlockRows = 240;  // A multiple of 16, 6 and 4, the heights of the tiles.
-constexpr int kBlockCols = 1024;
-
-// Below, copying an operand costs more than its strides do.
-constexpr int kPackFrom = 160;
-
-// The same where the rows of both lie in memory pages of their own, which all have to be looked up.
-constexpr int kPackPagesFrom = 48;
-constexpr std::ptrdiff_t kPage = 512;
-
-// Rows that lie a multiple of this apart compete for the same places of the first cache, of which
-// there are fewer than a tile has rows.
-constexpr std::ptrdiff_t kCompetingStride = 512;
-
-constexpr int kTallestTile = 16;
 
 const Kernels& KernelsOf(InstructionSet set) {
 #if defined(__x86_64__)
@@ -90,7 +72,7 @@ int EvenPart(int all, int most, int step) {
 
 /// Copies a panel of `cols` columns of B row by row.
 void PackPanel(const double* b, std::ptrdiff_t bRow, int depth, int cols, double* out) {
-  constexpr int kUsual = 8;
+  constexpr int kUsual = kCacheLine;
   if (cols == kUsual) {
     for (int k = 0; k < depth; ++k)
       std::memcpy(out + k * kUsual, b + k * bRow, kUsual * sizeof(double));
@@ -109,14 +91,25 @@ void PackB(const ProductJob& job, int tileCols, double* out) {
   }
 }
 
+/// Where packed operands lie. The panels of RunByPackedPanels are blocks of A as well.
+struct PackedOperands {
+  alignas(64) double a[kMostPackedA];
+  alignas(64) double b[kMostPackedB];
+};
+
+PackedOperands& Packed() {
+  static PackedOperands packed;
+  return packed;
+}
+
 /// Blocks of the products in increasing order, for each of them blocks of columns, and for each of
 /// these blocks of rows.
-void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
-  alignas(64) static double packedA[kBlockRows * kDepth];
-  alignas(64) static double packedB[kDepth * kBlockCols];
-  const int depth = EvenPart(job.depth, kDepth, 1);
-  const int rows = EvenPart(job.rows, kBlockRows, kernels.tileRows);
-  const int cols = EvenPart(job.cols, kBlockCols, kernels.tileCols);
+void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
+               const ProductJob& job) {
+  PackedOperands& packed = Packed();
+  const int depth = EvenPart(job.depth, sizes.depth, 1);
+  const int rows = EvenPart(job.rows, sizes.rows, kernels.tileRows);
+  const int cols = EvenPart(job.cols, sizes.cols, kernels.tileCols);
   ProductJob block = job;
   for (int k = 0; k < job.depth; k += depth) {
     block.depth = std::min(depth, job.depth - k);
@@ -124,14 +117,14 @@ void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
     for (int j = 0; j < job.cols; j += cols) {
       block.cols = std::min(cols, job.cols - j);
       block.b = job.b + k * job.bRow + j;
-      PackB(block, kernels.tileCols, packedB);
-      block.b = packedB;
+      PackB(block, kernels.tileCols, packed.b);
+      block.b = packed.b;
       for (int i = 0; i < job.rows; i += rows) {
         block.rows = std::min(rows, job.rows - i);
         block.a = job.a + i * job.aRow + k * job.aCol;
         block.c = job.c + i * job.cRow + j;
-        PackA(kernels, block, packedA);
-        block.a = packedA;
+        PackA(kernels, block, packed.a);
+        block.a = packed.a;
         runBlock(block);
       }
     }
@@ -139,31 +132,46 @@ void RunPacked(const Kernels& kernels, Run runBlock, const ProductJob& job) {
 }
 
 /// Copies panels of A before they are used, for rows that compete with each other.
-void RunByPackedPanels(const Kernels& kernels, Run run, const ProductJob& job) {
-  alignas(64) static double packed[kTallestTile * kDepth];
+void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run run,
+                       const ProductJob& job) {
+  double* const packed = Packed().a;
+  const int depth = EvenPart(job.depth, sizes.depth, 1);
   ProductJob panel = job;
   panel.a = packed;
   panel.aRow = 1;
-  for (int i = 0; i < job.rows; i += kernels.tileRows) {
-    panel.rows = std::min(kernels.tileRows, job.rows - i);
-    panel.aCol = panel.rows;
-    panel.c = job.c + i * job.cRow;
-    kernels.transpose({job.a + i * job.aRow, job.aRow, panel.rows, job.depth, packed, panel.rows});
-    run(panel);
+  for (int k = 0; k < job.depth; k += depth) {
+    panel.depth = std::min(depth, job.depth - k);
+    panel.fromZero = job.fromZero && k == 0;
+    panel.b = job.b + k * job.bRow;
+    for (int i = 0; i < job.rows; i += kernels.tileRows) {
+      panel.rows = std::min(kernels.tileRows, job.rows - i);
+      panel.aCol = panel.rows;
+      panel.c = job.c + i * job.cRow;
+      kernels.transpose({job.a + i * job.aRow + k * job.aCol, job.aRow, panel.rows, panel.depth,
+                         packed, panel.rows});
+      run(panel);
+    }
   }
 }
 
-void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A,
-              const ConstView& B, const View& C, bool fromZero) {
+[[maybe_unused]] bool FitPacked(const Kernels& kernels, const ProductSizes& sizes) {
+  return std::min({sizes.depth, sizes.rows, sizes.cols}) >= 1 &&
+         std::max(sizes.rows, kernels.tileRows) * sizes.depth <= kMostPackedA &&
+         sizes.cols * sizes.depth <= kMostPackedB;
+}
+
+void RunSized(const Kernels& kernels, const ProductSizes& sizes, Run run, Run runPacked,
+              const ConstView& A, const ConstView& B, const View& C, bool fromZero) {
+  assert(FitPacked(kernels, sizes));
   const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
-  const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= kPage;
-  const int packFrom = inPages ? kPackPagesFrom : kPackFrom;
-  if (std::min(job.rows, job.cols) >= packFrom && job.depth > 0) {
-    RunPacked(kernels, runPacked, job);
-  } else if (job.aRow % kCompetingStride == 0 && job.rows > kernels.tileRows / 2 &&
-             job.depth <= kDepth) {
-    RunByPackedPanels(kernels, run, job);
+  const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= sizes.page;
+  const int packFrom = inPages ? sizes.packPagesFrom : sizes.packFrom;
+  if (std::min(job.rows, job.cols) >= packFrom) {
+    RunPacked(kernels, sizes, runPacked, job);
+  } else if (job.aCol == 1 && job.aRow % sizes.competingStride == 0 &&
+             job.rows > kernels.tileRows / 2) {
+    RunByPackedPanels(kernels, sizes, run, job);
   } else {
     run(job);
   }
@@ -174,20 +182,22 @@ void RunSized(const Kernels& kernels, Run run, Run runPacked, const ConstView& A
          C.colStride == 1 && (A.rowStride == 1 || A.colStride == 1);
 }
 
-bool IsTiny(const ConstView& A, const View& C) {
-  constexpr int kTiny = 64;
-  return static_cast<long>(C.rows) * C.cols * A.cols <= kTiny;
+/// True for a product without any multiplication, too: the other ways begin with the first.
+bool IsTiny(const ConstView& A, const View& C, const ProductSizes& sizes) {
+  return static_cast<std::int64_t>(C.rows) * C.cols * A.cols <= sizes.tiny;
 }
 
 /// C = C sign A·B, or 0 sign A·B.
 template <class Sign>
-void Multiply(const ConstView& A, const ConstView& B, const View& C, Sign sign, Run Kernels::*run,
-              Run Kernels::*runPacked, bool fromZero) {
+void Multiply(const ConstView& A, const ConstView& B, const View& C, const ProductSizes* given,
+              Sign sign, Run Kernels::*run, Run Kernels::*runPacked, bool fromZero) {
   assert(FitTogether(A, B, C));
-  if (IsTiny(A, C)) {
+  const Kernels& kernels = *Current();
+  const ProductSizes& sizes = given == nullptr ? kernels.sizes : *given;
+  if (IsTiny(A, C, sizes)) {
     MultiplyTiny(A, B, C, sign, fromZero);
   } else {
-    RunSized(*Current(), Current()->*run, Current()->*runPacked, A, B, C, fromZero);
+    RunSized(kernels, sizes, kernels.*run, kernels.*runPacked, A, B, C, fromZero);
   }
 }
 
@@ -195,16 +205,16 @@ void Multiply(const ConstView& A, const ConstView& B, const View& C, Sign sign, 
 
 const Kernels& CurrentKernels() { return *Current(); }
 
-void AddProduct(ConstView A, ConstView B, View C) {
-  Multiply(A, B, C, std::plus<>(), &Kernels::add, &Kernels::addPacked, false);
+void AddProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
+  Multiply(A, B, C, sizes, std::plus<>(), &Kernels::add, &Kernels::addPacked, false);
 }
 
-void SetProduct(ConstView A, ConstView B, View C) {
-  Multiply(A, B, C, std::plus<>(), &Kernels::add, &Kernels::addPacked, true);
+void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
+  Multiply(A, B, C, sizes, std::plus<>(), &Kernels::add, &Kernels::addPacked, true);
 }
 
-void SubtractProduct(ConstView A, ConstView B, View C) {
-  Multiply(A, B, C, std::minus<>(), &Kernels::subtract, &Kernels::subtractPacked, false);
+void SubtractProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
+  Multiply(A, B, C, sizes, std::minus<>(), &Kernels::subtract, &Kernels::subtractPacked, false);
 }
 
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,

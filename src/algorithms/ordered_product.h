@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 
 namespace qmx {
@@ -37,6 +38,13 @@ inline ConstView Part(const Matrix& A, int row, int col, int rows, int cols) {
   return {rows > 0 && cols > 0 ? A.Row(row) + (col - 1) : nullptr, rows, cols, A.Cols(), 1};
 }
 
+/// The rows x cols part of a view whose upper left element is (row, col), counted from 0.
+template <class Number>
+BasicView<Number> Part(const BasicView<Number>& view, int row, int col, int rows, int cols) {
+  return {rows > 0 && cols > 0 ? &view(row, col) : nullptr, rows, cols, view.rowStride,
+          view.colStride};
+}
+
 /// The plain loop of the three routines below, for operands so small that choosing a way or even a
 /// call would take longer than the work. C begins as it is or as 0; `sign` adds or subtracts.
 template <class Sign>
@@ -55,14 +63,15 @@ inline void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C, 
 
 /// C(i,j) = C(i,j) + A(i,k)·B(k,j) for k = 1, 2, ... in this order. B and C have a column stride of
 /// 1 and share no element with each other; A has a row or a column stride of 1 and shares none with
-/// C.
-void AddProduct(ConstView A, ConstView B, View C);
+/// C. The sizes are those of the instruction set where none are given; a packed block has
+/// kMostPackedA and kMostPackedB elements at most.
+void AddProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
 
 /// The same with C(i,j) - A(i,k)·B(k,j).
-void SubtractProduct(ConstView A, ConstView B, View C);
+void SubtractProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
 
 /// C = A·B: as AddProduct from C(i,j) = 0 on, whatever is in C.
-void SetProduct(ConstView A, ConstView B, View C);
+void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
 
 /// What EliminateRows does, for rows of any length.
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
@@ -74,8 +83,7 @@ void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride,
 /// columns behind.
 inline void EliminateRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
                           int left, int right) {
-  constexpr int kFewColumns = 8;
-  if (left + right > kFewColumns) {
+  if (left + right > kFewNumbers) {
     EliminateLongRows(pivot, rows, stride, count, left, right);
     return;
   }
@@ -96,8 +104,7 @@ void DivideManyByEach(const double* divisors, double* x, int count);
 
 /// x[k] = x[k] / divisors[k] for `count` numbers.
 inline void DivideByEach(const double* divisors, double* x, int count) {
-  constexpr int kFew = 8;
-  if (count > kFew) return DivideManyByEach(divisors, x, count);
+  if (count > kFewNumbers) return DivideManyByEach(divisors, x, count);
   for (int k = 0; k < count; ++k) x[k] /= divisors[k];
 }
 

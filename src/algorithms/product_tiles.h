@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "algorithms/block_sizes.h"
+
 namespace qmx {
 
 /// C ± A·B on raw storage, for one instruction set. B and C have a column stride of 1.
@@ -29,9 +31,6 @@ struct EliminationStep {
   int left = 0;   ///< Columns before that of the step which take part.
   int right = 0;  ///< Columns behind.
 };
-
-/// Columns of a panel, and as many rows and steps among pivot rows, at most.
-inline constexpr int kPanelColumns = 8;
 
 /// One step of an elimination in `count` rows of a panel whose columns lie together. In each row k
 /// f = column[k] / pivot takes the place of column[k], and other[r][k] = other[r][k] -
@@ -74,6 +73,7 @@ struct TransposeJob {
 
 /// What one instruction set does best in its own way. All give the same bits.
 struct Kernels {
+  ProductSizes sizes;
   int tileRows;  ///< Rows of the largest tile. A packed operand comes in panels of this height.
   int tileCols;  ///< Columns of the largest tile.
   void (*add)(const ProductJob& job);

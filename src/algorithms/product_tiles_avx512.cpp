@@ -22,35 +22,6 @@ void RightEdge(const ProductJob& job, int col) {
   }
 }
 
-/// A low panel is done in wider tiles, so that there are always enough sums under way.
-template <class Sign>
-void Run(const ProductJob& job) {
-  Panels<16>(job, [](const ProductJob& panel) {
-    if (panel.rows <= 4) {
-      RightEdge<Sign, 4, 4>(panel, Strips<Sign, 4, 4, Lanes8>(panel, 0));
-    } else if (panel.rows <= 8) {
-      RightEdge<Sign, 8, 2>(panel, Strips<Sign, 8, 2, Lanes8>(panel, 0));
-    } else {
-      RightEdge<Sign, 16, 1>(panel, Strips<Sign, 16, 1, Lanes8>(panel, 0));
-    }
-  });
-}
-
-template <class Sign>
-void RunPacked(const ProductJob& block) {
-  PackedBlock<Sign, 16, 1, Lanes8>(block, Run<Sign>);
-}
-
-template <bool kExchange>
-void TakePivotRowSteps(const PivotRowsJob& job) {
-  int col = PivotRowStrips<kExchange, 2, Lanes8>(job, 0);
-  col = PivotRowStrips<kExchange, 1, Lanes8>(job, col);
-  const int left = job.cols - col;
-  if (left == 0) return;
-  ForCount<1, kPanelColumns>(
-      job.count, [&]<int R>() { PivotRows<kExchange, R, 1, Lanes8>(job, col, FirstLanes(left)); });
-}
-
 /// Some of 8 lanes. The others are read and written as they are and raise nothing; so a vector
 /// comes back as it was stored, and the processor need not wait for its own stores.
 struct SomeLanes {
@@ -69,7 +40,7 @@ struct SomeLanes {
 
 /// Goes along the vectors that a column begins with at a cache line.
 template <int N>
-double TakePanelStep(const PanelStep& step) {
+double TakeAlignedStepWith(const PanelStep& step) {
   constexpr int kWidth = Lanes8::kWidth;
   const StepNumbers<N, Lanes8> numbers(step);
   Lanes8::Vector largest = _mm512_setzero_pd();
@@ -87,28 +58,51 @@ double TakePanelStep(const PanelStep& step) {
 }
 
 double TakeAlignedPanelStep(const PanelStep& step) {
-  const double largest =
-      ForCount<0, kPanelColumns - 1>(step.others, [&]<int N>() { return TakePanelStep<N>(step); });
+  const double largest = ForCount<0, kPanelColumns - 1>(
+      step.others, [&]<int N>() { return TakeAlignedStepWith<N>(step); });
   return WithFirst(largest, step);
 }
 
+struct Avx512 {
+  using Lanes = Lanes8;
+  static constexpr int kTileRows = 16;
+  static constexpr int kTileVectors = 1;
+  static constexpr ProductSizes kSizes{};
+
+  /// A low panel is done in wider tiles, so that there are always enough sums under way.
+  template <class Sign>
+  static void Run(const ProductJob& job) {
+    Panels<16>(job, [](const ProductJob& panel) {
+      if (panel.rows <= 4) {
+        RightEdge<Sign, 4, 4>(panel, Strips<Sign, 4, 4, Lanes8>(panel, 0));
+      } else if (panel.rows <= 8) {
+        RightEdge<Sign, 8, 2>(panel, Strips<Sign, 8, 2, Lanes8>(panel, 0));
+      } else {
+        RightEdge<Sign, 16, 1>(panel, Strips<Sign, 16, 1, Lanes8>(panel, 0));
+      }
+    });
+  }
+
+  static void Eliminate(const EliminationStep& step) {
+    EliminateRows<Lanes8, Lanes1, Lanes2, Lanes4>(step);
+  }
+
+  static double TakePanelStep(const PanelStep& step) { return TakeAlignedPanelStep(step); }
+
+  template <bool kExchange>
+  static void TakePivotRowSteps(const PivotRowsJob& job) {
+    int col = PivotRowStrips<kExchange, 2, Lanes8>(job, 0);
+    col = PivotRowStrips<kExchange, 1, Lanes8>(job, col);
+    const int left = job.cols - col;
+    if (left == 0) return;
+    ForCount<1, kPanelColumns>(job.count, [&]<int R>() {
+      PivotRows<kExchange, R, 1, Lanes8>(job, col, FirstLanes(left));
+    });
+  }
+};
+
 }  // namespace
 
-const Kernels kAvx512Kernels{.tileRows = 16,
-                             .tileCols = 8,
-                             .add = Run<Plus>,
-                             .subtract = Run<Minus>,
-                             .addPacked = RunPacked<Plus>,
-                             .subtractPacked = RunPacked<Minus>,
-                             .eliminate = Eliminate<Lanes8, Lanes1, Lanes2, Lanes4>,
-                             .divide = Divide<Lanes8>,
-                             .divideByEach = DivideByEach<Lanes8>,
-                             .largestMagnitude = LargestMagnitude<Lanes8>,
-                             .placeOf = PlaceOf<Lanes8>,
-                             .swap = Swap<Lanes8>,
-                             .transpose = Transpose<Lanes8>,
-                             .panelStep = TakeAlignedPanelStep,
-                             .eliminatePivotRows = TakePivotRowSteps<false>,
-                             .exchangePivotRows = TakePivotRowSteps<true>};
+const Kernels kAvx512Kernels = TableOf<Avx512>();
 
 }  // namespace qmx

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+
+#include "algorithms/block_sizes.h"
 
 // What the two Gram-Schmidt processes share. A block of columns is made final from two halves, all
 // projections on the left half going over the right half at once; blocks of few columns are done
@@ -8,19 +11,17 @@
 
 namespace qmx {
 
-/// Up to so many columns are made orthogonal one by one.
-inline constexpr int kColumnsAtOnce = 4;
-
 /// How many of more than kColumnsAtOnce columns make up the left half of a block: half of them,
 /// rounded to tiles of the kernel, or to fours at least.
-inline int LeftHalf(int columns) {
-  constexpr int kTile = 16;
-  const int step = columns > 2 * kTile ? kTile : kColumnsAtOnce;
+inline int LeftHalf(int columns, int tile) {
+  const int step = columns > 2 * tile ? tile : kColumnsAtOnce;
   return (columns / 2 + step / 2) / step * step;
 }
 
 /// No half is larger than that in any block of up to so many columns.
-inline int LargestHalf(int columns) { return columns / 2 + 9; }
+inline int LargestHalf(int columns, int tile) {
+  return columns / 2 + std::max(tile, kColumnsAtOnce) / 2 + 1;
+}
 
 /// Calls project.template operator()<kCount>(column) for the columns first..last, as many as
 /// kColumnsAtOnce in one call; once with kCount = 0 where there are none.
@@ -42,28 +43,30 @@ template <class Project>
   }
 }
 
-/// sums[0] = v·v and sums[t] = v·m(t) for t = 1..kCount, the rows taken in increasing order; m(t)
-/// is the column t places behind m. Rows lie `stride` apart. All sums grow together: one alone
-/// would have the processor wait for each addition.
+/// Squares and products of a column v with the kCount columns that begin with m, the rows taken in
+/// increasing order: `square` becomes v·v and dots[t] becomes v·m(t). Rows lie `stride` apart. All
+/// sums grow together: one alone would have the processor wait for each addition.
 template <int kCount>
 inline void NormAndDots(const double* v, const double* m, std::ptrdiff_t stride, int rows,
-                        double* sums) {
-  double sum[kCount + 1] = {};
+                        double& square, double* dots) {
+  double squares = 0;
+  double sum[kCount + 1] = {};  // One more, since there may be none.
   for (int i = 0; i < rows; ++i, v += stride, m += stride) {
     const double x = *v;
-    sum[0] += x * x;
-    for (int t = 1; t <= kCount; ++t) sum[t] += x * m[t];
+    squares += x * x;
+    for (int t = 0; t < kCount; ++t) sum[t] += x * m[t];
   }
-  for (int t = 0; t <= kCount; ++t) sums[t] = sum[t];
+  square = squares;
+  for (int t = 0; t < kCount; ++t) dots[t] = sum[t];
 }
 
-/// w(t) = w(t) - c[t]·v for t = 1..kCount; w(t) is the column t places behind w.
+/// w(t) = w(t) - c[t]·v for the kCount columns that begin with w.
 template <int kCount>
 inline void SubtractMultiples(const double* v, double* w, std::ptrdiff_t stride, int rows,
                               const double* c) {
   for (int i = 0; i < rows; ++i, v += stride, w += stride) {
     const double x = *v;
-    for (int t = 1; t <= kCount; ++t) w[t] -= c[t] * x;
+    for (int t = 0; t < kCount; ++t) w[t] -= c[t] * x;
   }
 }
 

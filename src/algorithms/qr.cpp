@@ -9,6 +9,7 @@
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/projection.h"
+#include "base/vector.h"
 
 // Once column k of V is final, its projections of all later columns can be taken and subtracted: no
 // later column is needed for that. So a block of columns is made final from two halves, and all
@@ -25,15 +26,10 @@
 namespace qmx {
 namespace {
 
-constexpr int kBlockColumns = 256;
-
-// Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 16;
-
 class GramSchmidt {
  public:
-  explicit GramSchmidt(const Matrix& A)
-      : A_(A), V_(A), R_(A.Cols(), A.Cols()), squaredNorm_(A.Cols() + 1) {}
+  GramSchmidt(const Matrix& A, const QrSizes& sizes)
+      : A_(A), sizes_(sizes), V_(A), R_(A.Cols(), A.Cols()), squaredNorm_(A.Cols()) {}
 
   QrFactors RunInBlocks(Progress& progress);
   QrFactors RunColumnByColumn();
@@ -50,18 +46,20 @@ class GramSchmidt {
   void SubtractSome(int first, int from, const View& D, const View& C);
 
   const Matrix& A_;
+  const QrSizes& sizes_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
   Matrix R_;
   Matrix coefficients_;  ///< C.
-  std::vector<double> squaredNorm_;
+  Vector<double> squaredNorm_;
 };
 
 /// False among the factors where a column vanished; nothing else counts then.
 QrFactors GramSchmidt::RunInBlocks(Progress& progress) {
   const int n = A_.Cols();
-  if (n > kSmallOrder) coefficients_ = Matrix(std::min(kBlockColumns, n), n);
-  for (int first = 1; first <= n; first += kBlockColumns) {
-    const int last = std::min(first + kBlockColumns - 1, n);
+  if (n > std::min(sizes_.smallOrder, sizes_.block))
+    coefficients_ = Matrix(std::min(sizes_.block, n), n);
+  for (int first = 1; first <= n; first += sizes_.block) {
+    const int last = std::min(first + sizes_.block - 1, n);
     if (!FinishBlock(first, last)) return {};
     Project(first, last, last + 1, n);
     if (last < n) progress.Report(static_cast<double>(last) / n);
@@ -84,10 +82,10 @@ QrFactors GramSchmidt::RunColumnByColumn() {
 /// Q, which takes the place of V, and R, once so many columns are final.
 QrFactors GramSchmidt::Factors(int columns) {
   const int n = A_.Cols();
-  for (int j = 1; j <= columns; ++j) squaredNorm_[j] = R_(j, j);
+  for (int j = 1; j <= columns; ++j) squaredNorm_(j) = R_(j, j);
   for (int r = 1; r <= V_.Rows(); ++r) {
     double* const row = V_.Row(r);
-    DivideByEach(squaredNorm_.data() + 1, row, columns);
+    DivideByEach(squaredNorm_.From(1), row, columns);
     std::fill(row + columns, row + n, 0.0);
   }
   return {columns == n, std::move(V_), std::move(R_)};
@@ -95,13 +93,13 @@ QrFactors GramSchmidt::Factors(int columns) {
 
 bool GramSchmidt::FinishBlock(int first, int last) {
   const int columns = last - first + 1;
-  if (columns <= kColumnsAtOnce || A_.Cols() <= kSmallOrder) {
+  if (columns <= kColumnsAtOnce || A_.Cols() <= sizes_.smallOrder) {
     for (int j = first; j <= last; ++j) {
       if (!FinishColumn(j, last)) return false;
     }
     return true;
   }
-  const int middle = first + LeftHalf(columns) - 1;
+  const int middle = first + LeftHalf(columns, sizes_.tile) - 1;
   if (!FinishBlock(first, middle)) return false;
   Project(first, middle, middle + 1, last);
   return FinishBlock(middle + 1, last);
@@ -111,7 +109,7 @@ bool GramSchmidt::FinishBlock(int first, int last) {
 /// columns up to `last` on it. False where the norm is zero.
 bool GramSchmidt::FinishColumn(int j, int last) {
   ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
-  return squaredNorm_[j] != 0;
+  return squaredNorm_(j) != 0;
 }
 
 /// Projects the kCount columns from column `from` on on column j. The first time that takes the
@@ -119,25 +117,26 @@ bool GramSchmidt::FinishColumn(int j, int last) {
 template <int kCount>
 void GramSchmidt::ProjectNext(int j, int from) {
   const int n = V_.Cols();
+  const double* const v = V_.Row(1) + (j - 1);
+  double square;
   double d[kCount + 1];
-  const double* const v = &V_(1, j);
-  NormAndDots<kCount>(v, A_.Row(1) + from - 2, n, V_.Rows(), d);
-  double* const r = &R_(j, from) - 1;
-  if (from == j + 1) squaredNorm_[j] = d[0];
-  if (d[0] == 0) return;
-  if (from == j + 1) r[0] = std::sqrt(d[0]);
+  NormAndDots<kCount>(v, A_.Row(1) + (from - 1), n, V_.Rows(), square, d);
+  if (from == j + 1) squaredNorm_(j) = square;
+  if (square == 0) return;
+  if (from == j + 1) R_(j, j) = std::sqrt(square);
   const double norm = R_(j, j);
+  double* const r = R_.Row(j) + (from - 1);
   double c[kCount + 1];
   bool hasZero = false;
-  for (int t = 1; t <= kCount; ++t) {
+  for (int t = 0; t < kCount; ++t) {
     hasZero |= d[t] == 0;
-    c[t] = d[t] / d[0];
+    c[t] = d[t] / square;
     r[t] = d[t] / norm;
   }
-  double* const w = &V_(1, from) - 1;
+  double* const w = V_.Row(1) + (from - 1);
   if (!hasZero) return SubtractMultiples<kCount>(v, w, n, V_.Rows(), c);
-  for (int t = 1; t <= kCount; ++t) {
-    if (d[t] != 0) SubtractMultiples<1>(v, w + t - 1, n, V_.Rows(), c + t - 1);
+  for (int t = 0; t < kCount; ++t) {
+    if (d[t] != 0) SubtractMultiples<1>(v, w + t, n, V_.Rows(), c + t);
   }
 }
 
@@ -159,7 +158,7 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
   for (int k = 0; k < steps; ++k) {
     hasZero |= PlaceOf(0, &D(k, 0), cols) != cols;
     std::copy_n(&D(k, 0), cols, &C(k, 0));
-    DivideBy(squaredNorm_[first + k], &C(k, 0), cols);
+    DivideBy(squaredNorm_(first + k), &C(k, 0), cols);
   }
   if (hasZero) {
     SubtractSome(first, from, D, C);
@@ -180,17 +179,15 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
   for (int j = 0; j < D.cols;) {
     if (hasZero[j]) {
       for (int k = 0; k < D.rows; ++k) {
-        const double* const v = &V_(1, first + k);
-        double* const w = &V_(1, from + j);
-        if (D(k, j) != 0) SubtractMultiples<1>(v, w - 1, V_.Cols(), V_.Rows(), &C(k, j) - 1);
+        if (D(k, j) == 0) continue;
+        SubtractMultiples<1>(&V_(1, first + k), &V_(1, from + j), V_.Cols(), V_.Rows(), &C(k, j));
       }
       ++j;
       continue;
     }
     const int end =
         static_cast<int>(std::find(hasZero.begin() + j, hasZero.end(), 1) - hasZero.begin());
-    SubtractProduct(Part(V_, 1, first, V_.Rows(), D.rows),
-                    {&C(0, j), D.rows, end - j, C.rowStride, 1},
+    SubtractProduct(Part(V_, 1, first, V_.Rows(), D.rows), Part(C, 0, j, D.rows, end - j),
                     Part(V_, 1, from + j, V_.Rows(), end - j));
     j = end;
   }
@@ -198,15 +195,15 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
 
 }  // namespace
 
-QrFactors FactorQr(const Matrix& A, Progress& progress) {
+QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
   std::fexcept_t faults;
   std::fegetexceptflag(&faults, FE_ALL_EXCEPT);
-  QrFactors factors = GramSchmidt(A).RunInBlocks(progress);
+  QrFactors factors = GramSchmidt(A, sizes.qr).RunInBlocks(progress);
   if (factors.factored) return factors;
   // The projections ran ahead of the column that failed. Neither what they left in R nor a fault of
   // theirs belongs to the result.
   std::fesetexceptflag(&faults, FE_ALL_EXCEPT);
-  return GramSchmidt(A).RunColumnByColumn();
+  return GramSchmidt(A, sizes.qr).RunColumnByColumn();
 }
 
 }  // namespace qmx

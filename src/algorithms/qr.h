@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -16,6 +17,6 @@ struct QrFactors {
 /// A = Q·R of an m x n matrix with m >= n, by classical Gram-Schmidt orthogonalisation (Golub & Van
 /// Loan, Matrix Computations, 5.2.7): every projection is taken against the column of A itself. No
 /// pivoting, no second pass. Fails where what is left of a column has a norm of exactly zero.
-QrFactors FactorQr(const Matrix& A, Progress& progress);
+QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

@@ -73,7 +73,7 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
     return record;
   };
   comparison.Compare(
-      [&] { return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C); }); },
+      [&] { return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C, nullptr); }); },
       [&] {
         return run(
             [&](const View& C) { PlainLoop(operands.a, operands.b, C, static_cast<Form>(form)); });

@@ -1,0 +1,146 @@
+#pragma once
+
+#include <cstddef>
+
+namespace qmx {
+
+// How large the pieces are that the algorithms cut their work into, and up to where they do not cut
+// it at all. None of these sizes changes a bit of a result: every algorithm takes them as its last
+// parameter, the tests with 2 and 3, which brings all edges of blocks into a matrix of order 7.
+//
+// The values are those of the shortest times; `./bench.sh --sizes` measures each of them against
+// its half and its double, and docs/performance.md tells what came out.
+
+// Fixed when the program is compiled, because registers and unrolled loops have just this size.
+
+/// Numbers in a line of the cache.
+inline constexpr int kCacheLine = 8;
+/// Rows of the tallest tile of a product in any instruction set.
+inline constexpr int kTallestTile = 16;
+/// Columns of a panel, and as many rows and steps among pivot rows, at most: what they need at a
+/// time fits the registers.
+inline constexpr int kPanelColumns = 8;
+/// Columns that are projected on another one in one loop, and up to so many are made orthogonal one
+/// by one.
+inline constexpr int kColumnsAtOnce = 4;
+/// Up to so many numbers are done in a plain loop before a call would have chosen its way.
+inline constexpr int kFewNumbers = 8;
+/// The longest of short rows, whose loops are unrolled as a whole, and the most columns that are
+/// put in order on the stack.
+inline constexpr int kMostShortRow = 11;
+inline constexpr int kMostScattered = 32;
+/// Up to so many elements of a column are searched for a pivot of an elimination with branches.
+inline constexpr int kForeseenSearch = 16;
+
+/// Of the packed operands of a product.
+inline constexpr int kMostPackedA = 240 * 384;
+inline constexpr int kMostPackedB = 384 * 1024;
+
+/// How a product is cut. There is one for each instruction set.
+struct ProductSizes {
+  /// A packed panel of B, which has `depth` rows, has to stay in the first cache while the panels
+  /// of a packed block of A, which has to stay in the second, run past it. `rows` is a multiple of
+  /// 16, 6 and 4, the heights of the tiles.
+  int depth = 384;
+  int rows = 240;
+  int cols = 1024;  ///< Of B that are packed at a time.
+  /// Rows and columns from which operands are packed: below, a copy costs more than strides do.
+  int packFrom = 160;
+  /// The same where the rows of both operands lie in memory pages of their own, `page` numbers
+  /// apart, which all have to be looked up.
+  int packPagesFrom = 48;
+  std::ptrdiff_t page = 512;
+  /// Rows that lie a multiple of this apart compete for the same places of the first cache, of
+  /// which there are fewer than a tile has rows.
+  std::ptrdiff_t competingStride = 512;
+  /// Multiplications up to which a plain loop is done before a way would be chosen; at least 0.
+  int tiny = 64;
+};
+
+/// How a product as a task is cut, apart from how its parts are multiplied.
+struct ProductTaskSizes {
+  int tinyOperand = 16;  ///< Elements of each operand up to which the textbook's loop is quickest.
+  /// Multiplications between two reports, a fraction of a second's work.
+  double stepsInStrip = 2.5e9;
+  int fewestRows = 240;  ///< Of a strip, so that the reports cost nothing.
+};
+
+/// How an elimination is cut.
+struct EliminationSizes {
+  int smallOrder = 32;  ///< Up to here the bookkeeping of blocks takes longer than it saves.
+  int block = 128;      ///< Columns whose steps the rest of the matrix takes all at once.
+  int panel = 8;  ///< Columns that are eliminated in storage of their own; kPanelColumns at most.
+  /// So many columns take the steps of a whole block at a time: what they read stays in the cache.
+  int strip = 96;
+};
+
+/// How exchange steps are cut; as in EliminationSizes where the names are the same.
+struct ExchangeSizes {
+  int smallOrder = 32;
+  int block = 128;
+  int panel = 8;
+  int strip = 96;
+  /// Between two rows of factors there is that much more than a block, which is a power of two:
+  /// else they would compete for the same places of the cache.
+  int factorGap = 8;
+  /// Up to here whole rows in a plain loop are quicker than their two parts; kMostShortRow at most.
+  int shortRow = 11;
+  /// Up to here the columns are put in order by single writes; beyond, reads here and there are so
+  /// much quicker that turning the order round pays. kMostScattered at most.
+  int scatter = 32;
+};
+
+/// How the minors of an adjoint share their eliminations.
+struct CofactorSizes {
+  int smallOrder = 5;  ///< Up to here the bookkeeping of branches takes longer than it saves.
+};
+
+/// How Gram-Schmidt is cut on a full matrix.
+struct QrSizes {
+  int smallOrder = 16;  ///< Up to here the bookkeeping of blocks takes longer than it saves.
+  int block = 256;      ///< Columns whose projections all later columns take at once.
+  int tile = 16;        ///< Halves of blocks are rounded to it, the height of the tallest tile.
+};
+
+/// How the reduction to Hessenberg form and the cycles of QR are cut.
+struct HessenbergSizes {
+  int tinyReflector = 4;      ///< Order up to which a reflection is a plain loop.
+  int reflectionStrip = 256;  ///< Columns of H·M, or rows of M·H, that are formed at a time.
+  int smallOrder = 15;        ///< Of a cycle: up to here blocks take longer than they save.
+  int strip = 256;            ///< Columns that are projected at a time, at most.
+  int tile = 16;              ///< Height of the strips that a triangle is cut into.
+};
+
+/// How the growing elimination of the definiteness test is cut.
+struct DefinitenessSizes {
+  int smallOrder = 48;  ///< Up to here blocks take longer than they save.
+  int steps = 16;       ///< That a group of rows takes at once.
+  int group = 64;       ///< Rows of a group: larger ones are more often cut short by an exchange.
+};
+
+/// How normal equations are formed.
+struct LeastSquaresSizes {
+  int fewElements = 40;  ///< Of a system for which a plain loop is quicker than the kernel.
+  /// Rows formed at a time. Low strips form less of what the mirror gives; high ones suit the
+  /// kernel better.
+  int lowStrip = 64;
+  int highStrip = 192;
+  int highFrom = 500;  ///< Unknowns from which strips are high.
+};
+
+/// All of them.
+struct BlockSizes {
+  ProductTaskSizes product;
+  EliminationSizes elimination;
+  ExchangeSizes exchange;
+  CofactorSizes cofactors;
+  QrSizes qr;
+  HessenbergSizes hessenberg;
+  DefinitenessSizes definiteness;
+  LeastSquaresSizes leastSquares;
+};
+
+/// Those that the program works with.
+inline constexpr BlockSizes kBlockSizes;
+
+}  // namespace qmx
