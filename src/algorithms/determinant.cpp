@@ -4,6 +4,8 @@
 
 namespace qmx {
 
-double Determinant(Matrix A, Progress& progress) { return ReduceToDeterminant(A, progress); }
+double Determinant(Matrix A, Progress& progress, const BlockSizes& sizes) {
+  return ReduceToDeterminant(A, progress, sizes.elimination);
+}
 
 }  // namespace qmx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -10,6 +11,6 @@ namespace qmx {
 /// row exchanges. A pivot is replaced only by a strictly larger magnitude further down; an exactly
 /// zero pivot column ends the elimination and gives 0 through its diagonal element. The determinant
 /// of the empty matrix is 1. `A` is used up as the work matrix.
-double Determinant(Matrix A, Progress& progress);
+double Determinant(Matrix A, Progress& progress, const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

@@ -1,15 +1,15 @@
 #include "algorithms/elimination.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 #include <utility>
-#include <vector>
 
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/pivot_search.h"
 #include "base/arithmetic.h"
 #include "base/fault.h"
+#include "base/vector.h"
 
 // Columns are eliminated block by block, and a block in panels of a few columns. Nothing takes the
 // steps of a panel before it needs them; then it takes all steps that it has not yet taken at once:
@@ -31,24 +31,6 @@
 namespace qmx {
 namespace {
 
-constexpr int kBlockColumns = 128;
-
-// So many columns take the steps of a whole block at a time: what they read stays in the cache.
-constexpr int kStripColumns = 96;
-
-// Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 32;
-
-/// The place of the largest magnitude of `count` numbers of a column, `stride` apart; the first of
-/// equals.
-std::ptrdiff_t PivotRow(const double* column, std::ptrdiff_t stride, std::ptrdiff_t count) {
-  std::ptrdiff_t p = 0;
-  for (std::ptrdiff_t k = 1; k < count; ++k) {
-    if (std::abs(column[k * stride]) > std::abs(column[p * stride])) p = k;
-  }
-  return p;
-}
-
 /// What the pivot rule says to a column without a pivot; element(k) is k rows below the diagonal.
 template <class Element>
 bool EndsAtZero(PivotRule rule, int below, Element element) {
@@ -67,10 +49,13 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
   const std::ptrdiff_t n = W.Cols();
   for (int i = 0; i < columns; ++i) {
     double* const pivot = numbers + i * n + i;
-    const std::ptrdiff_t p = rule == PivotRule::kDiagonalElement ? 0 : PivotRow(pivot, n, m - i);
     const int below = static_cast<int>(m) - i - 1;
+    const auto element = [pivot, n](std::ptrdiff_t k) { return pivot[k * n]; };
+    const std::ptrdiff_t p = rule == PivotRule::kDiagonalElement
+                                 ? 0
+                                 : FindLargest<kForeseenSearch>(below + 1, element).place;
     if (pivot[p * n] == 0) {
-      if (!EndsAtZero(rule, below, [=](int k) { return pivot[k * n]; })) continue;
+      if (!EndsAtZero(rule, below, element)) continue;
       result.complete = false;
       break;
     }
@@ -87,7 +72,8 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
 
 class Eliminator {
  public:
-  Eliminator(Matrix& W, PivotRule rule, double* order) : W_(W), rule_(rule), order_(order) {}
+  Eliminator(Matrix& W, PivotRule rule, double* order, const EliminationSizes& sizes)
+      : W_(W), rule_(rule), order_(order), sizes_(sizes), eliminated_(W.Cols()), panel_(W.Rows()) {}
 
   Elimination Run(int columns, Progress& progress);
 
@@ -103,22 +89,21 @@ class Eliminator {
   Matrix& W_;
   const PivotRule rule_;
   double* const order_;
-  std::vector<char> eliminated_;  ///< For each column, from 1, whether it had a pivot.
-  bool missesPivot_ = false;      ///< Whether a column had none.
+  const EliminationSizes& sizes_;
+  Vector<char> eliminated_;   ///< For each column, whether it had a pivot.
+  bool missesPivot_ = false;  ///< Whether a column had none.
   Panel panel_;
   Elimination result_;
 };
 
 Elimination Eliminator::Run(int columns, Progress& progress) {
-  eliminated_.resize(W_.Cols() + 1);
-  panel_ = Panel(W_.Rows());
-  for (int first = 1; first <= columns && result_.complete; first += kBlockColumns) {
-    const int last = std::min(first + kBlockColumns - 1, columns);
+  for (int first = 1; first <= columns && result_.complete; first += sizes_.block) {
+    const int last = std::min(first + sizes_.block - 1, columns);
     // There is no other block for what stands right of the last one.
     const int right = last == columns ? W_.Cols() : last;
     EliminateBlock(first, last, right);
-    for (int from = right + 1; from <= W_.Cols(); from += kStripColumns) {
-      const int to = std::min(from + kStripColumns - 1, W_.Cols());
+    for (int from = right + 1; from <= W_.Cols(); from += sizes_.strip) {
+      const int to = std::min(from + sizes_.strip - 1, W_.Cols());
       TakeStepsInRows(first, first, last, from, to);
     }
     TakeSteps(first, last, last + 1, W_.Rows(), last + 1, W_.Cols());
@@ -130,8 +115,8 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
 /// Leaves the columns up to `right` in the rows first..last as they are in the end.
 void Eliminator::EliminateBlock(int first, int last, int right) {
   const int rows = W_.Rows();
-  for (int left = first; left <= last; left += kPanelColumns) {
-    const int end = std::min(left + kPanelColumns - 1, last);
+  for (int left = first; left <= last; left += sizes_.panel) {
+    const int end = std::min(left + sizes_.panel - 1, last);
     TakeSteps(first, left - 1, left, rows, left, end);
     EliminatePanel(left, end);
     TakeStepsInRows(first, left, end, end + 1, right);
@@ -149,8 +134,8 @@ void Eliminator::EliminatePanel(int first, int last) {
   const View panel = panel_.Read(place);
   double largest = LargestMagnitude(panel.first, panel.cols);
   for (int j = 0; j < panel.rows && result_.complete; ++j) {
-    eliminated_[first + j] = EliminatePanelColumn(panel, first, j, largest);
-    missesPivot_ = missesPivot_ || eliminated_[first + j] == 0;
+    eliminated_(first + j) = EliminatePanelColumn(panel, first, j, largest);
+    missesPivot_ = missesPivot_ || eliminated_(first + j) == 0;
   }
   Panel::Write(panel, place);
 }
@@ -191,8 +176,8 @@ bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, doubl
 /// from..to.
 void Eliminator::TakeStepsInRows(int first, int top, int bottom, int from, int to) {
   if (from > to) return;
-  for (; top <= bottom; top += kPanelColumns) {
-    const int end = std::min(top + kPanelColumns - 1, bottom);
+  for (; top <= bottom; top += sizes_.panel) {
+    const int end = std::min(top + sizes_.panel - 1, bottom);
     TakeSteps(first, top - 1, top, end, from, to);
     if (missesPivot_) {
       for (int i = top + 1; i <= end; ++i) TakeSteps(top, i - 1, i, i, from, to);
@@ -207,11 +192,9 @@ void Eliminator::TakeStepsInRows(int first, int top, int bottom, int from, int t
 /// columns from..to.
 void Eliminator::TakeSteps(int first, int last, int top, int bottom, int from, int to) {
   if (top > bottom || from > to) return;
-  const auto begin = eliminated_.begin();
   for (int run = first; run <= last;) {
-    const int end = missesPivot_
-                        ? static_cast<int>(std::find(begin + run, begin + last + 1, 0) - begin)
-                        : last + 1;  // One behind.
+    int end = missesPivot_ ? run : last + 1;  // One behind.
+    while (end <= last && eliminated_(end) != 0) ++end;
     if (end > run) {
       SubtractProduct(Part(W_, top, run, bottom - top + 1, end - run),
                       Part(W_, run, from, end - run, to - from + 1),
@@ -229,20 +212,22 @@ void Eliminator::NoteExchange(int i, int p) {
 
 }  // namespace
 
-Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order) {
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order,
+                      const EliminationSizes& sizes) {
   if (columns < 1 && order == nullptr) return {};
   if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
-  if (std::max(W.Rows(), W.Cols()) <= kSmallOrder) {
+  if (std::max(W.Rows(), W.Cols()) <= sizes.smallOrder) {
     const Elimination done = EliminateStepByStep(W, columns, rule, order);
     progress.Report(1);
     return done;
   }
-  return Eliminator(W, rule, order).Run(columns, progress);
+  return Eliminator(W, rule, order, sizes).Run(columns, progress);
 }
 
-double ReduceToDeterminant(Matrix& W, Progress& progress) {
+double ReduceToDeterminant(Matrix& W, Progress& progress, const EliminationSizes& sizes) {
   const int n = W.Rows();
-  const Elimination done = Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, progress);
+  const Elimination done =
+      Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, progress, nullptr, sizes);
   double product = 1.0;
   for (int k = 1; k <= n; ++k) product *= W(k, k);
   return AlternatingSign(done.exchanges) * product;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -27,11 +28,13 @@ struct Elimination {
 /// Whole rows are exchanged, multipliers included. In `order`, which may be null and otherwise has
 /// a number for each row of W, the number of the row that came there is left, from 1.
 Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress,
-                      double* order = nullptr);
+                      double* order = nullptr,
+                      const EliminationSizes& sizes = kBlockSizes.elimination);
 
 /// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
 /// used up.
-double ReduceToDeterminant(Matrix& W, Progress& progress);
+double ReduceToDeterminant(Matrix& W, Progress& progress,
+                           const EliminationSizes& sizes = kBlockSizes.elimination);
 
 /// (-1)^count: the sign that `count` row exchanges give to a determinant.
 inline double AlternatingSign(int count) { return count % 2 == 0 ? 1.0 : -1.0; }

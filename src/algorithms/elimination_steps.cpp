@@ -20,12 +20,12 @@ PivotRowsJob JobOf(const ConstView& F, const View& X) {
 
 }  // namespace
 
-Panel::Panel(int rows) : lines_(static_cast<std::size_t>(kPanelColumns) * LinesFor(rows)) {}
+Panel::Panel(int rows) : numbers_(static_cast<std::size_t>(kPanelColumns) * WholeLines(rows)) {}
 
 View Panel::Empty(int columns, int rows) {
-  const int lines = LinesFor(rows);
-  assert(static_cast<std::size_t>(columns) * lines <= lines_.size());
-  return {lines_.data()->numbers, columns, rows, static_cast<std::ptrdiff_t>(lines) * kInLine, 1};
+  const int stride = WholeLines(rows);
+  assert(static_cast<std::size_t>(columns) * stride <= numbers_.size());
+  return {numbers_.data(), columns, rows, stride, 1};
 }
 
 View Panel::Read(ConstView from) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <new>
 #include <vector>
 
 #include "algorithms/ordered_product.h"
@@ -9,6 +11,21 @@ namespace qmx {
 
 // What an elimination by blocks does where it is not a product of blocks, in the widest vectors of
 // the processor.
+
+/// Gives memory that begins at a line of the cache.
+template <class T>
+struct LineAllocator {
+  using value_type = T;
+  static constexpr std::align_val_t kLine{kCacheLine * sizeof(double)};
+  LineAllocator() = default;
+  template <class Other>
+  explicit LineAllocator(const LineAllocator<Other>&) {}
+  T* allocate(std::size_t count) {
+    return static_cast<T*>(::operator new(count * sizeof(T), kLine));
+  }
+  void deallocate(T* memory, std::size_t) { ::operator delete(memory, kLine); }
+  friend bool operator==(const LineAllocator&, const LineAllocator&) { return true; }
+};
 
 /// Some columns of a matrix in storage of their own, with the columns as rows, so that what belongs
 /// together lies together. Every row of the panel begins at a cache line, as a PanelStep needs it.
@@ -25,13 +42,11 @@ class Panel {
   static void Write(ConstView panel, View to);
 
  private:
-  static constexpr int kInLine = 8;
-  struct alignas(64) Line {
-    double numbers[kInLine];
-  };
-  static int LinesFor(int numbers) { return (numbers + kInLine - 1) / kInLine; }
+  static int WholeLines(int numbers) {
+    return (numbers + kCacheLine - 1) / kCacheLine * kCacheLine;
+  }
 
-  std::vector<Line> lines_;
+  std::vector<double, LineAllocator<double>> numbers_;
 };
 
 /// Takes the step, as told there. Returns the largest magnitude that comes about in the first of
@@ -61,9 +76,9 @@ void MoveNegated(double* x, int count, double* kept);
 /// F(i,s)·X(s,j), for all s < i in increasing order. At most kPanelColumns rows.
 void EliminatePivotRows(ConstView F, View X);
 
-/// Exchange steps: row i takes the steps above it as in EliminatePivotRows, is copied to row i of
-/// U, is divided by pivots[i], and takes the steps below it, X(i,j) = X(i,j) - F(i,s)·U(s,j), in
-/// increasing order.
+/// Exchange steps in kPanelColumns rows at most: row i takes the steps above it as in
+/// EliminatePivotRows, is copied to row i of U, is divided by pivots[i], and takes the steps below
+/// it, X(i,j) = X(i,j) - F(i,s)·U(s,j), in increasing order.
 void ExchangePivotRows(ConstView F, const double* pivots, View X, View U);
 
 }  // namespace qmx

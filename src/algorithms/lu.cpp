@@ -24,11 +24,12 @@ Matrix SplitOffMultipliers(Matrix& U) {
 
 }  // namespace
 
-LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress) {
+LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress, const BlockSizes& sizes) {
   LuFactors factors{false, Matrix(), A, Matrix::Unset(A.Rows(), 1), 0};
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
-  const Elimination done = Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data());
+  const Elimination done =
+      Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data(), sizes.elimination);
   factors.exchangeCount = done.exchanges;
   factors.factored = done.complete;
   if (factors.factored) factors.L = SplitOffMultipliers(factors.U);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -21,7 +22,8 @@ struct LuFactors {
 /// larger magnitude in the column, the upper one of equals. A column that is exactly zero at and
 /// below its diagonal is skipped. U is upper trapezoidal; L holds the multipliers in
 /// columns 1..min(m, n).
-LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress);
+LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress,
+                   const BlockSizes& sizes = kBlockSizes);
 
 /// The matrix P of P·A = L·U: element (k, exchanges(k)) is 1, all others are 0. `exchanges` has one
 /// column and names a row from 1 to m in each of its m elements.
