@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "algorithms/elimination.h"
+#include "algorithms/substitution.h"
 #include "base/arithmetic.h"
 
 namespace qmx {
@@ -15,21 +16,6 @@ Matrix ShiftedMatrix(const Matrix& A, double lambda, int origin, double addition
   Matrix M = A;
   for (int i = 1; i <= M.Rows(); ++i) M(i, i) -= mu;
   return M;
-}
-
-/// x := U⁻¹·L⁻¹·x with both factors in M.
-void SolveInPlace(const Matrix& M, std::vector<double>& x) {
-  const int n = M.Rows();
-  for (int i = 1; i <= n; ++i) {
-    double sum = 0.0;
-    for (int j = 1; j < i; ++j) sum += M(i, j) * x[j - 1];
-    x[i - 1] -= sum;
-  }
-  for (int i = n; i >= 1; --i) {
-    double sum = 0.0;
-    for (int j = i + 1; j <= n; ++j) sum += M(i, j) * x[j - 1];
-    x[i - 1] = (x[i - 1] - sum) / M(i, i);
-  }
 }
 
 void Normalise(std::vector<double>& x) {
@@ -50,12 +36,14 @@ bool AgreeInMagnitude(const std::vector<double>& x, const std::vector<double>& y
 }  // namespace
 
 VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
-                              const EigenParameters& parameters, std::vector<double>& x) {
+                              const EigenParameters& parameters, std::vector<double>& x,
+                              const BlockSizes& sizes) {
   const int n = A.Rows();
   Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
   Progress unheard;
   std::vector<double> order(n);
-  const Elimination factors = Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard, order.data());
+  const Elimination factors =
+      Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard, order.data(), sizes.elimination);
   CheckArithmetic();
   if (!factors.complete) return VectorOutcome::kSingular;
 
@@ -63,7 +51,8 @@ VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
   for (std::int32_t cycle = 1;; ++cycle) {
     previous = x;
     for (int i = 0; i < n; ++i) x[i] = previous[static_cast<int>(order[i]) - 1];
-    SolveInPlace(M, x);
+    SubstituteForward(M, n, x);
+    SubstituteBack(M, 1, x);
     Normalise(x);
     CheckArithmetic();
     if (AgreeInMagnitude(x, previous, parameters.tolerance)) return VectorOutcome::kConverged;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "algorithms/block_sizes.h"
 #include "algorithms/eigenvalues.h"
 #include "base/matrix.h"
 #include "base/progress.h"
@@ -17,6 +18,7 @@ enum class VectorOutcome : int { kSingular = -1, kConverged = 0, kNotConverged =
 /// matrix is exactly singular it stays as it is. At least one cycle is made. Convergence compares
 /// magnitudes, so a change of sign does not count. Faults: arithmetic faults of any cycle.
 VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
-                              const EigenParameters& parameters, std::vector<double>& vector);
+                              const EigenParameters& parameters, std::vector<double>& vector,
+                              const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

@@ -5,6 +5,7 @@
 
 #include "algorithms/elimination.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/substitution.h"
 #include "base/number_text.h"
 
 namespace qmx {
@@ -23,41 +24,36 @@ class Stage : public Progress {
 };
 
 /// Elimination with partial pivoting of the augmented matrix M; a zero column is skipped.
-void EliminateSystem(Matrix& M, Progress& progress) {
+void EliminateSystem(Matrix& M, Progress& progress, const BlockSizes& sizes) {
   const int columns = std::max(0, M.Rows() - 1);
-  Eliminate(M, std::min(columns, M.Cols()), PivotRule::kSkipZeroColumns, progress);
+  Eliminate(M, std::min(columns, M.Cols()), PivotRule::kSkipZeroColumns, progress, nullptr,
+            sizes.elimination);
   RequireElement(columns <= M.Cols());
 }
 
-/// The sum over j = first..last of T(i,j)·x(j), from 0.
-double RowTimesVector(const Matrix& T, int i, int first, int last, const Matrix& x) {
-  if (first > last) return 0.0;
-  const double* const row = T.Row(i) - 1;
-  const double* const element = x.Data() - 1;
-  double sum = 0.0;
-  for (int j = first; j <= last; ++j) sum += row[j] * element[j];
-  return sum;
+/// True where row i of T with the unknowns x, of which those before row i are not known, does not
+/// give the right-hand side.
+bool Contradicts(const Matrix& T, int i, const Matrix& x, double rightHandSide) {
+  return RowTimesVector(T, i, i, x.Rows(), {x.Data(), x.Size()}) != rightHandSide;
 }
 
 /// Back substitution in the eliminated augmented matrix M, whose last column is the right-hand
 /// side. There is room for the first `room` unknowns.
-SystemSolution SubstituteBack(const Matrix& M, int room) {
+SystemSolution SolveEliminated(const Matrix& M, int room) {
   const int n = M.Rows();
-  SystemSolution solution{false, Matrix(n, 1), false};
+  SystemSolution solution{true, Matrix::Unset(n, 1), false};
   Matrix& x = solution.x;
   RequireElement(n == 0 || M.Contains(n, n));
-  for (int i = n; i >= 1; --i) {
-    const double* const row = M.Row(i) - 1;
-    const double solved = RowTimesVector(M, i, i + 1, n, x);
-    if (row[i] == 0) {
-      RequireElement(i <= room && M.Contains(i, n + 1));
-      solution.inconsistent = RowTimesVector(M, i, i, n, x) != M(i, n + 1);
-      return solution;
-    }
-    x(i, 1) = (row[M.Cols()] - solved) / row[i];
-    RequireElement(i <= room);
-  }
-  solution.solved = true;
+  for (int i = 1; i <= n; ++i) x(i, 1) = M(i, M.Cols());
+  // The last unknown is the first to be worked out; what went wrong with it goes before the lack of
+  // room.
+  const int stopped = SubstituteBack(M, room < n ? n : 1, Unknowns(x));
+  RequireElement(n <= room);
+  if (stopped == 0) return solution;
+  RequireElement(M.Contains(stopped, n + 1));
+  std::fill_n(x.Data(), stopped, 0.0);
+  solution.solved = false;
+  solution.inconsistent = Contradicts(M, stopped, x, M(stopped, n + 1));
   return solution;
 }
 
@@ -80,11 +76,10 @@ Matrix FewNormalEquations(const Matrix& system) {
 
 /// [AᵀA | Aᵀb] of a system [A | b]. Strips of rows are formed up to the diagonal, the rest is their
 /// mirror image.
-Matrix NormalEquations(const Matrix& system, Progress& progress) {
+Matrix NormalEquations(const Matrix& system, const LeastSquaresSizes& sizes, Progress& progress) {
   const int m = system.Rows();
   const int unknowns = system.Cols() - 1;
-  // Low strips form less of what the mirror gives; high ones suit the kernel better.
-  const int stripRows = unknowns < 500 ? 64 : 192;
+  const int stripRows = unknowns < sizes.highFrom ? sizes.lowStrip : sizes.highStrip;
   Matrix M(unknowns, unknowns + 1);
   for (int first = 1; first <= unknowns; first += stripRows) {
     const int last = std::min(first + stripRows - 1, unknowns);
@@ -117,35 +112,30 @@ Matrix PermutedRightHandSide(const Matrix& system, const Matrix& exchanges) {
 
 }  // namespace
 
-SystemSolution SolveOneShot(Matrix M, Progress& progress) {
-  EliminateSystem(M, progress);
-  return SubstituteBack(M, M.Rows());
+SystemSolution SolveOneShot(Matrix M, Progress& progress, const BlockSizes& sizes) {
+  EliminateSystem(M, progress, sizes);
+  return SolveEliminated(M, M.Rows());
 }
 
 SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& exchanges,
                               const Matrix& system) {
   const int n = system.Rows();
-  SystemSolution solution;
-  Matrix& x = solution.x = PermutedRightHandSide(system, exchanges);
-  for (int i = 1; i <= n; ++i) {
-    // The diagonal of L is not read.
-    RequireElement(i == 1 || L.Contains(i, i - 1));
-    x(i, 1) -= RowTimesVector(L, i, 1, i - 1, x);
-  }
+  SystemSolution solution{true, PermutedRightHandSide(system, exchanges), false};
+  Matrix& x = solution.x;
+  // Row 1 reads nothing of L, and every other row nothing from its diagonal on.
+  const int rows = std::min(n, std::max(1, std::min(L.Rows(), L.Cols() + 1)));
+  SubstituteForward(L, rows, Unknowns(x));
+  RequireElement(rows == n);
   RequireElement(n == 0 || U.Contains(n, n));
-  for (int i = n; i >= 1; --i) {
-    const double solved = RowTimesVector(U, i, i + 1, n, x);
-    if (U(i, i) == 0) {
-      solution.inconsistent = RowTimesVector(U, i, i, n, x) != x(i, 1);
-      return solution;
-    }
-    x(i, 1) = (x(i, 1) - solved) / U(i, i);
-  }
-  solution.solved = true;
+  const int stopped = SubstituteBack(U, 1, Unknowns(x));
+  if (stopped == 0) return solution;
+  solution.solved = false;
+  solution.inconsistent = Contradicts(U, stopped, x, x(stopped, 1));
   return solution;
 }
 
-SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
+SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress,
+                                 const BlockSizes& sizes) {
   RequireElement(system.Cols() >= 1);
   // With m equations in k unknowns: m·k²/2 products to form the normal equations, k³/3 to solve.
   const double forming = 3.0 * system.Rows();
@@ -153,12 +143,12 @@ SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress) {
   const double between = forming / (forming + solving);
   Stage first(progress, 0, between);
   Stage second(progress, between, 1);
-  constexpr std::size_t kFewElements = 40;
-  Matrix M =
-      system.Size() <= kFewElements ? FewNormalEquations(system) : NormalEquations(system, first);
-  EliminateSystem(M, second);
+  const auto few = static_cast<std::size_t>(sizes.leastSquares.fewElements);
+  Matrix M = system.Size() <= few ? FewNormalEquations(system)
+                                  : NormalEquations(system, sizes.leastSquares, first);
+  EliminateSystem(M, second, sizes);
   // There is room for one unknown per equation.
-  return SubstituteBack(M, system.Rows());
+  return SolveEliminated(M, system.Rows());
 }
 
 }  // namespace qmx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -20,7 +21,8 @@ struct SystemSolution {
 /// skipped; back substitution stops at the first exactly zero diagonal element from below and then
 /// compares that row's left-hand side with column n + 1. Nearly singular systems are solved.
 /// Faults: 9 where the method needs a column that the system does not have.
-SystemSolution SolveOneShot(Matrix system, Progress& progress);
+SystemSolution SolveOneShot(Matrix system, Progress& progress,
+                            const BlockSizes& sizes = kBlockSizes);
 
 /// Solves L·U·x = P·b for n right-hand sides b = column 1 of `system` (n x any). L and U are at
 /// least n x n; `exchanges` (n x 1) tells for each row of U its row of b, or is empty for the
@@ -34,6 +36,7 @@ SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& ex
 /// through its normal equations AᵀA·x = Aᵀb (Golub & Van Loan, Matrix Computations, 5.3.2), solved
 /// as in SolveOneShot. x is k x 1. Faults: 9 where there are more unknowns than equations, or no
 /// columns at all.
-SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress);
+SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress,
+                                 const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx
