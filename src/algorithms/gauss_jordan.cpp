@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cfenv>
 #include <cmath>
+#include <cstddef>
 #include <numeric>
 #include <utility>
 
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/pivot_search.h"
 
 // Columns are exchanged block by block. The steps of a block are made in its own columns first, and
 // their factors f are kept; then every other column takes all of them at once:
@@ -28,39 +30,29 @@
 namespace qmx {
 namespace {
 
-constexpr int kBlockColumns = 128;
-
-// Of the rows of factors, one for each row of W. Not a power of two, or they would compete for the
-// same places of the cache.
-constexpr int kFactorStride = kBlockColumns + 8;
-
-// So many columns take the steps of a whole block at a time: what they read stays in the cache.
-constexpr int kStripColumns = 96;
-
-// Up to here the bookkeeping of blocks takes longer than it saves.
-constexpr int kSmallOrder = 32;
-
-// Up to here whole rows in a plain loop are quicker than their two parts in the kernel.
-constexpr int kShortRow = 11;
-
 /// What the steps one by one and those in blocks have in common.
 class Exchanger {
  public:
-  Exchanger(Matrix& W, EqualPivots rule) : W_(W), rule_(rule), n_(W.Rows()) {
-    result_.order.resize(n_);
+  Exchanger(Matrix& W, EqualPivots rule, const ExchangeSizes& sizes)
+      : W_(W), rule_(rule), sizes_(sizes), n_(W.Rows()) {
+    result_.order = Vector<int>(n_);
     std::iota(result_.order.begin(), result_.order.end(), 1);
-    result_.pivots.reserve(n_);
+    result_.pivots = Vector<double>(n_);
   }
 
   JordanExchange TakeStepByStep();
 
  protected:
-  template <class Magnitude>
-  int PivotRow(int i, Magnitude magnitude) const;
+  template <class Element>
+  int PivotRow(int i, Element element) const;
+  template <class NextEqual>
+  int FirstNumber(int p, NextEqual next) const;
   void NoteExchange(int i, int p);
+  void NotePivot(double pivot) { result_.pivots(++result_.steps) = pivot; }
 
   Matrix& W_;
   const EqualPivots rule_;
+  const ExchangeSizes& sizes_;
   const int n_;
   JordanExchange result_;
 
@@ -90,15 +82,16 @@ class BlockExchanger : public Exchanger {
 
   int block_ = 1;  ///< First column of the block in work.
   Panel panel_;
-  Panel panelFactors_;           ///< The factors of the steps of the panel in work.
-  std::vector<double> factors_;  ///< Those of all steps of the block, row by row of W.
-  std::vector<double> pivotRows_;
+  Panel panelFactors_;  ///< The factors of the steps of the panel in work.
+  Matrix factors_;      ///< Those of all steps of the block, in the rows of W.
+  Matrix pivotRows_;    ///< U, without gaps between its rows.
 };
 
 /// The textbook loop itself.
 JordanExchange Exchanger::TakeStepByStep() {
   for (int i = 1; i <= n_; ++i) {
-    const int p = PivotRow(i, [&](int k) { return std::abs(W_(k, i)); });
+    const double* const top = W_.Row(1) + (i - 1);
+    const int p = PivotRow(i, [top, n = std::ptrdiff_t{n_}](int k) { return top[(k - 1) * n]; });
     if (p == 0) {
       result_.complete = false;
       break;
@@ -107,7 +100,7 @@ JordanExchange Exchanger::TakeStepByStep() {
       std::swap_ranges(W_.Row(i), W_.Row(i) + n_, W_.Row(p));
       NoteExchange(i, p);
     }
-    if (n_ <= kShortRow) {
+    if (n_ <= std::min(sizes_.shortRow, kMostShortRow)) {
       ExchangeInShortRows(i);
     } else {
       ExchangeInLongRows(i);
@@ -117,7 +110,7 @@ JordanExchange Exchanger::TakeStepByStep() {
 }
 
 void Exchanger::NoteExchange(int i, int p) {
-  std::swap(result_.order[i - 1], result_.order[p - 1]);
+  std::swap(result_.order(i), result_.order(p));
   ++result_.exchanges;
 }
 
@@ -136,7 +129,7 @@ void Exchanger::ExchangeInShortRows(int i) {
   for (int j = 0; j < n_; ++j) upper[j] /= pivot;
   // The pivot itself is divided, too. That is 1, and tells of an infinite one.
   if (std::isinf(pivot)) std::feraiseexcept(FE_INVALID);
-  result_.pivots.push_back(pivot);
+  NotePivot(pivot);
 }
 
 void Exchanger::ExchangeInLongRows(int i) {
@@ -148,42 +141,47 @@ void Exchanger::ExchangeInLongRows(int i) {
   upper[i - 1] = pivot;
   for (int j = 0; j < n_; ++j) upper[j] /= pivot;
   upper[i - 1] = 1.0 / pivot;
-  result_.pivots.push_back(pivot);
+  NotePivot(pivot);
 }
 
-/// The row of the pivot of column i by the rule, 0 for none.
-template <class Magnitude>
-int Exchanger::PivotRow(int i, Magnitude magnitude) const {
-  // With the upper row as the rule the diagonal element leads, even where it is no number.
+/// The row of the pivot of column i by the rule, 0 for none; element(k) is that of row k.
+template <class Element>
+int Exchanger::PivotRow(int i, Element element) const {
   const bool upper = rule_ == EqualPivots::kUpperRow;
-  int p = upper ? i : 0;
-  double largest = upper ? magnitude(i) : 0.0;
-  for (int k = i; k <= n_; ++k) {
-    const double candidate = magnitude(k);
-    const bool first =
-        !upper && candidate == largest && p != 0 && result_.order[k - 1] < result_.order[p - 1];
-    if (candidate > largest || first) {
-      largest = candidate;
-      p = k;
-    }
+  // With the upper row as the rule the diagonal element leads, even where it is no number.
+  int first = i;
+  while (!upper && first < n_ && std::isnan(element(first))) ++first;
+  const LargestElement found =
+      FindLargest(n_ - first + 1, [&](int k) { return element(first + k); });
+  if (found.magnitude == 0 || (!upper && std::isnan(found.magnitude))) return 0;
+  const int p = first + found.place;
+  if (upper || found.only) return p;
+  return FirstNumber(p, [&](int k) {
+    while (k <= n_ && std::abs(element(k)) != found.magnitude) ++k;
+    return k;
+  });
+}
+
+/// Of the rows from p on with the largest magnitude the one that stood highest in the beginning;
+/// next(k) is the first of them from row k on.
+template <class NextEqual>
+int Exchanger::FirstNumber(int p, NextEqual next) const {
+  for (int k = next(p + 1); k <= n_; k = next(k + 1)) {
+    if (result_.order(k) < result_.order(p)) p = k;
   }
-  return largest == 0 ? 0 : p;
+  return p;
 }
 
 /// The same in a column that lies together and whose largest magnitude from row i on is known.
 int BlockExchanger::PivotRow(int i, const double* column, double largest) const {
   const bool upper = rule_ == EqualPivots::kUpperRow;
   if (!upper && std::isnan(largest)) {
-    return Exchanger::PivotRow(i, [column](int k) { return std::abs(column[k - 1]); });
+    return Exchanger::PivotRow(i, [column](int k) { return column[k - 1]; });
   }
   if (largest == 0) return 0;
-  int p = i + PlaceOfLargest(largest, column + i - 1, n_ - i + 1);
+  const int p = i + PlaceOfLargest(largest, column + i - 1, n_ - i + 1);
   if (upper) return p;
-  for (int k = p + 1; k <= n_; ++k) {
-    k += PlaceOf(largest, column + k - 1, n_ - k + 1);
-    if (k <= n_ && result_.order[k - 1] < result_.order[p - 1]) p = k;
-  }
-  return p;
+  return FirstNumber(p, [&](int k) { return k + PlaceOf(largest, column + k - 1, n_ - k + 1); });
 }
 
 void BlockExchanger::ExchangeRows(int i, int p) {
@@ -194,10 +192,10 @@ void BlockExchanger::ExchangeRows(int i, int p) {
 JordanExchange BlockExchanger::Run(Progress& progress) {
   panel_ = Panel(n_);
   panelFactors_ = Panel(n_);
-  factors_.resize(static_cast<std::size_t>(kFactorStride) * n_);
-  pivotRows_.resize(static_cast<std::size_t>(std::min(kBlockColumns, n_)) * n_);
-  for (block_ = 1; block_ <= n_ && result_.complete; block_ += kBlockColumns) {
-    const int last = std::min(block_ + kBlockColumns - 1, n_);
+  factors_ = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
+  pivotRows_ = Matrix::Unset(std::min(sizes_.block, n_), n_);
+  for (block_ = 1; block_ <= n_ && result_.complete; block_ += sizes_.block) {
+    const int last = std::min(block_ + sizes_.block - 1, n_);
     ExchangeBlock(block_, last);
     ApplyBlock(block_, last, 1, block_ - 1);
     ApplyBlock(block_, last, last + 1, n_);
@@ -208,12 +206,12 @@ JordanExchange BlockExchanger::Run(Progress& progress) {
 
 void BlockExchanger::ExchangeBlock(int first, int last) {
   const int columns = last - first + 1;
-  if (columns <= kPanelColumns) {
+  if (columns <= sizes_.panel) {
     ExchangePanel(first, last);
     return;
   }
-  const int panels = (columns + kPanelColumns - 1) / kPanelColumns;
-  const int middle = first + panels / 2 * kPanelColumns - 1;
+  const int panels = (columns + sizes_.panel - 1) / sizes_.panel;
+  const int middle = first + panels / 2 * sizes_.panel - 1;
   ExchangeBlock(first, middle);
   ApplyBlock(first, middle, middle + 1, last);
   if (!result_.complete) return;
@@ -247,11 +245,10 @@ bool BlockExchanger::ExchangePanelColumn(const View& panel, const View& factors,
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, i - 1), panel(r, p - 1));
     for (int r = 0; r < s; ++r) std::swap(factors(r, i - 1), factors(r, p - 1));
     const int earlier = first - block_;
-    SwapNumbers(Factors(i, block_, 1, earlier).first, Factors(p, block_, 1, earlier).first,
-                earlier);
+    SwapNumbers(factors_.Row(i), factors_.Row(p), earlier);
   }
   const double pivot = column[i - 1];
-  result_.pivots.push_back(pivot);
+  NotePivot(pivot);
   largest = TakeStep(panel, i, s);
   for (int r = 0; r < panel.rows; ++r) panel(r, i - 1) /= pivot;
   MoveNegated(column, n_, &factors(s, 0));
@@ -282,20 +279,19 @@ double BlockExchanger::TakeStep(const View& panel, int i, int s) {
 
 /// The factors of `steps` steps from `step` on in `rows` rows from `row` on.
 View BlockExchanger::Factors(int row, int step, int rows, int steps) {
-  return {factors_.data() + static_cast<std::size_t>(row - 1) * kFactorStride + (step - block_),
-          rows, steps, kFactorStride, 1};
+  return Part(factors_, row, step - block_ + 1, rows, steps);
 }
 
 /// Makes the steps of the columns first..last, as far as they got, in the columns from..to.
 void BlockExchanger::ApplyBlock(int first, int last, int from, int to) {
-  last = std::min(last, static_cast<int>(result_.pivots.size()));
+  last = std::min(last, result_.steps);
   if (from > to || first > last) return;
   const int steps = last - first + 1;
   const int cols = to - from + 1;
-  const View U{pivotRows_.data(), steps, cols, cols, 1};
-  for (int j = 0; j < cols; j += kStripColumns) {
-    const int strip = std::min(kStripColumns, cols - j);
-    TakeStepsInPivotRows(first, last, from + j, {&U(0, j), steps, strip, cols, 1});
+  const View U{pivotRows_.Data(), steps, cols, cols, 1};
+  for (int j = 0; j < cols; j += sizes_.strip) {
+    const int strip = std::min(sizes_.strip, cols - j);
+    TakeStepsInPivotRows(first, last, from + j, Part(U, 0, j, steps, strip));
   }
   SubtractProduct(Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols));
   SubtractProduct(Factors(last + 1, first, n_ - last, steps), U,
@@ -304,28 +300,28 @@ void BlockExchanger::ApplyBlock(int first, int last, int from, int to) {
 
 /// The same in the rows first..last alone; U becomes these rows as they are before their division.
 void BlockExchanger::TakeStepsInPivotRows(int first, int last, int from, const View& U) {
-  const auto rowsOfU = [&](int i, int rows) {
-    return View{&U(i - first, 0), rows, U.cols, U.rowStride, 1};
-  };
-  for (int top = first; top <= last; top += kPanelColumns) {
-    const int rows = std::min(kPanelColumns, last - top + 1);
+  const int panel = sizes_.panel;
+  const auto rowsOfU = [&](int i, int rows) { return Part(U, i - first, 0, rows, U.cols); };
+  for (int top = first; top <= last; top += panel) {
+    const int rows = std::min(panel, last - top + 1);
     const View X = Part(W_, top, from, rows, U.cols);
     SubtractProduct(Factors(top, first, rows, top - first), rowsOfU(first, top - first), X);
-    ExchangePivotRows(Factors(top, top, rows, rows), &result_.pivots[top - 1], X,
+    ExchangePivotRows(Factors(top, top, rows, rows), result_.pivots.From(top), X,
                       rowsOfU(top, rows));
   }
-  for (int top = first; top + kPanelColumns <= last; top += kPanelColumns) {
-    const int next = top + kPanelColumns;
-    SubtractProduct(Factors(top, next, kPanelColumns, last - next + 1),
-                    rowsOfU(next, last - next + 1), Part(W_, top, from, kPanelColumns, U.cols));
+  for (int top = first; top + panel <= last; top += panel) {
+    const int next = top + panel;
+    SubtractProduct(Factors(top, next, panel, last - next + 1), rowsOfU(next, last - next + 1),
+                    Part(W_, top, from, panel, U.cols));
   }
 }
 
 }  // namespace
 
-JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress) {
-  if (W.Rows() > kSmallOrder) return BlockExchanger(W, rule).Run(progress);
-  JordanExchange done = Exchanger(W, rule).TakeStepByStep();
+JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress,
+                                  const ExchangeSizes& sizes) {
+  if (W.Rows() > sizes.smallOrder) return BlockExchanger(W, rule, sizes).Run(progress);
+  JordanExchange done = Exchanger(W, rule, sizes).TakeStepByStep();
   progress.Report(1);
   return done;
 }

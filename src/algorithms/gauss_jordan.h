@@ -1,9 +1,9 @@
 #pragma once
 
-#include <vector>
-
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
+#include "base/vector.h"
 
 namespace qmx {
 
@@ -16,8 +16,9 @@ enum class EqualPivots {
 struct JordanExchange {
   bool complete = true;  ///< False where a column had no pivot; W then means nothing.
   int exchanges = 0;
-  std::vector<int> order;  ///< For each row, from 0, the number of the row that came here, from 1.
-  std::vector<double> pivots;  ///< In the order of the columns.
+  Vector<int> order;      ///< For each row the number of the row that came here.
+  Vector<double> pivots;  ///< In the order of the columns, as many as there are.
+  int steps = 0;          ///< Pivots found.
 };
 
 /// Gauss-Jordan elimination in the form of exchange steps (Householder, The Theory of Matrices in
@@ -25,8 +26,8 @@ struct JordanExchange {
 /// diagonal of column i is exchanged into row i, and with p = W(i,i):
 /// for all other rows k, f = W(k,i) / p, W(k,j) = W(k,j) - f·W(i,j) for j other than i, W(k,i) =
 /// -f; then W(i,j) = W(i,j) / p for j other than i, and W(i,i) = 1 / p. In the end W is the inverse
-/// with its columns in the order of the rows of the matrix given: column j belongs to row order[j -
-/// 1].
-JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress);
+/// with its columns in the order of the rows of the matrix given: column j belongs to row order(j).
+JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress,
+                                  const ExchangeSizes& sizes = kBlockSizes.exchange);
 
 }  // namespace qmx

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 #include "algorithms/elimination.h"
 #include "algorithms/gauss_jordan.h"
@@ -10,56 +9,59 @@
 namespace qmx {
 namespace {
 
-// Up to here it takes longer to turn the order round than it saves.
-constexpr int kSmallOrder = 32;
-
-/// Puts the columns of a small exchanged matrix in the order of the rows that it started with.
-void UnscrambleSmall(Matrix& W, const std::vector<int>& order) {
+/// Puts the columns of an exchanged matrix of a small order in the order of the rows that it
+/// started with.
+void ScatterColumns(Matrix& W, const Vector<int>& order) {
   const int n = W.Rows();
-  std::array<double, kSmallOrder> scrambled;
+  std::array<double, kMostScattered> scrambled;
   for (int i = 1; i <= n; ++i) {
     double* const row = W.Row(i);
     std::copy_n(row, n, scrambled.data());
-    for (int j = 0; j < n; ++j) row[order[j] - 1] = scrambled[j];
+    for (int j = 0; j < n; ++j) row[order(j + 1) - 1] = scrambled[j];
   }
 }
 
-/// The same for one of any order. Reads here and there are quicker than writes.
-void Unscramble(Matrix& W, const std::vector<int>& order) {
+/// The same for one of any order.
+void GatherColumns(Matrix& W, const Vector<int>& order) {
   const int n = W.Rows();
-  if (n <= kSmallOrder) {
-    UnscrambleSmall(W, order);
-    return;
-  }
-  std::vector<int> placeOf(n);  // Counted from 0.
-  for (int j = 0; j < n; ++j) placeOf[order[j] - 1] = j;
-  std::vector<double> scrambled(n);
+  Vector<int> placeOf(n);
+  for (int j = 1; j <= n; ++j) placeOf(order(j)) = j;
+  Vector<double> scrambled(n);
   for (int i = 1; i <= n; ++i) {
-    double* const row = W.Row(i);
-    std::copy_n(row, n, scrambled.data());
-    for (int j = 0; j < n; ++j) row[j] = scrambled[placeOf[j]];
+    std::copy_n(W.Row(i), n, scrambled.From(1));
+    for (int j = 1; j <= n; ++j) W(i, j) = scrambled(placeOf(j));
+  }
+}
+
+void Unscramble(Matrix& W, const Vector<int>& order, const ExchangeSizes& sizes) {
+  if (W.Rows() <= std::min(sizes.scatter, kMostScattered)) {
+    ScatterColumns(W, order);
+  } else {
+    GatherColumns(W, order);
   }
 }
 
 }  // namespace
 
-std::optional<Matrix> Inverse(Matrix W, Progress& progress) {
+std::optional<Matrix> Inverse(Matrix W, Progress& progress, const BlockSizes& sizes) {
   const int n = W.Rows();
-  const JordanExchange done = ExchangeAllColumns(W, EqualPivots::kFirstNumber, progress);
+  const JordanExchange done =
+      ExchangeAllColumns(W, EqualPivots::kFirstNumber, progress, sizes.exchange);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
-  Unscramble(W, done.order);
+  Unscramble(W, done.order, sizes.exchange);
   return W;
 }
 
-std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress) {
+std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress, const BlockSizes& sizes) {
   const int n = W.Rows();
-  const JordanExchange done = ExchangeAllColumns(W, EqualPivots::kUpperRow, progress);
+  const JordanExchange done =
+      ExchangeAllColumns(W, EqualPivots::kUpperRow, progress, sizes.exchange);
   double det = 1.0;
-  for (const double pivot : done.pivots) det *= pivot;
+  for (int k = 1; k <= done.steps; ++k) det *= done.pivots(k);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
   const double sign = AlternatingSign(done.exchanges);
   for (std::size_t k = 0; k < W.Size(); ++k) W.Data()[k] = sign * (det * W.Data()[k]);
-  Unscramble(W, done.order);
+  Unscramble(W, done.order, sizes.exchange);
   return W;
 }
 
