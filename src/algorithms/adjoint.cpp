@@ -7,6 +7,8 @@
 #include "algorithms/elimination.h"
 #include "algorithms/inverse.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/pivot_search.h"
+#include "base/vector.h"
 
 // The minors of a matrix share most of their eliminations. Up to column j the minor without row i
 // and column j takes the same steps as the whole matrix, until row i would be the pivot. So the
@@ -28,9 +30,6 @@
 
 namespace qmx {
 namespace {
-
-// Up to here the bookkeeping of branches takes longer than it saves.
-constexpr int kSmallOrder = 5;
 
 /// Where an elimination has come to. Rows have the numbers that they have in A, from 1.
 struct Road {
@@ -57,30 +56,20 @@ double SharedPart(int done, int all) {
 /// it is zero, or where some element is not a number to compare.
 template <class Element>
 int OnlyPivot(int count, Element element) {
-  int p = -1;
-  double largest = 0.0;
-  bool only = false;
-  for (int k = 0; k < count; ++k) {
-    const double magnitude = std::abs(element(k));
-    if (!std::isfinite(magnitude)) return -1;
-    if (magnitude == largest) only = false;
-    if (magnitude > largest) {
-      largest = magnitude;
-      p = k;
-      only = true;
-    }
-  }
-  return only ? p : -1;
+  bool finite = true;
+  const LargestElement found = FindLargest(count, [&](int k) {
+    const double x = element(k);
+    finite = finite && std::isfinite(x);
+    return x;
+  });
+  return finite && found.only && found.magnitude != 0 ? found.place : -1;
 }
 
 /// The place of the largest magnitude in the first column, the upper one of equals; -1 where all
 /// are zero.
 int UpperPivot(const View& block) {
-  int p = 0;
-  for (int k = 1; k < block.rows; ++k) {
-    if (std::abs(block(k, 0)) > std::abs(block(p, 0))) p = k;
-  }
-  return block(p, 0) == 0 ? -1 : p;
+  const LargestElement found = FindLargest(block.rows, [&block](int k) { return block(k, 0); });
+  return found.magnitude == 0 ? -1 : found.place;
 }
 
 /// Takes the step with row p as the pivot row; what is left is the block without the row and the
@@ -99,30 +88,31 @@ void TakeStep(View& block, int p, bool needed) {
 
 /// The cofactor of row i and column j, by itself; its minor is worked out in `minor`, a matrix of
 /// its size.
-double Alone(const Matrix& A, int i, int j, Matrix& minor) {
+double Alone(const Matrix& A, int i, int j, Matrix& minor, const EliminationSizes& sizes) {
   const int n = A.Rows();
   for (int k = 1; k < n; ++k) {
-    const double* const from = A.Row(k < i ? k : k + 1) - 1;
-    double* const to = minor.Row(k) - 1;
-    for (int l = 1; l < n; ++l) to[l] = from[l < j ? l : l + 1];
+    const double* const from = A.Row(k < i ? k : k + 1);
+    double* const to = minor.Row(k);
+    for (int l = 1; l < n; ++l) to[l - 1] = from[l < j ? l - 1 : l];
   }
   Progress unheard;
-  return AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard);
+  return AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard, sizes);
 }
 
-Matrix AllAlone(const Matrix& A) {
+Matrix AllAlone(const Matrix& A, const EliminationSizes& sizes) {
   const int n = A.Rows();
   Matrix adjoint = Matrix::Unset(n, n);
   Matrix minor = Matrix::Unset(n - 1, n - 1);
   for (int i = 1; i <= n; ++i) {
-    for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor);
+    for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor, sizes);
   }
   return adjoint;
 }
 
 class Cofactors {
  public:
-  explicit Cofactors(const Matrix& A) : A_(A), n_(A.Rows()) {}
+  Cofactors(const Matrix& A, const EliminationSizes& sizes)
+      : A_(A), sizes_(sizes), n_(A.Rows()), cofactors_(A), column_(n_), order_(n_), placeOf_(n_) {}
 
   Matrix Run(Progress& progress);
 
@@ -137,47 +127,44 @@ class Cofactors {
   void TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn);
 
   const Matrix& A_;
+  const EliminationSizes& sizes_;
   const int n_;
   /// The cofactors, each in the place of its element. Where they are still to come: the rows of the
   /// main road behind the column of its step.
   Matrix cofactors_;
-  std::vector<double> column_;  ///< The column of the step on the main road, by the row, from 1.
-  Road branch_;                 ///< The one without a column.
+  Vector<double> column_;  ///< The column of the step on the main road, by the row.
+  Road branch_;            ///< The one without a column.
   Matrix branchRows_;
   Matrix minor_;
-  std::vector<int> order_;    ///< Of the rows without a certain one, from 0.
-  std::vector<int> placeOf_;  ///< Of each row, from 1.
+  Vector<int> order_;    ///< Of the rows without a certain one.
+  Vector<int> placeOf_;  ///< Of each row among them.
   Progress unheard_;
 };
 
 Matrix Cofactors::Run(Progress& progress) {
-  cofactors_ = A_;
-  column_.resize(n_ + 1);
-  order_.resize(n_);
-  placeOf_.resize(n_ + 1);
-  std::vector<double> pivotRow(n_ + 1);
+  Vector<double> pivotRow(n_);
   Road road;
   road.rows.resize(n_);
   std::iota(road.rows.begin(), road.rows.end(), 1);
   for (int c = 1; c <= n_; ++c) {
-    for (const int row : road.rows) column_[row] = cofactors_(row, c);
+    for (const int row : road.rows) column_(row) = cofactors_(row, c);
     WithoutColumn(road, c);
     progress.Report(SharedPart(c, n_));
     if (c == n_) break;
-    const int p = OnlyPivot(n_ - c + 1, [&](int k) { return column_[road.rows[k]]; });
+    const int p = OnlyPivot(n_ - c + 1, [&](int k) { return column_(road.rows[k]); });
     if (p < 0) {
       TakeOneByOne(road.rows, c + 1, n_);
       break;
     }
     const int i = road.rows[p];
-    for (int l = c + 1; l <= n_; ++l) pivotRow[l] = cofactors_(i, l);
+    for (int l = c + 1; l <= n_; ++l) pivotRow(l) = cofactors_(i, l);
     WithoutRow(road, i, c);
-    road.TakePivot(p, column_[i]);
+    road.TakePivot(p, column_(i));
     // The step is taken for minors without one of the rows left: not for a last one.
     for (const int row : road.rows) {
       if (road.rows.size() == 1) break;
-      const double f = column_[row] / column_[i];
-      for (int l = c + 1; l <= n_; ++l) cofactors_(row, l) -= f * pivotRow[l];
+      const double f = column_(row) / column_(i);
+      for (int l = c + 1; l <= n_; ++l) cofactors_(row, l) -= f * pivotRow(l);
     }
   }
   for (int i = 1; i <= n_; ++i) {
@@ -213,8 +200,8 @@ void Cofactors::WithoutRow(const Road& road, int i, int column) {
   double product = road.product;
   View block = NewBranch(n_ - column, n_ - column + 1);
   for (int k = 0; k < block.rows; ++k) {
-    const int row = order_[column - 1 + k];
-    block(k, 0) = column_[row];
+    const int row = order_(column + k);
+    block(k, 0) = column_(row);
     std::copy_n(cofactors_.Row(row) + column, block.cols - 1, &block(k, 1));
   }
   while (block.rows > 0) {
@@ -238,19 +225,19 @@ void Cofactors::WithoutRow(const Road& road, int i, int column) {
 /// Leaves in order_ the rows without row i as the exchanges of their own elimination leave them
 /// when it has used these pivots. Returns the number of exchanges.
 int Cofactors::OrderWithout(int i, const std::vector<int>& pivots) {
-  int places = 0;
+  int places = 1;
   for (int row = 1; row <= n_; ++row) {
-    placeOf_[row] = places;
-    order_[places] = row;
+    placeOf_(row) = places;
+    order_(places) = row;
     if (row != i) ++places;
   }
   int exchanges = 0;
-  const int steps = static_cast<int>(pivots.size());
-  for (int step = 0; step < steps; ++step) {
-    const int place = placeOf_[pivots[step]];
-    if (place == step) continue;
-    std::swap(order_[step], order_[place]);
-    placeOf_[order_[place]] = place;
+  int step = 0;
+  for (const int pivot : pivots) {
+    const int place = placeOf_(pivot);
+    if (place == ++step) continue;
+    std::swap(order_(step), order_(place));
+    placeOf_(order_(place)) = place;
     ++exchanges;
   }
   return exchanges;
@@ -264,11 +251,11 @@ View Cofactors::NewBranch(int rows, int cols) {
 /// The minor without row i and column j, of which the branch has all steps but the last ones.
 void Cofactors::FinishWithoutRow(int i, int j, const View& block) {
   const int exchanges = OrderWithout(i, branch_.pivots);
-  for (int k = 0; k < block.rows; ++k) placeOf_[branch_.rows[k]] = k;
-  const int* const order = order_.data() + branch_.pivots.size();
+  for (int k = 0; k < block.rows; ++k) placeOf_(branch_.rows[k]) = k;
+  const int done = static_cast<int>(branch_.pivots.size());
   minor_.Reuse(block.cols, block.cols);
-  for (int k = 0; k < block.cols; ++k) {
-    std::copy_n(&block(placeOf_[order[k]], 0), block.cols, minor_.Row(k + 1));
+  for (int k = 1; k <= block.cols; ++k) {
+    std::copy_n(&block(placeOf_(order_(done + k)), 0), block.cols, minor_.Row(k));
   }
   Finish(i, j, branch_.product, exchanges);
 }
@@ -277,7 +264,8 @@ void Cofactors::FinishWithoutRow(int i, int j, const View& block) {
 /// pivots and exchanges.
 void Cofactors::Finish(int i, int j, double product, int exchanges) {
   const int m = minor_.Rows();
-  const Elimination done = Eliminate(minor_, m - 1, PivotRule::kStopAtZeroColumn, unheard_);
+  const Elimination done =
+      Eliminate(minor_, m - 1, PivotRule::kStopAtZeroColumn, unheard_, nullptr, sizes_);
   for (int k = 1; k <= m; ++k) product *= minor_(k, k);
   cofactors_(i, j) =
       AlternatingSign(i + j) * (AlternatingSign(exchanges + done.exchanges) * product);
@@ -286,16 +274,17 @@ void Cofactors::Finish(int i, int j, double product, int exchanges) {
 void Cofactors::TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn) {
   minor_.Reuse(n_ - 1, n_ - 1);
   for (const int i : rows) {
-    for (int j = firstColumn; j <= lastColumn; ++j) cofactors_(i, j) = Alone(A_, i, j, minor_);
+    for (int j = firstColumn; j <= lastColumn; ++j)
+      cofactors_(i, j) = Alone(A_, i, j, minor_, sizes_);
   }
 }
 
 }  // namespace
 
-Matrix AdjointByCofactors(const Matrix& A, Progress& progress) {
+Matrix AdjointByCofactors(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
   if (A.Rows() == 0) return Matrix();
-  if (A.Rows() <= kSmallOrder) return AllAlone(A);
-  return Cofactors(A).Run(progress);
+  if (A.Rows() <= sizes.cofactors.smallOrder) return AllAlone(A, sizes.elimination);
+  return Cofactors(A, sizes.elimination).Run(progress);
 }
 
 }  // namespace qmx
