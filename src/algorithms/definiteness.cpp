@@ -1,12 +1,13 @@
 #include "algorithms/definiteness.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 #include "algorithms/elimination.h"
 #include "algorithms/ordered_product.h"
+#include "base/vector.h"
 
 namespace qmx {
 namespace {
@@ -35,7 +36,10 @@ struct DiagonalChange {
 ///       +------------+---------+          and the next group begins behind it.
 class GrowingElimination {
  public:
-  explicit GrowingElimination(Matrix& W) : W_(W), n_(W.Rows()) {}
+  GrowingElimination(Matrix& W, const DefinitenessSizes& sizes)
+      : W_(W), sizes_(sizes), n_(W.Rows()) {
+    if (n_ > sizes_.smallOrder) panel_ = Matrix::Unset(sizes_.steps, sizes_.group + 1);
+  }
 
   /// Leaves the diagonal, each element as it is when its row has taken its steps.
   void Run(Progress& progress, double* diagonal);
@@ -43,29 +47,25 @@ class GrowingElimination {
   const std::vector<DiagonalChange>& SortedChanges();
 
  private:
-  static constexpr int kBlockSteps = 16;
-  static constexpr int kGroupRows = 64;
-  // Up to here blocks take longer than they save.
-  static constexpr int kSmallOrder = 48;
-
   void TakeStep(int i, int firstRow, int lastRow);
   void TakeRowStep(int k, int i);
   void EliminateBetween(int i, int top, int bottom);
   int TakeGroup(int top, int bottom, int first, int last);
-  int TakeInOwnColumns(const View& panel, int first) const;
+  int TakeInOwnColumns(const View& panel, int first);
 
-  bool HasEnded(int k) const { return !ended_.empty() && ended_[k] != 0; }
+  bool HasEnded(int k) const { return !ended_.IsEmpty() && ended_(k) != 0; }
 
   Matrix& W_;
+  const DefinitenessSizes& sizes_;
   const int n_;
-  /// For each row, from 1, whether its reduction has ended. Empty as long as none has.
-  std::vector<char> ended_;
+  /// For each row whether its reduction has ended. Empty as long as none has.
+  Vector<char> ended_;
   std::vector<DiagonalChange> changes_;
-  std::array<double, static_cast<std::size_t>(kBlockSteps) * (kGroupRows + 1)> panel_;
+  Matrix panel_;  ///< A group in the columns of a block, with these as rows.
 };
 
 void GrowingElimination::Run(Progress& progress, double* diagonal) {
-  const int steps = n_ <= kSmallOrder ? n_ : kBlockSteps;
+  const int steps = n_ <= sizes_.smallOrder ? n_ : sizes_.steps;
   for (int first = 1; first <= n_; first += steps) {
     const int last = std::min(first + steps - 1, n_);
     for (int i = first; i <= last; ++i) {
@@ -73,7 +73,7 @@ void GrowingElimination::Run(Progress& progress, double* diagonal) {
       TakeStep(i, i + 1, last);
     }
     for (int top = last + 1; top <= n_;) {
-      top = TakeGroup(top, std::min(top + kGroupRows - 1, n_), first, last);
+      top = TakeGroup(top, std::min(top + sizes_.group - 1, n_), first, last);
     }
     progress.Report(EliminatedPart(last, n_));
   }
@@ -100,8 +100,8 @@ void GrowingElimination::TakeRowStep(int k, int i) {
     changes_.push_back({k, i, W_(i, i)});
   }
   if (W_(i, i) == 0) {
-    ended_.resize(n_ + 1);
-    ended_[k] = 1;
+    if (ended_.IsEmpty()) ended_ = Vector<char>(n_);
+    ended_(k) = 1;
     return;
   }
   EliminateBetween(i, k, k);
@@ -117,7 +117,7 @@ int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
   int all = 0;
   while (top + all <= bottom && !HasEnded(top + all)) ++all;
   // In front of the numbers of the rows stands the pivot of the column.
-  const View panel{panel_.data(), last - first + 1, all + 1, kGroupRows + 1, 1};
+  const View panel = Part(panel_, 1, 1, last - first + 1, all + 1);
   for (int k = 0; k < all; ++k) {
     for (int s = 0; s < panel.rows; ++s) panel(s, k + 1) = W_(top + k, first + s);
   }
@@ -136,7 +136,7 @@ int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
 /// Takes the steps of the panel's columns in these columns alone. Returns how many of the rows do
 /// so without an exchange; no number of theirs is needed any more but the factors, which are left
 /// in the panel. Rows from the first that is to be exchanged on are dropped on the way.
-int GrowingElimination::TakeInOwnColumns(const View& panel, int first) const {
+int GrowingElimination::TakeInOwnColumns(const View& panel, int first) {
   int rows = panel.cols - 1;
   for (int s = 0; s < panel.rows && rows > 0; ++s) {
     double* column = &panel(s, 0);
@@ -223,13 +223,13 @@ Definiteness ClassifyMinors(const std::vector<double>& leadingMinor) {
   return positive ? Definiteness::kPositiveSemidefinite : Definiteness::kNegativeSemidefinite;
 }
 
-DefinitenessReport TestDefiniteness(Matrix W, Progress& progress) {
+DefinitenessReport TestDefiniteness(Matrix W, Progress& progress, const BlockSizes& sizes) {
   const int n = W.Rows();
   RequireElement(n >= 1);
   DefinitenessReport report;
   report.leadingMinor = std::vector<double>(n);
   report.smallestPivot = std::vector<double>(n);
-  GrowingElimination elimination(W);
+  GrowingElimination elimination(W, sizes.definiteness);
   elimination.Run(progress, report.leadingMinor.data());
   const std::vector<DiagonalChange>& changes = elimination.SortedChanges();
   if (changes.empty()) {

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "algorithms/block_sizes.h"
 #include "base/matrix.h"
 #include "base/progress.h"
 
@@ -30,7 +31,8 @@ struct DefinitenessReport {
 /// block k - 1, and only it and the diagonal row compete for a pivot. An exactly zero pivot ends
 /// the reduction of the new row for that k. Semidefiniteness is judged from the same minors. `A` is
 /// used up as the work matrix.
-DefinitenessReport TestDefiniteness(Matrix A, Progress& progress);
+DefinitenessReport TestDefiniteness(Matrix A, Progress& progress,
+                                    const BlockSizes& sizes = kBlockSizes);
 
 /// The class by the signs of the leading minors alone.
 Definiteness ClassifyMinors(const std::vector<double>& leadingMinor);
