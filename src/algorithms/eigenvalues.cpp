@@ -74,7 +74,6 @@ EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
     const double found = static_cast<double>(order_ - active_) / order_;
     progress.Report(std::max(found, static_cast<double>(cycle) / parameters_.maxCycles));
   }
-  CheckArithmetic();
   return {order_ - active_, {value_.begin(), value_.end()}, {origin_.begin(), origin_.end()}};
 }
 

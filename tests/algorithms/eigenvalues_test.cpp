@@ -103,6 +103,28 @@ TEST(EigenvaluesTest, HasThemInBlocksOnEveryInstructionSet) {
   });
 }
 
+/// Counts what a run reports.
+class Counter : public Progress {
+ public:
+  void Report([[maybe_unused]] double fraction) override { ++count_; }
+  int Count() const { return count_; }
+
+ private:
+  int count_ = 0;
+};
+
+TEST(EigenvaluesTest, AFaultEndsTheRunInTheCycleWhereItHappens) {
+  // The squares of column 1 overflow in the first cycle. All later ones would be cycles of numbers
+  // that are none, as many as are allowed.
+  const Matrix A = Rows({{1e200, 1e200}, {1e200, -1e200}});
+  ClearArithmeticFaults();
+  Counter reports;
+  std::int32_t shiftIndex = 1;
+  EXPECT_THROW(FindEigenvalues(A, {1e-9, 1000, 0.1, 0.001}, shiftIndex, reports), RuntimeFault);
+  EXPECT_EQ(reports.Count(), 0);
+  EXPECT_EQ(shiftIndex, 1);
+}
+
 TEST(EigenvaluesTest, HasThemInStripsOfLargeMatrices) {
   testing::Dice dice(913);
   testing::Comparison comparison("eigenvalues in strips");
