@@ -136,6 +136,7 @@ void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run ru
                        const ProductJob& job) {
   double* const packed = Packed().a;
   const int depth = EvenPart(job.depth, sizes.depth, 1);
+  assert(kernels.tileRows * depth <= kMostPackedA);
   ProductJob panel = job;
   panel.a = packed;
   panel.aRow = 1;

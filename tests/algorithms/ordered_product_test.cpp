@@ -35,7 +35,8 @@ struct Shape {
   int rows;
   int cols;
   int depth;
-  int width = 0;  ///< Of the matrices that A and B are parts of, where it matters.
+  int width = 0;   ///< Of the matrices that A and B are parts of, where it matters.
+  int bWidth = 0;  ///< Of that of B, where it is another.
 };
 
 /// Operands that lie inside larger matrices, so that a step over an edge is seen.
@@ -43,7 +44,8 @@ struct Operands {
   Operands(testing::CaseSource& cases, const Shape& shape, bool transposed)
       : A(cases.Next((transposed ? shape.depth : shape.rows) + 2,
                      std::max((transposed ? shape.rows : shape.depth) + 3, shape.width))),
-        B(cases.Next(shape.depth + 2, std::max(shape.cols + 3, shape.width))),
+        B(cases.Next(shape.depth + 2,
+                     std::max(shape.cols + 3, shape.bWidth != 0 ? shape.bWidth : shape.width))),
         C(cases.Next(shape.rows + 2, shape.cols + 3)) {
     if (transposed) {
       a = Part(std::as_const(A), 2, 3, shape.depth, shape.rows).Transposed();
@@ -59,7 +61,8 @@ struct Operands {
   ConstView b;
 };
 
-void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape) {
+void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape,
+                  const ProductSizes* sizes = nullptr) {
   testing::Dice& dice = cases.Randomness();
   const bool transposed = shape.width == 0 && dice.Chance(0.3);
   constexpr std::array kRoutines{AddProduct, SubtractProduct, SetProduct};
@@ -73,7 +76,9 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
     return record;
   };
   comparison.Compare(
-      [&] { return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C, nullptr); }); },
+      [&] {
+        return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C, sizes); });
+      },
       [&] {
         return run(
             [&](const View& C) { PlainLoop(operands.a, operands.b, C, static_cast<Form>(form)); });
@@ -142,6 +147,52 @@ TEST(OrderedProductTest, RowsInPagesOfTheirOwnHaveTheBitsOfThePlainLoop) {
     for (const int rows : {47, 48, 49, 64}) {
       for (const int cols : {47, 48, 49, 60}) {
         for (const int depth : {1, 30}) CompareShape(comparison, cases, {rows, cols, depth, 515});
+      }
+    }
+  });
+}
+
+TEST(OrderedProductTest, BlocksOfAFewNumbersHaveTheBitsOfThePlainLoop) {
+  constexpr int kNever = 1000;
+  const std::array<ProductSizes, 6> all{{
+      {.depth = 1, .rows = 1, .cols = 1, .packFrom = 1, .tiny = 0},
+      {.depth = 2, .rows = 3, .cols = 2, .packFrom = 2, .tiny = 0},
+      {.depth = 3, .rows = 2, .cols = 5, .packFrom = 3, .tiny = 7},
+      {.depth = 4,
+       .rows = 16,
+       .cols = 8,
+       .packFrom = kNever,
+       .packPagesFrom = 1,
+       .page = 2,
+       .tiny = 0},
+      {.depth = 2, .packFrom = kNever, .packPagesFrom = kNever, .competingStride = 1, .tiny = 0},
+      {.packFrom = kNever, .packPagesFrom = kNever, .tiny = 0},
+  }};
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1206, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("ordered product, small blocks, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (int rows = 1; rows <= 18; ++rows) {
+      for (int cols = 1; cols <= 18 && !comparison.HasSeenEnough(); ++cols) {
+        for (const int depth : {0, 1, 2, 5, 8}) {
+          for (const ProductSizes& sizes : all) {
+            CompareShape(comparison, cases, {rows, cols, depth}, &sizes);
+          }
+        }
+      }
+    }
+  });
+}
+
+TEST(OrderedProductTest, DeepProductsOfCompetingRowsStayWithinTheirStorage) {
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1207, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("ordered product, deep and narrow, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int rows : {9, 16, 20, 33}) {
+      // Three columns more make the rows compete.
+      for (const int depth : {512 - 3, 1024 - 3, 12 * 512 - 3}) {
+        CompareShape(comparison, cases, {rows, 20, depth, depth + 3, 23});
       }
     }
   });
