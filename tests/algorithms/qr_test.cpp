@@ -57,6 +57,25 @@ TEST(QrTest, HasThemInBlocksOnEveryInstructionSet) {
   });
 }
 
+TEST(QrTest, WhereADotProductIsZeroNegativeZerosStay) {
+  // Subtracting a multiple of a column, even by 0, would turn a -0 of the other into 0.
+  for (const int n : {5, 16, 17, 40, 300}) {
+    for (const int ones : {1, 3}) {
+      Matrix A(n, n);
+      for (int i = 1; i <= n; ++i) {
+        for (int j = 1; j <= n; ++j) A(i, j) = -0.0;
+        A(i, i) = -1;
+        // In some columns a dot product is not zero.
+        if (ones == 3 && i % 7 == 0) A(i - 1, i) = 2;
+      }
+      testing::Comparison comparison("QR of negative zeros");
+      comparison.Compare([&] { return Of(FactorQr(A, unheard)); },
+                         [&] { return Of(reference::FactorQr(testing::ToTable(A))); }, {},
+                         std::to_string(n) + ", kind " + std::to_string(ones));
+    }
+  }
+}
+
 TEST(QrTest, AFailureForgetsTheFaultsOfLaterColumns) {
   // Column 2 fails; column 3 alone would overflow.
   const Matrix A = Rows({{1, 1, 1e200}, {0, 0, 1e200}, {0, 0, 1}});
