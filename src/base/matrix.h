@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <utility>
@@ -49,8 +50,14 @@ class Matrix {
   }
 
   /// Element (row, col), not checked in optimised builds.
-  double& operator()(int row, int col) { return data_.Get()[Offset(row, col)]; }
-  double operator()(int row, int col) const { return data_.Get()[Offset(row, col)]; }
+  double& operator()(int row, int col) {
+    assert(Contains(row, col));
+    return data_.Get()[Offset(row, col)];
+  }
+  double operator()(int row, int col) const {
+    assert(Contains(row, col));
+    return data_.Get()[Offset(row, col)];
+  }
 
   /// Element (row, col). Faults: 9 (subscript out of range) outside the matrix.
   double& At(int row, int col);
