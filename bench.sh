@@ -2,6 +2,7 @@
 # Installs what is missing, builds the benchmarks and prints the tables of docs/performance.md:
 #   ./bench.sh                            the tasks and files, and what people wait for at the windows
 #   ./bench.sh --small                    the tasks against the plain loops at every size from 1 to 30
+#   ./bench.sh --sizes                    each size of blocks against its half and its double
 #   ./bench.sh --windows                  the windows alone, on a virtual display
 #   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
 # The times are processor times of one thread; run it on an idle machine.

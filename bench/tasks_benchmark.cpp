@@ -20,10 +20,12 @@
 #include "base/arithmetic.h"
 #include "base/memory.h"
 #include "files/matrix_file.h"
+#include "operands.h"
 #include "peak.h"
 #include "plain_files.h"
 #include "plain_loops.h"
 #include "reference/reference.h"
+#include "sizes.h"
 #include "table_reporter.h"
 #include "workspace/slot_table.h"
 
@@ -35,17 +37,6 @@ namespace qmx::bench {
 namespace {
 
 Progress unheard;
-
-/// Entries in [-1, 1), the same in every run.
-Matrix RandomMatrix(int rows, int cols, int seed = 1) {
-  Matrix A(rows, cols);
-  std::uint64_t state = seed;
-  for (std::size_t k = 0; k < A.Size(); ++k) {
-    state = state * 6364136223846793005u + 1442695040888963407u;
-    A.Data()[k] = static_cast<double>(state >> 11) * 0x1p-52 - 1;
-  }
-  return A;
-}
 
 Matrix DefiniteMatrix(int n, int seed = 1) {
   Matrix A = RandomMatrix(n, n, seed);
@@ -355,6 +346,10 @@ int main(int argc, char** argv) {
 #if defined(QMX_BENCH_LIBRARIES)
   qmx::bench::UseOneThread();
 #endif
+  if (argc > 1 && std::string_view(argv[1]) == "--sizes") {
+    qmx::bench::PrintSizes();
+    return 0;
+  }
   const bool small = argc > 1 && std::string_view(argv[1]) == "--small";
   using Layout = qmx::bench::TableReporter::Layout;
   qmx::bench::TableReporter table(small ? Layout::kSmallSizes : Layout::kTasks,

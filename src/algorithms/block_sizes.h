@@ -59,7 +59,7 @@ struct ProductSizes {
 
 /// How a product as a task is cut, apart from how its parts are multiplied.
 struct ProductTaskSizes {
-  int tinyOperand = 16;  ///< Elements of each operand up to which the textbook's loop is quickest.
+  int tinyOperand = 25;  ///< Elements of each operand up to which the textbook's loop is quickest.
   /// Multiplications between two reports, a fraction of a second's work.
   double stepsInStrip = 2.5e9;
   int fewestRows = 240;  ///< Of a strip, so that the reports cost nothing.
@@ -123,9 +123,9 @@ struct LeastSquaresSizes {
   int fewElements = 40;  ///< Of a system for which a plain loop is quicker than the kernel.
   /// Rows formed at a time. Low strips form less of what the mirror gives; high ones suit the
   /// kernel better.
-  int lowStrip = 64;
-  int highStrip = 192;
-  int highFrom = 500;  ///< Unknowns from which strips are high.
+  int lowStrip = 32;
+  int highStrip = 128;
+  int highFrom = 700;  ///< Unknowns from which strips are high.
 };
 
 /// All of them.
