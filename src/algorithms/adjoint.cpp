@@ -73,13 +73,13 @@ int UpperPivot(const View& block) {
 }
 
 /// Takes the step with row p as the pivot row; what is left is the block without the row and the
-/// first column. The other rows take part where that is asked for.
-void TakeStep(View& block, int p, bool needed) {
+/// first column.
+void TakeStep(View& block, int p) {
   double* const pivot = block.first;
   if (p != 0) std::swap_ranges(pivot, pivot + block.cols, &block(p, 0));
   const int below = block.rows - 1;
   const int right = block.cols - 1;
-  if (needed && below > 0) {
+  if (below > 0) {
     EliminateRows(pivot, pivot + block.rowStride, block.rowStride, below, 0, right);
   }
   double* const rest = below > 0 && right > 0 ? &block(1, 1) : nullptr;
@@ -188,7 +188,7 @@ void Cofactors::WithoutColumn(const Road& road, int j) {
     }
     FinishWithoutRow(branch_.rows[p], j, block);
     branch_.TakePivot(p, block(p, 0));
-    TakeStep(block, p, block.rows > 2);
+    TakeStep(block, p);
   }
   FinishWithoutRow(branch_.rows[0], j, block);
 }
@@ -212,7 +212,7 @@ void Cofactors::WithoutRow(const Road& road, int i, int column) {
     }
     if (p != 0) ++exchanges;
     product *= block(p, 0);
-    TakeStep(block, p, true);
+    TakeStep(block, p);
     ++column;
     minor_.Reuse(block.rows, block.rows);
     for (int k = 0; k < block.rows; ++k) {
