@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 
 #include "algorithms/block_sizes.h"
@@ -25,7 +26,10 @@ struct BasicView {
 
   operator BasicView<const double>() const { return {first, rows, cols, rowStride, colStride}; }
   BasicView Transposed() const { return {first, cols, rows, colStride, rowStride}; }
-  Number& operator()(int i, int j) const { return first[i * rowStride + j * colStride]; }
+  Number& operator()(int i, int j) const {
+    assert(i >= 0 && i < rows && j >= 0 && j < cols);
+    return first[i * rowStride + j * colStride];
+  }
 };
 using View = BasicView<double>;
 using ConstView = BasicView<const double>;

@@ -21,12 +21,14 @@ enum class Form { kAdd, kSubtract, kSet };
 void PlainLoop(const ConstView& A, const ConstView& B, const View& C, Form form) {
   const bool subtract = form == Form::kSubtract;
   for (int i = 0; i < C.rows; ++i) {
+    const double* const a = A.first + i * A.rowStride;
     for (int j = 0; j < C.cols; ++j) {
-      if (form == Form::kSet) C(i, j) = 0;
+      double sum = form == Form::kSet ? 0.0 : C(i, j);
       for (int k = 0; k < A.cols; ++k) {
-        const double product = A(i, k) * B(k, j);
-        C(i, j) = subtract ? C(i, j) - product : C(i, j) + product;
+        const double product = a[k * A.colStride] * B.first[k * B.rowStride + j];
+        sum = subtract ? sum - product : sum + product;
       }
+      C(i, j) = sum;
     }
   }
 }
