@@ -34,6 +34,8 @@ class Recorder : public Progress {
     EXPECT_GT(last, 0.5) << task;
   }
 
+  double Last() const { return reports_.empty() ? -1 : reports_.back(); }
+
  private:
   std::vector<double> reports_;
 };
@@ -68,6 +70,19 @@ TEST(ProgressTest, EveryLongTaskReportsASteadyGrowth) {
     std::int32_t shiftIndex = 0;
     FindEigenvalues(A, {1e-9, 1000, 0.1, 0.001}, shiftIndex, p);
   });
+}
+
+TEST(ProgressTest, AnEliminationOfASmallMatrixReportsItsEnd) {
+  testing::Dice dice(1103);
+  const Matrix A = testing::RealMatrix(dice, 5, 5);
+  const auto expectEnd = [](auto task) {
+    Recorder recorder;
+    task(recorder);
+    EXPECT_EQ(recorder.Last(), 1);
+  };
+  expectEnd([&](Progress& p) { Determinant(A, p); });
+  expectEnd([&](Progress& p) { Inverse(A, p); });
+  expectEnd([&](Progress& p) { FactorQr(A, p); });
 }
 
 TEST(ProgressTest, LeastSquaresReportsItsTwoStages) {
