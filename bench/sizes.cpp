@@ -278,7 +278,7 @@ void PrintTrial(const Trial& trial, int n) {
   constexpr double kRound = 0.003;
   const double once = Seconds(trial, operands, sizes[0], n <= 100 ? 50 : 1);
   const int repetitions = std::max(1, static_cast<int>(kRound / once));
-  const int rounds = once > 0.01 ? 12 : 25;
+  const int rounds = once > 0.01 ? 20 : 40;
   for (int round = 0; round < rounds; ++round) {
     for (std::size_t k = 0; k < sizes.size(); ++k) {
       if (!Fits(sizes[k])) continue;
