@@ -184,7 +184,7 @@ std::vector<Trial> Trials() {
       {"qr, tile", "QR factors", {100, 300}, [](S s) -> int& { return s.blocks.qr.tile; }, qr},
       {"hessenberg, tinyReflector",
        "Hessenberg reduction",
-       {4, 8},
+       {4},
        [](S s) -> int& { return s.blocks.hessenberg.tinyReflector; },
        Reduce},
       {"hessenberg, reflectionStrip",
@@ -252,7 +252,8 @@ bool Fits(const AllSizes& sizes) {
          sizes.blocks.elimination.panel <= kPanelColumns &&
          sizes.blocks.exchange.panel <= kPanelColumns &&
          sizes.blocks.exchange.shortRow <= kMostShortRow &&
-         sizes.blocks.exchange.scatter <= kMostScattered;
+         sizes.blocks.exchange.scatter <= kMostScattered &&
+         sizes.blocks.hessenberg.tinyReflector <= kMostTinyReflector;
 }
 
 double Seconds(const Trial& trial, const std::vector<Matrix>& operands, const AllSizes& sizes,

@@ -25,9 +25,10 @@ inline constexpr int kPanelColumns = 8;
 inline constexpr int kColumnsAtOnce = 4;
 /// Up to so many numbers are done in a plain loop before a call would have chosen its way.
 inline constexpr int kFewNumbers = 8;
-/// The longest of short rows, whose loops are unrolled as a whole, and the most columns that are
-/// put in order on the stack.
+/// The longest of short rows and the largest of tiny reflections, whose loops are unrolled as a
+/// whole, and the most columns that are put in order on the stack.
 inline constexpr int kMostShortRow = 11;
+inline constexpr int kMostTinyReflector = 4;
 inline constexpr int kMostScattered = 32;
 /// Up to so many elements of a column are searched for a pivot of an elimination with branches.
 inline constexpr int kForeseenSearch = 16;
@@ -104,7 +105,8 @@ struct QrSizes {
 
 /// How the reduction to Hessenberg form and the cycles of QR are cut.
 struct HessenbergSizes {
-  int tinyReflector = 4;      ///< Order up to which a reflection is a plain loop.
+  int tinyReflector =
+      4;  ///< Order up to which a reflection is a plain loop; kMostTinyReflector at most.
   int reflectionStrip = 256;  ///< Columns of H·M, or rows of M·H, that are formed at a time.
   int smallOrder = 15;        ///< Of a cycle: up to here blocks take longer than they save.
   int strip = 256;            ///< Columns that are projected at a time, at most.

@@ -53,7 +53,7 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
 void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
   const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
-  if (A.cols <= work.sizes.tinyReflector) {
+  if (A.cols <= std::min(work.sizes.tinyReflector, kMostTinyReflector)) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
     SetProduct(A, B, product);
