@@ -131,9 +131,11 @@ void HessenbergStep::ProjectNext(int j, int from) {
   NormAndDots<kCount>(v, M_.Row(1) + (from - 1), n, Length(j), square, d);
   if (from == j + 1) TakeNorm(j, square);
   if (square == 0) std::fill_n(d, kCount, 0.0);
+  const double norm = norm_(j);
+  const double squared = squaredNorm_(j);
   for (int t = 0; t < kCount; ++t) {
-    M_(from + t, j) = d[t] / norm_(j);
-    d[t] /= squaredNorm_(j);
+    M_(from + t, j) = d[t] / norm;
+    d[t] /= squared;
   }
   SubtractMultiples<kCount>(v, V_.Row(1) + (from - 1), n, Length(j), d);
 }
