@@ -101,6 +101,11 @@ void frmQMX::BuildMenus() {
   auto* recent = new QMenu(tr("&Recent projects"), file);
   recent->setObjectName("mnuRecent");
   file->insertMenu(Action("mnuSave"), recent);
+  auto* last = new QAction(tr("&Last session"), file);
+  last->setObjectName("mnuLastSession");
+  last->setToolTip(tr("Opens what the program held when it ended last, however it ended"));
+  file->insertAction(Action("mnuSave"), last);
+  file->insertSeparator(Action("mnuSave"));
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
   edit->setObjectName("mnuEdit");
   AddEntries(edit, {{"mnuUndo", "&Undo", QKeySequence(Qt::CTRL | Qt::Key_Z)},

@@ -1,17 +1,21 @@
 #include "app/program.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 #include "app/wiring.h"
 #include "base/fault.h"
 #include "commands/file_commands.h"
 #include "commands/parameters.h"
+#include "desktop/file_store_system.h"
+#include "files/project_file.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -22,9 +26,16 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
       guard_(settings),
       desktop_(window_, screen_),
-      recent_(window_.findChild<QMenu*>("mnuRecent"), [this](const QString& name) {
-        OpenByName(commands_, QFile::encodeName(name).toStdString());
-      }) {
+      recent_(window_.findChild<QMenu*>("mnuRecent"),
+              [this](const QString& name) {
+                OpenByName(commands_, QFile::encodeName(name).toStdString());
+              }),
+      stateFiles_(MakeSystemFileStore()),
+      session_(
+          StateFolder(), *stateFiles_, [this] { return CaptureSession(); },
+          [this](const std::string& problem) {
+            screen_.SetStatus("The session cannot be kept for the next start. " + problem);
+          }) {
   WireMainWindow(window_, screen_, commands_);
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }
@@ -33,15 +44,35 @@ bool Program::Start(const std::string& commandLine) {
   if (!guard_.Check(screen_)) return false;
   SetStartState(context_);
   commands_.SetListener([this] { AfterCommand(); });
+  QObject::connect(window_.Action("mnuLastSession"), &QAction::triggered, &window_,
+                   [this] { OpenLastSession(); });
   AfterCommand();
   // In the corner, so that the windows of the matrices find room beside it.
   window_.move(window_.screen()->availableGeometry().topLeft());
   window_.show();
   if (!commandLine.empty()) OpenByName(commands_, commandLine);
+  if (session_.WasCutOff() && commandLine.empty())
+    screen_.SetStatus("The last session was cut off. File > Last session brings it back.");
   return true;
 }
 
+LastSession::Compose Program::CaptureSession() const {
+  if (commands_.IsBusy()) return {};
+  // The copy shares the elements of all matrices.
+  return [workspace = std::make_shared<const Workspace>(workspace_),
+          texts = ReadEigenTexts(screen_)] { return ProjectFile(*workspace, texts); };
+}
+
+void Program::OpenLastSession() {
+  commands_.Step("Last session", [this](Context& context) {
+    if (!OpenKeptProject(context, session_.Latest())) session_.Refuse();
+  });
+}
+
 void Program::AfterCommand() {
+  if (commands_.Steps().Position() != kept_ || commands_.HasOpenCell()) session_.Changed();
+  kept_ = commands_.Steps().Position();
+  window_.Action("mnuLastSession")->setEnabled(!session_.Latest().empty());
   ShowWhatStandsWhere(window_, commands_, workspace_);
   MarkStaleResults(window_, screen_, workspace_);
   if (commands_.WasSaved())
@@ -50,6 +81,7 @@ void Program::AfterCommand() {
 
 void Program::End() {
   guard_.Restore();
+  session_.End();
   screen_.CloseAllWindows();
   desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);

@@ -9,6 +9,7 @@
 #include "base/fault.h"
 #include "commands/command_runner.h"
 #include "desktop/decimal_guard.h"
+#include "desktop/last_session.h"
 #include "workspace/context.h"
 
 namespace qmx {
@@ -34,6 +35,8 @@ class Program {
 
  private:
   void AfterCommand();
+  LastSession::Compose CaptureSession() const;
+  void OpenLastSession();
   void End();
   void OfferToSave(Fault fault);
 
@@ -45,6 +48,9 @@ class Program {
   DecimalGuard guard_;
   DesktopMenu desktop_;
   RecentProjects recent_;
+  std::unique_ptr<FileStore> stateFiles_;  ///< Of the session: they are written in the background.
+  LastSession session_;
+  std::uint64_t kept_ = 0;  ///< The position in the history that the session was told of.
 };
 
 }  // namespace qmx

@@ -37,6 +37,9 @@ class CommandRunner {
   /// Pastes a block; nothing after a refusal.
   std::optional<CellRange> Paste(Slot slot, int row, int col, const std::string& text);
 
+  /// True while the texts of a cell are one step.
+  bool HasOpenCell() const { return openCell_.has_value(); }
+
   void Undo();
   void Redo();
   /// The present state is what a file holds: to be called by the command that wrote or read it.

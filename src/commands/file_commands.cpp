@@ -178,6 +178,12 @@ bool OpenNamedProject(Context& context, const std::string& given) {
   return ReadProject(context, name);
 }
 
+bool OpenKeptProject(Context& context, const std::string& name) {
+  if (!ReadProject(context, name)) return false;
+  context.workspace.currentFileName.clear();
+  return true;
+}
+
 std::string NameToBeSaved(const Workspace& workspace) {
   return workspace.currentFileName.empty() ? std::string()
                                            : WithProjectEnding(workspace.currentFileName);

@@ -23,6 +23,9 @@ bool OpenProject(Context& context);
 /// Opens the project that a command line, or the first of some dropped files, names; nothing where
 /// that is empty. A name in double quotes loses its first and last character.
 bool OpenNamedProject(Context& context, const std::string& given);
+/// Opens what the program kept of an earlier run. No file becomes the current one: the next Save
+/// asks for a name.
+bool OpenKeptProject(Context& context, const std::string& name);
 /// The name that SaveProject writes to without asking; empty where it asks.
 std::string NameToBeSaved(const Workspace& workspace);
 /// Asks for a name and saves the project to it, as the last act after a fault. False if nothing was

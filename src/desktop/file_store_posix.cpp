@@ -238,25 +238,6 @@ bool IsRefusal(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
 }
 
-/// The folder for what must outlive the program, made where it is missing; empty where there is
-/// none.
-std::string StateFolder() {
-  const char* state = std::getenv("XDG_STATE_HOME");
-  const char* home = std::getenv("HOME");
-  std::string folder;
-  if (state != nullptr && state[0] == '/') {
-    folder = state;
-  } else if (home != nullptr && home[0] == '/') {
-    folder = std::string(home) + "/.local/state";
-  }
-  if (folder.empty()) return folder;
-  folder += "/orvane/";
-  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
-       slash = folder.find('/', slash + 1))
-    mkdir(folder.substr(0, slash).c_str(), 0700);
-  return folder;
-}
-
 /// The name of a copy: recognisable, and no longer than names may be.
 std::string CopyName(const std::string& path) {
   constexpr std::size_t kMost = 200;
@@ -356,6 +337,23 @@ class PosixFileStore : public FileStore {
 };
 
 }  // namespace
+
+std::string StateFolder() {
+  const char* state = std::getenv("XDG_STATE_HOME");
+  const char* home = std::getenv("HOME");
+  std::string folder;
+  if (state != nullptr && state[0] == '/') {
+    folder = state;
+  } else if (home != nullptr && home[0] == '/') {
+    folder = std::string(home) + "/.local/state";
+  }
+  if (folder.empty()) return folder;
+  folder += "/orvane/";
+  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
+       slash = folder.find('/', slash + 1))
+    mkdir(folder.substr(0, slash).c_str(), 0700);
+  return folder;
+}
 
 std::unique_ptr<FileStore> MakeSystemFileStore() { return std::make_unique<PosixFileStore>(); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "workspace/ports.h"
 
@@ -20,5 +21,10 @@ namespace qmx {
 /// it. Once a file is saved, temporaries that are older than a day are removed from its folder:
 /// they were left by a program that was killed.
 std::unique_ptr<FileStore> MakeSystemFileStore();
+
+/// The folder for what must outlive the program, with its last separator, made where it is missing:
+/// $XDG_STATE_HOME/orvane, or Orvane in the local application data of Windows. Empty where there is
+/// none.
+std::string StateFolder();
 
 }  // namespace qmx

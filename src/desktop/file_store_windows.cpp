@@ -227,6 +227,14 @@ class WindowsFileStore : public FileStore {
 
 }  // namespace
 
+std::string StateFolder() {
+  const char* local = std::getenv("LOCALAPPDATA");
+  if (local == nullptr || local[0] == '\0') return {};
+  std::string folder = std::string(local) + "\\Orvane";
+  CreateDirectoryA(folder.c_str(), nullptr);
+  return folder + "\\";
+}
+
 std::unique_ptr<FileStore> MakeSystemFileStore() { return std::make_unique<WindowsFileStore>(); }
 
 }  // namespace qmx

@@ -1,5 +1,5 @@
-#include "files/project_file.h"
 #include "commands/parameters.h"
+#include "files/project_file.h"
 #include "support/core_bench.h"
 
 namespace qmx {

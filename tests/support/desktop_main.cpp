@@ -12,6 +12,9 @@ int main(int argc, char** argv) {
   const QTemporaryDir home;
   for (const char* folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
     qputenv(folder, home.path().toUtf8());
+  // A run that is to be killed leaves its state where another one finds it.
+  if (qEnvironmentVariableIsSet("QMX_TEST_STATE"))
+    qputenv("XDG_STATE_HOME", qgetenv("QMX_TEST_STATE"));
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM",
             "offscreen:configfile=" QMX_SOURCE_DIR "/tests/support/small_screen.json");
