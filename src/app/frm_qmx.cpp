@@ -22,8 +22,9 @@ namespace qmx {
 namespace {
 
 constexpr int kProgressSteps = 100;
-constexpr int kSlack = 2;      // Lest rounding bring up scroll bars.
-constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
+constexpr int kReadable = 3000;  // Milliseconds.
+constexpr int kSlack = 2;        // Lest rounding bring up scroll bars.
+constexpr int kTitleBar = 30;    // What the desktop adds to the window's height, about.
 
 struct MenuEntry {
   const char* name;  ///< Null for a line between entries.
@@ -173,6 +174,7 @@ QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(nam
 void frmQMX::SetStatus(const QString& text) {
   if (!stop_->isHidden()) {
     working_->setText(text);
+    sinceTold_.start();
     return;
   }
   message_ = text;
@@ -197,6 +199,7 @@ QRect frmQMX::TaskArea() const {
 
 void frmQMX::StartProgress() {
   status_->hide();
+  sinceTold_.invalidate();
   ShowProgress(0, tr("Computing..."));
   for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_),
                         static_cast<QWidget*>(stop_)}) {
@@ -206,7 +209,8 @@ void frmQMX::StartProgress() {
 
 void frmQMX::ShowProgress(double fraction, const QString& text) {
   progress_->setValue(static_cast<int>(fraction * kProgressSteps));
-  working_->setText(text);
+  // What was told meanwhile stays long enough to be read.
+  if (!sinceTold_.isValid() || sinceTold_.elapsed() > kReadable) working_->setText(text);
 }
 
 void frmQMX::EndProgress() {

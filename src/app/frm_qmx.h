@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QLabel>
 #include <QList>
@@ -69,6 +70,7 @@ class frmQMX : public QMainWindow {
   QLabel* working_ = nullptr;
   QProgressBar* progress_ = nullptr;
   QPushButton* stop_ = nullptr;
+  QElapsedTimer sinceTold_;  ///< Since something was told in a computation.
 };
 
 }  // namespace qmx

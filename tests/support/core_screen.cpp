@@ -111,7 +111,10 @@ void RecordingScreen::Run(const Computation& computation) {
    public:
     explicit Recorder(RecordingScreen& screen) : screen_(screen) { ++screen_.workDepth; }
     ~Recorder() override { --screen_.workDepth; }
-    void Report(double fraction) override { screen_.progress.push_back(fraction); }
+    void Report(double fraction) override {
+      screen_.progress.push_back(fraction);
+      if (screen_.stopAt > 0 && --screen_.stopAt == 0) throw Stopped();
+    }
 
    private:
     RecordingScreen& screen_;

@@ -62,6 +62,8 @@ class RecordingScreen : public Panel,
   std::deque<Answer> answers;
   std::deque<std::string> fileNames;
   bool mayReplace = true;
+  /// The number of the progress report, of all computations, at which the user stops; 0 for never.
+  int stopAt = 0;
 
   RecordingScreen() = default;
   RecordingScreen(const RecordingScreen&) = delete;
