@@ -91,7 +91,7 @@ void FileDialog::accept() {
     name_->clear();
   } else if (MayBeTaken(path)) {
     path_ = path;
-    QDialog::accept();
+    done(Accepted);
   }
 }
 
@@ -127,10 +127,10 @@ void FileDialog::NoteSelection() {
 }
 
 QString FileDialog::TypedPath() const {
-  const QString name = name_->text();
+  QString name = name_->text();
   if (IsAbsolute(name)) return name;
   const QString folder = directory().absolutePath();
-  const QString here = folder + (folder.endsWith('/') ? "" : "/") + name;
+  QString here = folder + (folder.endsWith('/') ? "" : "/") + name;
   if (!name.startsWith('~') || QFileInfo::exists(here)) return here;
   const QString home = WithHomeFolder(name);
   return home.isEmpty() ? here : home;

@@ -36,9 +36,10 @@ std::string ShapeText(int rows, int cols) { return CStr(rows) + " x " + CStr(col
 
 bool CheckCounts(FieldScanner& scanner, const StoredFactors& factors) {
   const int order = factors.uRows;
-  if (factors.lRows != order || factors.lCols != order)
+  if (factors.lRows != order || factors.lCols != order) {
     return scanner.RefuseLast("a factor L of the shape of U, " + ShapeText(order, order),
                               "L of " + ShapeText(factors.lRows, factors.lCols));
+  }
   if (factors.exchangeRows != 0 && factors.exchangeRows != order)
     return scanner.RefuseLast("no exchange records or " + CStr(order));
   return true;
