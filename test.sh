@@ -1,26 +1,58 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test.
-#   ./test.sh            all of it
-#   ./test.sh --quick    without the sanitizer run and the linter
+#   ./test.sh            all of it: the program as people get it and with sanitizers, the linter, the units for Windows,
+#                        benchmarks and fuzzers for a few seconds, the package
+#   ./test.sh --quick    only the optimised build with assertions and its tests
 #   ./test.sh --windows  only the units for Windows, cross-compiled and run under wine
 #   ./test.sh --package  only the Debian package: made, installed, used and removed, so it needs root
+# The package is installed and removed by the whole run, too, where CI is set and root runs it; anywhere else it is only made
+# and looked into.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . scripts/packages.sh
 
-# A stage's name, so that a failure can be found in a long log.
-stage() { printf '\n=== %s (%s)\n' "$1" "$(date +%T)"; }
+# Seconds of processor time that all commands have taken so far.
+processor_seconds() {
+  local fields
+  read -ra fields <"/proc/$$/stat"
+  echo $(((fields[15] + fields[16]) / $(getconf CLK_TCK)))
+}
+
+# Begins a stage: its name, so that a failure can be found in a long log, and what the one before it took.
+stage_name=
+stages=()
+stage() {
+  local now=$SECONDS processor
+  processor=$(processor_seconds)
+  [ -z "$stage_name" ] ||
+    stages+=("$(printf '%5d s, %5d s of processor time: %s' $((now - stage_start)) $((processor - stage_processor)) "$stage_name")")
+  stage_name=$1 stage_start=$now stage_processor=$processor
+  printf '\n=== %s (%s)\n' "$1" "$(date +%T)"
+}
+
+build_preset() {
+  stage "Build: $1"
+  cmake --preset "$1"
+  cmake --build --preset "$1"
+}
+
+# What the runs of tests have come to, to be repeated at the end.
+summaries=()
+test_preset() {
+  stage "Test: $1"
+  ctest --preset "$1" -j "$(nproc)" --output-log "build/tests-$1.log"
+  summaries+=("$1: $(grep 'tests passed' "build/tests-$1.log")")
+}
 
 run_windows() {
   stage "Units for Windows"
   bash tests/windows/run.sh
 }
 
-run_preset() {
-  stage "Build and test: $1"
-  cmake --preset "$1"
-  cmake --build --preset "$1"
-  ctest --preset "$1" -j "$(nproc)"
+run_benchmarks() {
+  stage "Benchmarks, small"
+  build/release/bench/qmx_bench_tasks --benchmark_min_time=0.001 --benchmark_filter="$small_benchmarks"
+  xvfb-run -a -s '-screen 0 1366x768x24' build/release/bench/qmx_bench_desktop --benchmark_min_time=0.001
 }
 
 case "${1:-}" in
@@ -35,7 +67,7 @@ case "${1:-}" in
 esac
 
 stage "Packages"
-install_packages $build_packages $run_packages $display_packages $test_packages
+install_packages $build_packages $run_packages $display_packages $test_packages $bench_packages $packaging_packages
 
 # Qt wants a private folder for its sockets.
 if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
@@ -47,11 +79,28 @@ fi
 stage "Format and floors"
 bash tests/checks/format.sh
 bash tests/checks/floors.sh
-run_preset dev
-if [ "${1:-}" != --quick ]; then
-  run_preset asan
+if [ "${1:-}" = --quick ]; then
+  build_preset dev
+  test_preset dev
+else
+  build_preset check
+  test_preset check
+  run_benchmarks
+  build_preset asan
+  test_preset asan
+  build_preset fuzz
+  stage "Fuzzers"
+  bash tests/checks/fuzz.sh 5
+  run_windows
   stage "Linter"
-  bash tests/checks/lint.sh build/dev
-  [ ! -e tests/windows/run.sh ] || run_windows
+  bash tests/checks/lint.sh
+  stage "Package"
+  ./package.sh
+  if [ -n "${CI:-}" ] && [ "$(id -u)" -eq 0 ]; then
+    bash packaging/test.sh build/package/*.deb
+  else
+    bash packaging/test.sh --contents build/package/*.deb
+  fi
 fi
 stage "All is well"
+printf '%s\n' "${stages[@]}" "${summaries[@]}"

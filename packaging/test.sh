@@ -1,11 +1,18 @@
 #!/usr/bin/env bash
 # Makes the package, has it checked, installs it, opens a project from the desktop, and removes it again. Changes the
-# packages of the system, so it runs as root on a machine that may be changed: packaging/test.sh [package.deb]
+# packages of the system, so it runs as root on a machine that may be changed:
+#   packaging/test.sh [package.deb]
+#   packaging/test.sh --contents [package.deb]   only has it checked and looks into it, which changes nothing and anybody may do
 set -euo pipefail
+contents_only=
+if [ "${1:-}" = --contents ]; then
+  contents_only=yes
+  shift
+fi
 package="${1:+$(realpath -- "$1")}"
 cd "$(dirname "$(realpath "$0")")/.."
 . scripts/packages.sh
-install_packages $display_packages lintian desktop-file-utils appstream xdg-utils xdotool libglib2.0-bin man-db mandoc
+install_packages $display_packages $packaging_packages
 if [ -z "$package" ]; then
   ./package.sh
   package=$(realpath build/package/*.deb)
@@ -25,13 +32,29 @@ clean_up() {
 }
 trap clean_up EXIT
 
+# Checks what is installed below a prefix: the link leads to the program, which has its files beside it.
+check_prefix() {
+  local folder file
+  folder=$(dirname "$(realpath "$1/bin/qmx")")
+  [ "$folder" = "$1/libexec/orvane" ] || fail "bin/qmx leads to $folder"
+  [ -x "$folder/qmx.exe" ] || fail "no program"
+  for file in "$folder"/{qmx.chm,pi_data.ico,pi_data.svg,pi_data_48.png} "$1"/share/man/man1/qmx.1.gz \
+    "$1"/share/{applications/orvane.desktop,mime/packages/orvane.xml,metainfo/org.orvane.Orvane.metainfo.xml} \
+    "$1"/share/icons/hicolor/{48x48,scalable}/apps/orvane.*; do
+    [ -s "$file" ] || fail "no $file"
+  done
+}
+
 if [ -e build/release/bin/qmx.exe ]; then
   echo "--- installation into a folder of one's own"
   cmake --install build/release --prefix "$work/prefix" >"$work/install.log"
-  program_folder=$(dirname "$(realpath "$work/prefix/bin/qmx")")
-  [ "$program_folder" = "$work/prefix/libexec/orvane" ] || fail "bin/qmx leads to $program_folder"
-  [ -s "$program_folder/qmx.chm" ] || fail "no help beside the program"
+  check_prefix "$work/prefix"
 fi
+
+echo "--- contents of the package"
+dpkg-deb -x "$package" "$work/contents"
+check_prefix "$work/contents/usr"
+[ -z "$(find "$work/contents" -mindepth 1 -maxdepth 1 ! -name usr)" ] || fail "something outside of /usr"
 
 echo "--- checks of the package"
 desktop-file-validate packaging/orvane.desktop
@@ -39,10 +62,14 @@ appstreamcli validate --no-net packaging/org.orvane.Orvane.metainfo.xml
 mandoc -T lint -W warning packaging/qmx.1
 # Exits with a failure for errors and warnings.
 lintian --fail-on error,warning --allow-root "$package"
+if [ -n "$contents_only" ]; then
+  echo "The package holds what it should."
+  exit
+fi
 
 echo "--- installation"
 if dpkg-query -W orvane >/dev/null 2>&1; then fail "the package is installed already"; fi
-DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "$package" >"$work/apt.log"
+DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 install -y -q --no-install-recommends "$package" >"$work/apt.log"
 man --path qmx >/dev/null || fail "no manual page"
 for file in qmx.exe qmx.chm pi_data.ico; do
   [ -s "$(dirname "$(realpath /usr/bin/qmx)")/$file" ] || fail "no $file beside the program"
@@ -93,7 +120,7 @@ open_and_save gio open
 open_and_save qmx
 
 echo "--- removal"
-DEBIAN_FRONTEND=noninteractive apt-get purge -y -q orvane >"$work/apt.log"
+DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 purge -y -q orvane >"$work/apt.log"
 left=$(find /usr/bin/qmx /usr/libexec/orvane /usr/share -path '*orvane*' -o -path '*x-qmx*' 2>/dev/null || true)
 [ -z "$left" ] || fail "left behind: $left"
 echo "The package is all right."

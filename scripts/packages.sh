@@ -6,6 +6,7 @@ display_packages="xvfb xauth x11-utils imagemagick"
 test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core
   xdotool libbenchmark-dev libglib2.0-bin libatspi2.0-dev locales"
 bench_packages="libbenchmark-dev libxcb1-dev libopenblas-dev liblapacke-dev libeigen3-dev"
+packaging_packages="dpkg-dev file gzip lintian desktop-file-utils appstream xdg-utils xdotool libglib2.0-bin man-db mandoc"
 
 # Runs a command as root, with sudo where we are not.
 as_root() {
@@ -20,6 +21,6 @@ install_packages() {
   done
   [ "${#missing[@]}" -eq 0 ] && return 0
   echo "Installing: ${missing[*]}"
-  as_root apt-get update -q
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+  as_root apt-get -o DPkg::Lock::Timeout=300 update -q
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 install -y -q --no-install-recommends "${missing[@]}"
 }
