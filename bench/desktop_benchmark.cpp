@@ -10,6 +10,7 @@
 #include <string>
 
 #include "app/program.h"
+#include "base/memory.h"
 #include "desktop/desktop_printer.h"
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
@@ -70,7 +71,7 @@ class Session {
   DesktopPrinter printer_{*files_, [] { return std::string(); }};
   RandomSource random_;
   SystemClock clock_;
-  Program program_{{*files_, printer_, random_, clock_}, settings_};
+  Program program_{{*files_, printer_, random_, clock_, SystemMemory()}, settings_};
 };
 
 void OpenGrid(benchmark::State& state, int order) {
