@@ -254,6 +254,22 @@ std::optional<double> ParseNumber(std::string_view text) {
   return negative ? -*value : *value;
 }
 
+const char* ParseLeadingNumber(const char* at, const char* end, double& value) {
+  const char* number = at;
+  if (number != end && *number == '+') ++number;
+  const char* digits = number;
+  if (digits == at && digits != end && *digits == '-') ++digits;
+  if (digits == end || !(IsDigit(*digits) || *digits == '.')) return nullptr;
+  const auto parsed = std::from_chars(number, end, value);
+  if (parsed.ec == std::errc()) return parsed.ptr;
+  if (parsed.ec != std::errc::result_out_of_range) return nullptr;
+  // Too small reads as zero, too large is no double.
+  const auto whole = ParseNumber({at, static_cast<std::size_t>(parsed.ptr - at)});
+  if (!whole) return nullptr;
+  value = *whole;
+  return parsed.ptr;
+}
+
 std::int32_t RoundToInteger(double value) {
   if (std::isnan(value)) return 0;
   constexpr double kLeast = std::numeric_limits<std::int32_t>::min();

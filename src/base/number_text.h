@@ -67,6 +67,12 @@ double Val(std::string_view text);
 /// text is not exactly one finite number.
 std::optional<double> ParseNumber(std::string_view text);
 
+/// Reads the number with which a text begins, up to where it ends; blanks are not skipped. Returns
+/// the end of the number, or null where there is none, or one that is no finite double. Words that
+/// stand for infinite values are no numbers here.
+///   "12abc" -> 12, "abc" left   "+.5,1" -> 0.5, ",1" left   " 1", "nan", "1e999" -> null
+const char* ParseLeadingNumber(const char* at, const char* end, double& value);
+
 /// A value rounded to a whole number, halves to even, held within the range of a 32-bit integer. A
 /// NaN gives 0.
 ///   2.5 -> 2   3.5 -> 4   1e99 -> 2147483647

@@ -25,24 +25,6 @@ const char* AfterLineEnd(const char* at, const char* end) {
 
 bool EndsField(char c) { return IsBlank(c) || c == ',' || c == '\r' || c == '\n'; }
 
-/// Reads a number that starts at `at`; null where none does. Words that stand for infinite values
-/// are no numbers here.
-const char* ParseNumberField(const char* at, const char* end, double& value) {
-  const char* number = at;
-  if (number != end && *number == '+') ++number;
-  const char* digits = number;
-  if (digits == at && digits != end && *digits == '-') ++digits;
-  if (digits == end || !(IsDigit(*digits) || *digits == '.')) return nullptr;
-  const auto parsed = std::from_chars(number, end, value);
-  if (parsed.ec == std::errc()) return parsed.ptr;
-  if (parsed.ec != std::errc::result_out_of_range) return nullptr;
-  // Too small reads as zero, too large is no double.
-  const auto whole = ParseNumber({at, static_cast<std::size_t>(parsed.ptr - at)});
-  if (!whole) return nullptr;
-  value = *whole;
-  return parsed.ptr;
-}
-
 /// Up to a few characters of a field, fit for a message box.
 std::string Excerpt(const char* at, const char* end) {
   constexpr int kLongest = 24;
@@ -111,7 +93,7 @@ bool FieldScanner::ReadInteger(std::int32_t& value) {
 
 bool FieldScanner::ReadNumber(double& value) {
   at_ = SkipEmptyLines(at_);
-  const char* fieldEnd = ParseNumberField(at_, end_, value);
+  const char* fieldEnd = ParseLeadingNumber(at_, end_, value);
   return fieldEnd != nullptr && FinishField(fieldEnd);
 }
 

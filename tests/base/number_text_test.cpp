@@ -325,6 +325,25 @@ TEST(ParseDimension, TakesWholeNumbersFromTheLeastOn) {
   EXPECT_FALSE(ParseDimension("-1", 0).has_value());
 }
 
+TEST(ParseLeadingNumber, StopsWhereTheNumberEnds) {
+  const auto read = [](std::string_view text, double& value) -> std::string {
+    const char* end = ParseLeadingNumber(text.data(), text.data() + text.size(), value);
+    return end == nullptr ? "none" : std::string(end, text.data() + text.size());
+  };
+  double value = 0;
+  EXPECT_EQ(read("12abc", value), "abc");
+  EXPECT_EQ(value, 12);
+  EXPECT_EQ(read("+.5,1", value), ",1");
+  EXPECT_EQ(value, 0.5);
+  EXPECT_EQ(read("-2e-3 4", value), " 4");
+  EXPECT_EQ(value, -0.002);
+  EXPECT_EQ(read("1e-999;", value), ";");
+  EXPECT_EQ(value, 0);
+  for (const char* text :
+       {"", " 1", "nan", "inf", "-inf", "1e999", "-", "+", "+-1", "--1", ".", "x"})
+    EXPECT_EQ(read(text, value), "none") << '"' << text << '"';
+}
+
 TEST(RoundDecimal, RoundsTheDigitsOfTheText) {
   EXPECT_EQ(RoundDecimal(1.00000000005, 10), 1);
   EXPECT_EQ(RoundDecimal(1.00000000015, 10), 1.0000000002);

@@ -1,0 +1,421 @@
+#include "exchange/mat_file.h"
+
+#include <fcntl.h>
+#include <matio.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "exchange/apart.h"
+#include "exchange/element_kind.h"
+#include "exchange/exact_text.h"
+#include "exchange/mat5_elements.h"
+#include "exchange/mat_layout.h"
+#include "exchange/refusal.h"
+#include "exchange/size_limits.h"
+
+namespace qmx {
+namespace {
+
+constexpr std::size_t kMostVariables = 10000;
+/// What matio and its own libraries need beside the data.
+constexpr std::size_t kWorkingMemory = std::size_t{256} << 20;
+
+// ---- Files in memory and matio's handles
+
+class MemoryFile {
+ public:
+  MemoryFile() : file_(memfd_create("matrix", MFD_CLOEXEC)) {
+    if (file_ < 0) throw Refusal("The system gives no memory for the file.");
+  }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile() { close(file_); }
+
+  std::string Path() const { return "/proc/self/fd/" + std::to_string(file_); }
+
+  void Write(std::string_view bytes) const {
+    while (!bytes.empty()) {
+      const ssize_t written = write(file_, bytes.data(), bytes.size());
+      if (written <= 0) throw Refusal("There is not enough memory for the file.");
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+  }
+
+  std::string Read() const {
+    const off_t size = lseek(file_, 0, SEEK_END);
+    std::string bytes(static_cast<std::size_t>(std::max<off_t>(size, 0)), '\0');
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+      const ssize_t count =
+          pread(file_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+      if (count <= 0) throw Refusal("The file cannot be read back from memory.");
+      done += static_cast<std::size_t>(count);
+    }
+    return bytes;
+  }
+
+ private:
+  int file_;
+};
+
+struct Closer {
+  void operator()(mat_t* file) const { Mat_Close(file); }
+  void operator()(matvar_t* variable) const { Mat_VarFree(variable); }
+};
+using File = std::unique_ptr<mat_t, Closer>;
+using Variable = std::unique_ptr<matvar_t, Closer>;
+
+// ---- What crosses the channel: a tag, then what belongs to it
+
+enum class Tag : std::uint8_t { kVariable, kFull, kSparse, kProblem, kEnd };
+
+/// A whole matrix follows by columns, or entries of a sparse one.
+struct Shape {
+  std::uint64_t rows;
+  std::uint64_t cols;
+  std::uint64_t entries;
+  ElementKind kind;
+};
+
+struct SparseEntry {
+  std::uint32_t row;  ///< Counted from 0.
+  std::uint32_t col;
+  double value;
+};
+
+template <class Record>
+void Send(const Apart::Channel& channel, const Record& record) {
+  channel.Send(&record, sizeof record);
+}
+
+void SendText(const Apart::Channel& channel, const std::string& text) {
+  Send(channel, static_cast<std::uint32_t>(text.size()));
+  channel.Send(text.data(), text.size());
+}
+
+[[noreturn]] void RefuseDamaged() {
+  throw Refusal("The file is damaged, or too large to be read.");
+}
+
+template <class Record>
+Record Receive(const Apart& apart) {
+  Record record;
+  if (!apart.Receive(&record, sizeof record)) RefuseDamaged();
+  return record;
+}
+
+std::string ReceiveText(const Apart& apart) {
+  constexpr std::uint32_t kLongest = 1 << 16;
+  const auto size = Receive<std::uint32_t>(apart);
+  if (size > kLongest) RefuseDamaged();
+  std::string text(size, '\0');
+  if (!apart.Receive(text.data(), size)) RefuseDamaged();
+  return text;
+}
+
+// ---- In the process apart
+
+/// The kind of numbers of a class; nothing for what is no class of numbers.
+std::optional<ElementKind> KindOfClass(matio_classes type) {
+  switch (type) {
+    case MAT_C_DOUBLE:
+      return ElementKind::kFloat64;
+    case MAT_C_SINGLE:
+      return ElementKind::kFloat32;
+    case MAT_C_INT8:
+      return ElementKind::kInt8;
+    case MAT_C_UINT8:
+      return ElementKind::kUint8;
+    case MAT_C_INT16:
+      return ElementKind::kInt16;
+    case MAT_C_UINT16:
+      return ElementKind::kUint16;
+    case MAT_C_INT32:
+      return ElementKind::kInt32;
+    case MAT_C_UINT32:
+      return ElementKind::kUint32;
+    case MAT_C_INT64:
+      return ElementKind::kInt64;
+    case MAT_C_UINT64:
+      return ElementKind::kUint64;
+    default:
+      return std::nullopt;
+  }
+}
+
+/// The kind of the values of a sparse matrix, which stay as the file has them.
+std::optional<ElementKind> KindOfType(matio_types type) {
+  switch (type) {
+    case MAT_T_DOUBLE:
+      return ElementKind::kFloat64;
+    case MAT_T_SINGLE:
+      return ElementKind::kFloat32;
+    case MAT_T_INT8:
+      return ElementKind::kInt8;
+    case MAT_T_UINT8:
+      return ElementKind::kUint8;
+    case MAT_T_INT16:
+      return ElementKind::kInt16;
+    case MAT_T_UINT16:
+      return ElementKind::kUint16;
+    case MAT_T_INT32:
+      return ElementKind::kInt32;
+    case MAT_T_UINT32:
+      return ElementKind::kUint32;
+    case MAT_T_INT64:
+      return ElementKind::kInt64;
+    case MAT_T_UINT64:
+      return ElementKind::kUint64;
+    default:
+      return std::nullopt;
+  }
+}
+
+const char* NameOf(const matvar_t& variable) {
+  if (variable.isLogical != 0 && variable.class_type != MAT_C_SPARSE) return "logical";
+  constexpr const char* kNames[] = {"empty",  "cell",   "struct", "object", "text",     "sparse",
+                                    "double", "single", "int8",   "uint8",  "int16",    "uint16",
+                                    "int32",  "uint32", "int64",  "uint64", "function", "object"};
+  const auto type = static_cast<std::size_t>(variable.class_type);
+  return type < std::size(kNames) ? kNames[type] : "unknown";
+}
+
+std::string ShapeOf(const matvar_t& variable) {
+  std::string text;
+  for (int k = 0; k < variable.rank && variable.dims != nullptr; ++k)
+    text += (k == 0 ? "" : " x ") + std::to_string(variable.dims[k]);
+  return text;
+}
+
+std::string ProblemOf(const matvar_t& variable) {
+  constexpr int kMostDimensions = 32;
+  if (variable.rank < 2 || variable.rank > kMostDimensions || variable.dims == nullptr)
+    return "The variable has no shape.";
+  if (!KindOfClass(variable.class_type) && variable.class_type != MAT_C_SPARSE) {
+    return "The variable is of type " + Shown(NameOf(variable)) + " and no matrix of numbers.";
+  }
+  if (variable.isComplex != 0)
+    return "The variable holds complex numbers; the program has real numbers only.";
+  if (variable.rank > 2)
+    return "The variable has more than two dimensions (" + ShapeOf(variable) + ").";
+  return {};
+}
+
+File Open(const MemoryFile& memory) {
+  File file(Mat_Open(memory.Path().c_str(), MAT_ACC_RDONLY));
+  if (!file) throw Refusal("The file is damaged: it cannot be opened.");
+  return file;
+}
+
+Variable NextInfo(mat_t* file) {
+  Variable variable(Mat_VarReadNextInfo(file));
+  // Data without a name belong to objects that are listed by theirs.
+  while (variable && (variable->name == nullptr || *variable->name == '\0'))
+    variable.reset(Mat_VarReadNextInfo(file));
+  return variable;
+}
+
+void SendList(std::string_view bytes, const Apart::Channel& channel) {
+  const MemoryFile memory;
+  memory.Write(bytes);
+  const File file = Open(memory);
+  std::map<std::string, std::string> problems;
+  if (MatVersionOf(bytes) == MatVersion::k5) problems = ProblemsOfMat5(bytes);
+  std::size_t count = 0;
+  for (Variable variable = NextInfo(file.get()); variable; variable = NextInfo(file.get())) {
+    if (++count > kMostVariables)
+      throw Refusal("There are more than " + std::to_string(kMostVariables) + " variables.");
+    const bool complex = variable->isComplex != 0;
+    Send(channel, Tag::kVariable);
+    SendText(channel, std::string(variable->name).substr(0, 80));
+    SendText(channel, std::string(complex ? "complex " : "") + NameOf(*variable));
+    // Version 4 keeps a sparse matrix as a table of its entries, and its shape at the end of that.
+    const bool isTable =
+        variable->class_type == MAT_C_SPARSE && Mat_GetVersion(file.get()) == MAT_FT_MAT4;
+    SendText(channel, isTable ? std::string() : ShapeOf(*variable).substr(0, 200));
+    const std::string problem = ProblemOf(*variable);
+    const auto found = problems.find(variable->name);
+    SendText(channel, problem.empty() && found != problems.end() ? found->second : problem);
+  }
+}
+
+void SendFull(const matvar_t& variable, const Apart::Channel& channel) {
+  const Shape shape{variable.dims[0], variable.dims[1], 0, *KindOfClass(variable.class_type)};
+  const std::uint64_t size = shape.rows * shape.cols * SizeOf(shape.kind);
+  if (variable.data == nullptr || variable.nbytes != size) RefuseDamaged();
+  Send(channel, Tag::kFull);
+  Send(channel, shape);
+  channel.Send(variable.data, size);
+}
+
+void SendSparse(const matvar_t& variable, const Apart::Channel& channel) {
+  const auto* sparse = static_cast<const mat_sparse_t*>(variable.data);
+  const auto kind = KindOfType(variable.data_type);
+  const std::uint64_t cols = variable.dims[1];
+  if (sparse == nullptr || !kind || sparse->njc < cols + 1 || sparse->jc == nullptr ||
+      sparse->jc[cols] > std::min(sparse->ndata, sparse->nir))
+    RefuseDamaged();
+  const ElementBlock values{static_cast<const char*>(sparse->data), *kind};
+  Send(channel, Tag::kSparse);
+  Send(channel, Shape{variable.dims[0], cols, sparse->jc[cols], *kind});
+  std::uint32_t k = 0;
+  for (std::uint32_t j = 0; j < cols; ++j) {
+    if (sparse->jc[j + 1] < k || sparse->jc[j + 1] > sparse->jc[cols]) RefuseDamaged();
+    for (; k < sparse->jc[j + 1]; ++k)
+      Send(channel, SparseEntry{sparse->ir[k], j, ElementAt(values, k)});
+  }
+}
+
+void SendMatrix(std::string_view bytes, std::size_t index, const Apart::Channel& channel) {
+  Variable variable;
+  {
+    const MemoryFile memory;
+    memory.Write(bytes);
+    const File file = Open(memory);
+    variable = NextInfo(file.get());
+    for (std::size_t k = 0; k < index && variable; ++k) variable = NextInfo(file.get());
+    if (!variable) throw Refusal("The file has no such variable.");
+    const std::string problem = ProblemOf(*variable);
+    if (!problem.empty()) throw Refusal(problem);
+    CheckShape(variable->dims[0], variable->dims[1], bytes.size(), Storage::kUnfolds);
+    if (MatVersionOf(bytes) == MatVersion::k5) CheckMat5Variable(bytes, variable->name);
+    if (Mat_VarReadDataAll(file.get(), variable.get()) != 0) RefuseDamaged();
+  }
+  if (variable->class_type == MAT_C_SPARSE) {
+    SendSparse(*variable, channel);
+  } else {
+    SendFull(*variable, channel);
+  }
+}
+
+// ---- In this process
+
+/// Does work apart that ends with a tag of its own, or with a problem.
+template <class Work>
+auto InProcess(Work work) {
+  return [work](const Apart::Channel& channel) {
+    setenv("HDF5_USE_FILE_LOCKING", "FALSE", 1);
+    try {
+      work(channel);
+      Send(channel, Tag::kEnd);
+    } catch (const Refusal& refusal) {
+      Send(channel, Tag::kProblem);
+      SendText(channel, refusal.what());
+    }
+  };
+}
+
+void ReceiveFull(const Apart& apart, const Shape& shape, Matrix& values) {
+  constexpr std::size_t kBlock = 1 << 20;
+  const std::size_t columnSize = shape.rows * SizeOf(shape.kind);
+  const std::size_t columns = std::max<std::size_t>(kBlock / columnSize, 1);
+  std::string block;
+  for (std::size_t first = 0; first < shape.cols; first += columns) {
+    const std::size_t count = std::min<std::size_t>(columns, shape.cols - first);
+    block.resize(count * columnSize);
+    if (!apart.Receive(block.data(), block.size())) RefuseDamaged();
+    ConvertElements({block.data(), shape.kind, ElementOrder::kByColumns}, first, count, values);
+  }
+}
+
+void ReceiveSparse(const Apart& apart, const Shape& shape, Matrix& values) {
+  for (std::uint64_t k = 0; k < shape.entries; ++k) {
+    const auto entry = Receive<SparseEntry>(apart);
+    if (entry.row >= shape.rows || entry.col >= shape.cols) RefuseDamaged();
+    if (!std::isfinite(entry.value)) {
+      RefuseElement(entry.row + std::size_t{1}, entry.col + std::size_t{1},
+                    "expected a finite number.");
+    }
+    values(static_cast<int>(entry.row) + 1, static_cast<int>(entry.col) + 1) = entry.value;
+  }
+}
+
+Matrix ReceiveMatrix(const Apart& apart, Tag tag, std::size_t held) {
+  const auto shape = Receive<Shape>(apart);
+  CheckShape(shape.rows, shape.cols, held, Storage::kUnfolds);
+  const int rows = static_cast<int>(shape.rows);
+  const int cols = static_cast<int>(shape.cols);
+  Matrix values = tag == Tag::kSparse ? Matrix(rows, cols) : Matrix::Unset(rows, cols);
+  if (tag == Tag::kSparse) {
+    ReceiveSparse(apart, shape, values);
+  } else {
+    ReceiveFull(apart, shape, values);
+  }
+  return values;
+}
+
+/// For a matrix: what matio keeps of it, twice, for it may convert one into the other.
+std::size_t MemoryFor(std::size_t size) {
+  const std::size_t elements = std::max<std::size_t>(size, kMostUnfolded);
+  return kWorkingMemory + 2 * size + 2 * elements * sizeof(double);
+}
+
+}  // namespace
+
+bool IsMat(std::string_view bytes) { return MatVersionOf(bytes) != MatVersion::kNone; }
+
+ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
+  using Variables = std::vector<ForeignVariable>;
+  return OutcomeOf<Variables>([&](ForeignOutcome<Variables>& outcome) {
+    CheckMatLayout(bytes);
+    const Apart apart(InProcess([&](const Apart::Channel& channel) { SendList(bytes, channel); }),
+                      kWorkingMemory + 2 * bytes.size());
+    for (Tag tag = Receive<Tag>(apart); tag != Tag::kEnd; tag = Receive<Tag>(apart)) {
+      if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
+      if (tag != Tag::kVariable || outcome.content.size() == kMostVariables) RefuseDamaged();
+      ForeignVariable& variable = outcome.content.emplace_back();
+      variable.name = ReceiveText(apart);
+      variable.kind = ReceiveText(apart);
+      variable.shape = ReceiveText(apart);
+      variable.problem = ReceiveText(apart);
+    }
+    if (outcome.content.empty()) throw Refusal("The file holds no variables.");
+  });
+}
+
+ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index) {
+  return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
+    CheckMatLayout(bytes);
+    const Apart apart(
+        InProcess([&](const Apart::Channel& channel) { SendMatrix(bytes, index, channel); }),
+        MemoryFor(bytes.size()));
+    const Tag tag = Receive<Tag>(apart);
+    if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
+    if (tag != Tag::kFull && tag != Tag::kSparse) RefuseDamaged();
+    outcome.content = ReceiveMatrix(apart, tag, bytes.size());
+    if (Receive<Tag>(apart) != Tag::kEnd) RefuseDamaged();
+  });
+}
+
+ForeignOutcome<std::string> WriteMat(const Matrix& values, const std::string& name) {
+  return OutcomeOf<std::string>([&](ForeignOutcome<std::string>& outcome) {
+    CheckWritable(values);
+    const MemoryFile memory;
+    {
+      Matrix byColumns = Matrix::Unset(values.Cols(), values.Rows());
+      for (int i = 1; i <= values.Rows(); ++i) {
+        for (int j = 1; j <= values.Cols(); ++j) byColumns(j, i) = values(i, j);
+      }
+      const File file(Mat_CreateVer(memory.Path().c_str(), "MATLAB 5.0 MAT-file, created by Orvane",
+                                    MAT_FT_MAT5));
+      std::size_t shape[] = {static_cast<std::size_t>(values.Rows()),
+                             static_cast<std::size_t>(values.Cols())};
+      const Variable variable(Mat_VarCreate(name.c_str(), MAT_C_DOUBLE, MAT_T_DOUBLE, 2, shape,
+                                            byColumns.Data(), MAT_F_DONT_COPY_DATA));
+      if (!file || !variable || Mat_VarWrite(file.get(), variable.get(), MAT_COMPRESSION_NONE) != 0)
+        throw Refusal("There is not enough memory for the file.");
+    }
+    outcome.content = memory.Read();
+  });
+}
+
+}  // namespace qmx

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/matrix.h"
+#include "exchange/foreign_outcome.h"
+#include "exchange/foreign_variable.h"
+
+namespace qmx {
+
+// MAT files of versions 4 to 7.3, by way of the library matio.
+//
+// matio reads and writes files by their names, and no reader of such files is safe from every
+// broken one. So the bytes are read in a process of its own (see Apart), which has them in a file
+// that lies in memory and has no name; whatever becomes of that process, this one goes on. For
+// writing, this process has such a file. No file is ever made on a disk. Reading may be done in any
+// thread, but by one at a time; it takes at most a minute of processor time.
+//
+// Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.
+
+/// True for bytes that begin as a MAT file of any version does.
+bool IsMat(std::string_view bytes);
+
+/// The variables of a file in their order. What cannot be read says why in its problem. Refuses a
+/// damaged or cut file, and one without variables or with more than 10,000.
+ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes);
+
+/// Reads variable `index` of the list, counted from 0: a matrix of numbers of double or single
+/// precision, of integers or of truth values, full or sparse (elements that are not stored are 0).
+/// Refused: everything else (complex numbers, texts, cells, structures, more than two dimensions),
+/// values that are no finite number and integers that a double cannot hold exactly (these with row
+/// and column), and a damaged or cut file.
+ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index);
+
+/// A file of version 5 (which 6, 7 and later read), with one variable of double precision, not
+/// compressed. The name must be fit for a variable (see VariableName). Refuses an element that is
+/// no finite number.
+ForeignOutcome<std::string> WriteMat(const Matrix& values, const std::string& name);
+
+}  // namespace qmx

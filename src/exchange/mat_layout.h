@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace qmx {
+
+/// Which of the forms of MAT files bytes have.
+enum class MatVersion { kNone, k4, k5, k73 };
+
+/// Tells the form from the first bytes. Versions 6 and 7 have form 5.
+MatVersion MatVersionOf(std::string_view bytes);
+
+/// Goes over the lengths that a file of form 4 or 5 says its variables have and refuses one that
+/// ends too early or goes on too long. A file of version 7.3 tells that itself.
+void CheckMatLayout(std::string_view bytes);
+
+/// What a file of form 5 or 7.3 begins with.
+inline constexpr std::size_t kMat5Header = 128;
+
+/// Four bytes of a file as an unsigned integer.
+std::uint32_t MatWord(std::string_view bytes, std::size_t at, bool bigEndian);
+
+}  // namespace qmx
