@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "reading.h"
+#include "foreign_reading.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string wrong = qmx::fuzz::QMX_FUZZ_READER({reinterpret_cast<const char*>(data), size});

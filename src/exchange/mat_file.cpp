@@ -1,15 +1,11 @@
 #include "exchange/mat_file.h"
 
-#include <fcntl.h>
 #include <matio.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,6 +15,7 @@
 #include "exchange/exact_text.h"
 #include "exchange/mat5_elements.h"
 #include "exchange/mat_layout.h"
+#include "exchange/memory_file.h"
 #include "exchange/refusal.h"
 #include "exchange/size_limits.h"
 
@@ -29,43 +26,7 @@ constexpr std::size_t kMostVariables = 10000;
 /// What matio and its own libraries need beside the data.
 constexpr std::size_t kWorkingMemory = std::size_t{256} << 20;
 
-// ---- Files in memory and matio's handles
-
-class MemoryFile {
- public:
-  MemoryFile() : file_(memfd_create("matrix", MFD_CLOEXEC)) {
-    if (file_ < 0) throw Refusal("The system gives no memory for the file.");
-  }
-  MemoryFile(const MemoryFile&) = delete;
-  MemoryFile& operator=(const MemoryFile&) = delete;
-  ~MemoryFile() { close(file_); }
-
-  std::string Path() const { return "/proc/self/fd/" + std::to_string(file_); }
-
-  void Write(std::string_view bytes) const {
-    while (!bytes.empty()) {
-      const ssize_t written = write(file_, bytes.data(), bytes.size());
-      if (written <= 0) throw Refusal("There is not enough memory for the file.");
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-  }
-
-  std::string Read() const {
-    const off_t size = lseek(file_, 0, SEEK_END);
-    std::string bytes(static_cast<std::size_t>(std::max<off_t>(size, 0)), '\0');
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-      const ssize_t count =
-          pread(file_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-      if (count <= 0) throw Refusal("The file cannot be read back from memory.");
-      done += static_cast<std::size_t>(count);
-    }
-    return bytes;
-  }
-
- private:
-  int file_;
-};
+// ---- matio's handles
 
 struct Closer {
   void operator()(mat_t* file) const { Mat_Close(file); }
@@ -210,8 +171,11 @@ std::string ProblemOf(const matvar_t& variable) {
   return {};
 }
 
-File Open(const MemoryFile& memory) {
+/// Opens bytes in a file that is empty yet.
+File Open(std::string_view bytes, const MemoryFile& memory) {
+  memory.Write(bytes);
   File file(Mat_Open(memory.Path().c_str(), MAT_ACC_RDONLY));
+  memory.RemoveName();
   if (!file) throw Refusal("The file is damaged: it cannot be opened.");
   return file;
 }
@@ -224,10 +188,8 @@ Variable NextInfo(mat_t* file) {
   return variable;
 }
 
-void SendList(std::string_view bytes, const Apart::Channel& channel) {
-  const MemoryFile memory;
-  memory.Write(bytes);
-  const File file = Open(memory);
+void SendList(std::string_view bytes, const MemoryFile& memory, const Apart::Channel& channel) {
+  const File file = Open(bytes, memory);
   std::map<std::string, std::string> problems;
   if (MatVersionOf(bytes) == MatVersion::k5) problems = ProblemsOfMat5(bytes);
   std::size_t count = 0;
@@ -275,12 +237,11 @@ void SendSparse(const matvar_t& variable, const Apart::Channel& channel) {
   }
 }
 
-void SendMatrix(std::string_view bytes, std::size_t index, const Apart::Channel& channel) {
+void SendMatrix(std::string_view bytes, std::size_t index, const MemoryFile& memory,
+                const Apart::Channel& channel) {
   Variable variable;
   {
-    const MemoryFile memory;
-    memory.Write(bytes);
-    const File file = Open(memory);
+    const File file = Open(bytes, memory);
     variable = NextInfo(file.get());
     for (std::size_t k = 0; k < index && variable; ++k) variable = NextInfo(file.get());
     if (!variable) throw Refusal("The file has no such variable.");
@@ -290,6 +251,8 @@ void SendMatrix(std::string_view bytes, std::size_t index, const Apart::Channel&
     if (MatVersionOf(bytes) == MatVersion::k5) CheckMat5Variable(bytes, variable->name);
     if (Mat_VarReadDataAll(file.get(), variable.get()) != 0) RefuseDamaged();
   }
+  // The matrix is going to be there twice, so the file need not be.
+  memory.Empty();
   if (variable->class_type == MAT_C_SPARSE) {
     SendSparse(*variable, channel);
   } else {
@@ -353,6 +316,11 @@ Matrix ReceiveMatrix(const Apart& apart, Tag tag, std::size_t held) {
   return values;
 }
 
+MemoryFile::Kind KindOfFile(std::string_view bytes) {
+  return MatVersionOf(bytes) == MatVersion::k73 ? MemoryFile::Kind::kNamed
+                                                : MemoryFile::Kind::kNameless;
+}
+
 /// For a matrix: what matio keeps of it, twice, for it may convert one into the other.
 std::size_t MemoryFor(std::size_t size) {
   const std::size_t elements = std::max<std::size_t>(size, kMostUnfolded);
@@ -367,8 +335,10 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
   using Variables = std::vector<ForeignVariable>;
   return OutcomeOf<Variables>([&](ForeignOutcome<Variables>& outcome) {
     CheckMatLayout(bytes);
-    const Apart apart(InProcess([&](const Apart::Channel& channel) { SendList(bytes, channel); }),
-                      kWorkingMemory + 2 * bytes.size());
+    const MemoryFile memory(KindOfFile(bytes));
+    const Apart apart(
+        InProcess([&](const Apart::Channel& channel) { SendList(bytes, memory, channel); }),
+        kWorkingMemory + 2 * bytes.size());
     for (Tag tag = Receive<Tag>(apart); tag != Tag::kEnd; tag = Receive<Tag>(apart)) {
       if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
       if (tag != Tag::kVariable || outcome.content.size() == kMostVariables) RefuseDamaged();
@@ -385,9 +355,11 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
 ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     CheckMatLayout(bytes);
-    const Apart apart(
-        InProcess([&](const Apart::Channel& channel) { SendMatrix(bytes, index, channel); }),
-        MemoryFor(bytes.size()));
+    const MemoryFile memory(KindOfFile(bytes));
+    const Apart apart(InProcess([&](const Apart::Channel& channel) {
+                        SendMatrix(bytes, index, memory, channel);
+                      }),
+                      MemoryFor(bytes.size()));
     const Tag tag = Receive<Tag>(apart);
     if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
     if (tag != Tag::kFull && tag != Tag::kSparse) RefuseDamaged();

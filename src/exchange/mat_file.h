@@ -14,9 +14,10 @@ namespace qmx {
 //
 // matio reads and writes files by their names, and no reader of such files is safe from every
 // broken one. So the bytes are read in a process of its own (see Apart), which has them in a file
-// that lies in memory and has no name; whatever becomes of that process, this one goes on. For
-// writing, this process has such a file. No file is ever made on a disk. Reading may be done in any
-// thread, but by one at a time; it takes at most a minute of processor time.
+// that lies in memory (see MemoryFile); whatever becomes of that process, this one goes on. For
+// writing, this process has such a file. Only for version 7.3 has it a name, while it is opened.
+// Reading may be done in any thread, but by one at a time; it takes at most a minute of processor
+// time.
 //
 // Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.
 

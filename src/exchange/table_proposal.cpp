@@ -152,7 +152,9 @@ bool IsHeadingRow(const SampleRow& row, std::size_t headingColumns) {
       [](CellKind kind) { return kind == CellKind::kEmpty || kind == CellKind::kText; });
 }
 
-void FindHeadings(const Sample& sample, TableSettings& settings) {
+/// Proposes headings. True where those of the columns are as many as these: that they are separated
+/// in the same way is proof of it.
+bool FindHeadings(const Sample& sample, TableSettings& settings) {
   std::size_t columns = 0;
   while (columns + 1 < sample.columns && IsHeadingColumn(sample, columns)) ++columns;
   std::size_t rows = 0;
@@ -160,7 +162,7 @@ void FindHeadings(const Sample& sample, TableSettings& settings) {
          IsHeadingRow(sample.rows[rows], columns))
     ++rows;
   // Without a row of numbers there is nothing that headings could stand above.
-  if (rows == sample.rows.size() || rows > kMostHeadingRows) rows = 0;
+  if (rows == sample.rows.size() || rows > kMostHeadingRows) return false;
   if (columns == 0 && sample.columns > 1) {
     // The column of row numbers has no name: it has one cell less than the rows, or an empty one.
     if (rows > 0 && sample.rows[rows - 1].cells.size() + 1 == sample.columns) columns = 1;
@@ -174,6 +176,7 @@ void FindHeadings(const Sample& sample, TableSettings& settings) {
   }
   settings.headingRows = static_cast<int>(rows);
   settings.headingColumns = static_cast<int>(columns);
+  return rows > 0 && sample.columns > 1 && sample.rows[rows - 1].cells.size() == sample.columns;
 }
 
 }  // namespace
@@ -196,7 +199,7 @@ TableProposal ProposeTableSettings(std::string_view bytes) {
     best.settings = settings;
     bestSample = std::move(sample);
   }
-  FindHeadings(bestSample, best.settings);
+  if (FindHeadings(bestSample, best.settings)) best.certain = true;
   const bool commaSeparates = best.settings.separator == ',';
   const std::string_view rest = bytes.substr(text.size());
   // Whole numbers alone tell nothing; what follows may.

@@ -1,0 +1,73 @@
+#include "exchange/memory_file.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "exchange/refusal.h"
+
+namespace qmx {
+
+namespace {
+
+/// A path for mkstemp.
+std::string NewName() {
+  constexpr const char* kSharedMemory = "/dev/shm";
+  std::error_code none;
+  const std::filesystem::path folder = access(kSharedMemory, W_OK) == 0
+                                           ? std::filesystem::path(kSharedMemory)
+                                           : std::filesystem::temp_directory_path(none);
+  return folder / "orvane-XXXXXX";
+}
+
+}  // namespace
+
+MemoryFile::MemoryFile(Kind kind) : named_(kind == Kind::kNamed) {
+  if (named_) {
+    path_ = NewName();
+    file_ = mkostemp(path_.data(), O_CLOEXEC);
+  } else {
+    file_ = memfd_create("matrix", MFD_CLOEXEC);
+    path_ = "/proc/self/fd/" + std::to_string(file_);
+  }
+  if (file_ < 0) throw Refusal("The system gives no memory for the file.");
+}
+
+MemoryFile::~MemoryFile() {
+  RemoveName();
+  close(file_);
+}
+
+void MemoryFile::RemoveName() const {
+  if (named_) unlink(path_.c_str());
+}
+
+void MemoryFile::Write(std::string_view bytes) const {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file_, bytes.data(), bytes.size());
+    if (written <= 0) throw Refusal("There is not enough memory for the file.");
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+std::string MemoryFile::Read() const {
+  const off_t size = lseek(file_, 0, SEEK_END);
+  std::string bytes(static_cast<std::size_t>(std::max<off_t>(size, 0)), '\0');
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t count =
+        pread(file_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+    if (count <= 0) throw Refusal("The file cannot be read back from memory.");
+    done += static_cast<std::size_t>(count);
+  }
+  return bytes;
+}
+
+void MemoryFile::Empty() const { [[maybe_unused]] const int done = ftruncate(file_, 0); }
+
+}  // namespace qmx
