@@ -13,8 +13,9 @@ cd "$(dirname "$(realpath "$0")")"
 install_packages $build_packages $run_packages $display_packages $bench_packages
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DQMX_BENCH=ON -DQMX_TESTS=OFF -DQMX_DESKTOP=ON >/dev/null
 if [ "${1:-}" != --windows ]; then
-  cmake --build build/bench --target qmx_bench_tasks
+  cmake --build build/bench --target qmx_bench_tasks qmx_bench_exchange
   build/bench/bench/qmx_bench_tasks --benchmark_repetitions=3 "$@"
+  [ $# != 0 ] || build/bench/bench/qmx_bench_exchange --benchmark_repetitions=3
 fi
 if [ $# = 0 ] || [ "$1" = --windows ]; then
   cmake --build build/bench --target qmx_bench_desktop

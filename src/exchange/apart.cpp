@@ -23,7 +23,7 @@
 namespace qmx {
 namespace {
 
-constexpr rlim_t kMostSeconds = 60;
+constexpr rlim_t kMostSeconds = 30;
 
 void Limit(int resource, rlim_t most) {
   rlimit limit{};

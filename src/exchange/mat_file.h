@@ -16,7 +16,7 @@ namespace qmx {
 // broken one. So the bytes are read in a process of its own (see Apart), which has them in a file
 // that lies in memory (see MemoryFile); whatever becomes of that process, this one goes on. For
 // writing, this process has such a file. Only for version 7.3 has it a name, while it is opened.
-// Reading may be done in any thread, but by one at a time; it takes at most a minute of processor
+// Reading may be done in any thread, but by one at a time; it takes at most half a minute of processor
 // time.
 //
 // Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.

@@ -148,7 +148,8 @@ void WordReader::Complain(const char* place, const std::string& text) const {
   if (!lastIsLine_) {
     word = 1;
     for (const char* c = place; c != start_ && c[-1] != '\n'; --c) {
-      if (!IsBlank(c[-1]) && IsBlank(*c)) ++word;
+      const bool endsWord = !IsBlank(c[-1]) && (c == place || IsBlank(*c));
+      word += endsWord ? 1 : 0;
     }
   }
   RefuseAt(line, word, text);

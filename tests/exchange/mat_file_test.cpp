@@ -88,6 +88,7 @@ TEST(MatFile, ReadsTheFilesOfOtherPrograms) {
     if (bytes == Data("octave-4.mat")) continue;
     EXPECT_TRUE(SameBits(ReadByName(bytes, "S"), test::SparseMatrix())) << name;
   }
+  EXPECT_TRUE(SameBits(ReadByName(Data("matio-7.3.mat"), "M"), Rows({{1, 3, 5}, {2, 4, 6}})));
   EXPECT_TRUE(SameBits(ReadByName(Data("scipy-7.mat"), "integers"), Rows({{1, -2}, {300, 4}})));
   EXPECT_TRUE(SameBits(ReadByName(Data("scipy-7.mat"), "flags"), Rows({{1, 0}})));
   EXPECT_TRUE(SameBits(ReadByName(Data("octave-7.mat"), "scalar"), Rows({{std::acos(-1.0)}})));
