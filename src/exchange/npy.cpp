@@ -214,18 +214,20 @@ Matrix ReadElements(const Header& header, std::string_view elements) {
   const std::uint64_t cols = header.shape.size() < 2 ? 1 : header.shape[1];
   const std::size_t size = SizeOf(kind);
   Matrix values = NewMatrix(rows, cols, elements.size() / size, Storage::kFull);
-  if (values.Size() * size != elements.size())
+  if (values.Size() * size != elements.size()) {
     throw Refusal("The file goes on behind the elements of a matrix of " + std::to_string(rows) +
                   " x " + std::to_string(cols) + ".");
+  }
   const char order = header.type.front();
   const bool swapped = kLittleMachine ? order == '>' : order == '<';
   const ElementBlock block{elements.data(), kind,
                            header.byColumns ? ElementOrder::kByColumns : ElementOrder::kByRows,
                            swapped};
   ConvertElements(block, 0, header.byColumns ? cols : rows, values);
-  if (header.type.ends_with("b1"))
+  if (header.type.ends_with("b1")) {
     std::transform(values.Data(), values.Data() + values.Size(), values.Data(),
                    [](double x) { return x != 0 ? 1.0 : 0.0; });
+  }
   return values;
 }
 

@@ -33,7 +33,7 @@ std::string_view SampleOf(std::string_view bytes) {
   std::size_t end = 0;
   for (std::size_t lines = 0; end < kUsualSample || lines < kLeastLines; ++lines) {
     const std::size_t lineEnd = bytes.find('\n', end);
-    if (lineEnd == std::string_view::npos || lineEnd >= kLargestSample) break;
+    if (lineEnd >= kLargestSample) break;  // As it is where there is none.
     end = lineEnd + 1;
   }
   return bytes.substr(0, end == 0 ? kLargestSample : end);

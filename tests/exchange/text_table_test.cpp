@@ -234,6 +234,7 @@ TEST(TableProposal, RecognisesHowATableIsWritten) {
       {",0,1,2\n0,5,6,7\n1,8,9,10\n", With(',', '.', 1, 1)},
       // What may be a number that is missing is no heading.
       {",2,3\n4,5,6\n", With(',')},
+      {",1,5\n4,5,6\n", With(',')},
       {"NA,2\n3,4\n", With(',')},
       {"1,2\n3,4,5\n6,7,8\n", With(',')},
       {"a,b\nc,d\n", With(',')},
