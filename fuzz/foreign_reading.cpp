@@ -56,13 +56,14 @@ std::string TryMatrix(const ForeignOutcome<Matrix>& outcome, std::string_view by
 /// Lists the variables of a file and reads the first few of them.
 std::string TryVariables(std::string_view bytes, ForeignFormat format,
                          ForeignOutcome<std::vector<ForeignVariable>> (*list)(std::string_view),
-                         ForeignOutcome<Matrix> (*read)(std::string_view, std::size_t)) {
+                         ForeignOutcome<Matrix> (*read)(std::string_view, std::size_t,
+                                                        const Memory&)) {
   const auto variables = list(bytes);
   if (!variables.Ok()) return TryRefusal(variables);
   if (variables.content.empty()) return "nothing was listed";
   constexpr std::size_t kMostRead = 4;
   for (std::size_t k = 0; k < std::min(variables.content.size(), kMostRead); ++k) {
-    const auto outcome = read(bytes, k);
+    const auto outcome = read(bytes, k, SystemMemory());
     if (outcome.Ok() && !variables.content[k].problem.empty())
       return "what was said to be unreadable was read";
     std::string wrong = TryMatrix(outcome, bytes, format);

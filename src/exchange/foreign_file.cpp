@@ -111,18 +111,18 @@ ForeignOutcome<ForeignContents> InspectForeign(std::string_view bytes) {
 }
 
 ForeignOutcome<Matrix> ReadForeign(std::string_view bytes, const ForeignContents& contents,
-                                   std::size_t variable) {
+                                   std::size_t variable, const Memory& memory) {
   switch (contents.format) {
     case ForeignFormat::kMatrixMarket:
-      return ReadMatrixMarket(bytes);
+      return ReadMatrixMarket(bytes, memory);
     case ForeignFormat::kNpy:
-      return ReadNpy(bytes);
+      return ReadNpy(bytes, memory);
     case ForeignFormat::kOctaveText:
-      return ReadOctaveText(bytes, variable);
+      return ReadOctaveText(bytes, variable, memory);
     case ForeignFormat::kMat:
-      return ReadMat(bytes, variable);
+      return ReadMat(bytes, variable, memory);
     default:
-      return ReadTextTable(bytes, contents.table.settings);
+      return ReadTextTable(bytes, contents.table.settings, memory);
   }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 #include "exchange/foreign_variable.h"
 #include "exchange/text_table.h"
@@ -57,9 +58,10 @@ struct ForeignContents {
 ForeignOutcome<ForeignContents> InspectForeign(std::string_view bytes);
 
 /// Reads one variable of what InspectForeign found in the same bytes, a text table with the
-/// settings in `contents.table`. What each format refuses stands in its own header.
+/// settings in `contents.table`. What each format refuses stands in its own header;
+/// `memory` is where the matrix must find room.
 ForeignOutcome<Matrix> ReadForeign(std::string_view bytes, const ForeignContents& contents,
-                                   std::size_t variable);
+                                   std::size_t variable, const Memory& memory = SystemMemory());
 
 /// How a matrix is written.
 struct ForeignChoice {

@@ -172,10 +172,10 @@ std::string ProblemOf(const matvar_t& variable) {
 }
 
 /// Opens bytes in a file that is empty yet.
-File Open(std::string_view bytes, const MemoryFile& memory) {
-  memory.Write(bytes);
-  File file(Mat_Open(memory.Path().c_str(), MAT_ACC_RDONLY));
-  memory.RemoveName();
+File Open(std::string_view bytes, const MemoryFile& memoryFile) {
+  memoryFile.Write(bytes);
+  File file(Mat_Open(memoryFile.Path().c_str(), MAT_ACC_RDONLY));
+  memoryFile.RemoveName();
   if (!file) throw Refusal("The file is damaged: it cannot be opened.");
   return file;
 }
@@ -188,8 +188,8 @@ Variable NextInfo(mat_t* file) {
   return variable;
 }
 
-void SendList(std::string_view bytes, const MemoryFile& memory, const Apart::Channel& channel) {
-  const File file = Open(bytes, memory);
+void SendList(std::string_view bytes, const MemoryFile& memoryFile, const Apart::Channel& channel) {
+  const File file = Open(bytes, memoryFile);
   std::map<std::string, std::string> problems;
   if (MatVersionOf(bytes) == MatVersion::k5) problems = ProblemsOfMat5(bytes);
   std::size_t count = 0;
@@ -237,22 +237,22 @@ void SendSparse(const matvar_t& variable, const Apart::Channel& channel) {
   }
 }
 
-void SendMatrix(std::string_view bytes, std::size_t index, const MemoryFile& memory,
-                const Apart::Channel& channel) {
+void SendMatrix(std::string_view bytes, std::size_t index, const MemoryFile& memoryFile,
+                const Memory& memory, const Apart::Channel& channel) {
   Variable variable;
   {
-    const File file = Open(bytes, memory);
+    const File file = Open(bytes, memoryFile);
     variable = NextInfo(file.get());
     for (std::size_t k = 0; k < index && variable; ++k) variable = NextInfo(file.get());
     if (!variable) throw Refusal("The file has no such variable.");
     const std::string problem = ProblemOf(*variable);
     if (!problem.empty()) throw Refusal(problem);
-    CheckShape(variable->dims[0], variable->dims[1], bytes.size(), Storage::kUnfolds);
+    CheckShape(variable->dims[0], variable->dims[1], bytes.size(), Storage::kUnfolds, memory);
     if (MatVersionOf(bytes) == MatVersion::k5) CheckMat5Variable(bytes, variable->name);
     if (Mat_VarReadDataAll(file.get(), variable.get()) != 0) RefuseDamaged();
   }
   // The matrix is going to be there twice, so the file need not be.
-  memory.Empty();
+  memoryFile.Empty();
   if (variable->class_type == MAT_C_SPARSE) {
     SendSparse(*variable, channel);
   } else {
@@ -302,9 +302,9 @@ void ReceiveSparse(const Apart& apart, const Shape& shape, Matrix& values) {
   }
 }
 
-Matrix ReceiveMatrix(const Apart& apart, Tag tag, std::size_t held) {
+Matrix ReceiveMatrix(const Apart& apart, Tag tag, std::size_t held, const Memory& memory) {
   const auto shape = Receive<Shape>(apart);
-  CheckShape(shape.rows, shape.cols, held, Storage::kUnfolds);
+  CheckShape(shape.rows, shape.cols, held, Storage::kUnfolds, memory);
   const int rows = static_cast<int>(shape.rows);
   const int cols = static_cast<int>(shape.cols);
   Matrix values = tag == Tag::kSparse ? Matrix(rows, cols) : Matrix::Unset(rows, cols);
@@ -335,9 +335,9 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
   using Variables = std::vector<ForeignVariable>;
   return OutcomeOf<Variables>([&](ForeignOutcome<Variables>& outcome) {
     CheckMatLayout(bytes);
-    const MemoryFile memory(KindOfFile(bytes));
+    const MemoryFile memoryFile(KindOfFile(bytes));
     const Apart apart(
-        InProcess([&](const Apart::Channel& channel) { SendList(bytes, memory, channel); }),
+        InProcess([&](const Apart::Channel& channel) { SendList(bytes, memoryFile, channel); }),
         kWorkingMemory + 2 * bytes.size());
     for (Tag tag = Receive<Tag>(apart); tag != Tag::kEnd; tag = Receive<Tag>(apart)) {
       if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
@@ -352,18 +352,18 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
   });
 }
 
-ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index) {
+ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index, const Memory& memory) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     CheckMatLayout(bytes);
-    const MemoryFile memory(KindOfFile(bytes));
+    const MemoryFile memoryFile(KindOfFile(bytes));
     const Apart apart(InProcess([&](const Apart::Channel& channel) {
-                        SendMatrix(bytes, index, memory, channel);
+                        SendMatrix(bytes, index, memoryFile, memory, channel);
                       }),
                       MemoryFor(bytes.size()));
     const Tag tag = Receive<Tag>(apart);
     if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
     if (tag != Tag::kFull && tag != Tag::kSparse) RefuseDamaged();
-    outcome.content = ReceiveMatrix(apart, tag, bytes.size());
+    outcome.content = ReceiveMatrix(apart, tag, bytes.size(), memory);
     if (Receive<Tag>(apart) != Tag::kEnd) RefuseDamaged();
   });
 }
@@ -371,14 +371,14 @@ ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index) {
 ForeignOutcome<std::string> WriteMat(const Matrix& values, const std::string& name) {
   return OutcomeOf<std::string>([&](ForeignOutcome<std::string>& outcome) {
     CheckWritable(values);
-    const MemoryFile memory;
+    const MemoryFile memoryFile;
     {
       Matrix byColumns = Matrix::Unset(values.Cols(), values.Rows());
       for (int i = 1; i <= values.Rows(); ++i) {
         for (int j = 1; j <= values.Cols(); ++j) byColumns(j, i) = values(i, j);
       }
-      const File file(Mat_CreateVer(memory.Path().c_str(), "MATLAB 5.0 MAT-file, created by Orvane",
-                                    MAT_FT_MAT5));
+      const File file(Mat_CreateVer(memoryFile.Path().c_str(),
+                                    "MATLAB 5.0 MAT-file, created by Orvane", MAT_FT_MAT5));
       std::size_t shape[] = {static_cast<std::size_t>(values.Rows()),
                              static_cast<std::size_t>(values.Cols())};
       const Variable variable(Mat_VarCreate(name.c_str(), MAT_C_DOUBLE, MAT_T_DOUBLE, 2, shape,
@@ -386,7 +386,7 @@ ForeignOutcome<std::string> WriteMat(const Matrix& values, const std::string& na
       if (!file || !variable || Mat_VarWrite(file.get(), variable.get(), MAT_COMPRESSION_NONE) != 0)
         throw Refusal("There is not enough memory for the file.");
     }
-    outcome.content = memory.Read();
+    outcome.content = memoryFile.Read();
   });
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 #include "exchange/foreign_variable.h"
 
@@ -16,8 +17,8 @@ namespace qmx {
 // broken one. So the bytes are read in a process of its own (see Apart), which has them in a file
 // that lies in memory (see MemoryFile); whatever becomes of that process, this one goes on. For
 // writing, this process has such a file. Only for version 7.3 has it a name, while it is opened.
-// Reading may be done in any thread, but by one at a time; it takes at most half a minute of processor
-// time.
+// Reading may be done in any thread, but by one at a time; it takes at most half a minute of
+// processor time.
 //
 // Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.
 
@@ -33,7 +34,8 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes);
 /// Refused: everything else (complex numbers, texts, cells, structures, more than two dimensions),
 /// values that are no finite number and integers that a double cannot hold exactly (these with row
 /// and column), and a damaged or cut file.
-ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index);
+ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index,
+                               const Memory& memory = SystemMemory());
 
 /// A file of version 5 (which 6, 7 and later read), with one variable of double precision, not
 /// compressed. The name must be fit for a variable (see VariableName). Refuses an element that is

@@ -21,7 +21,9 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view) {
   return Refused<std::vector<ForeignVariable>>();
 }
 
-ForeignOutcome<Matrix> ReadMat(std::string_view, std::size_t) { return Refused<Matrix>(); }
+ForeignOutcome<Matrix> ReadMat(std::string_view, std::size_t, const Memory&) {
+  return Refused<Matrix>();
+}
 
 ForeignOutcome<std::string> WriteMat(const Matrix&, const std::string&) {
   return Refused<std::string>();

@@ -23,7 +23,7 @@ struct Header {
 
 class MarketReader {
  public:
-  explicit MarketReader(std::string_view bytes) : reader_(bytes) {}
+  MarketReader(std::string_view bytes, const Memory& memory) : reader_(bytes), memory_(memory) {}
   Matrix Read();
 
  private:
@@ -37,6 +37,7 @@ class MarketReader {
   void AddEntry();
 
   WordReader reader_;
+  const Memory& memory_;
   Header header_;
   Matrix values_;
 };
@@ -103,14 +104,14 @@ Matrix MarketReader::Read() {
   if (header_.isArray) {
     // A symmetric file holds half of the elements at least; each takes two bytes.
     const std::uint64_t held = (reader_.BytesLeft() / 2 + 1) * (general ? 1 : 3);
-    values_ = NewMatrix(rows, cols, held, Storage::kFull);
+    values_ = NewMatrix(rows, cols, held, Storage::kFull, memory_);
     ReadArray();
   } else {
     const std::uint64_t entries = reader_.NextCount("the number of entries");
     constexpr std::uint64_t kShortestEntry = 4;
     if (entries > reader_.BytesLeft() / kShortestEntry + 1)
       reader_.ComplainOfLast("the file is too short for " + std::to_string(entries) + " entries.");
-    CheckShape(rows, cols, 0, Storage::kUnfolds);
+    CheckShape(rows, cols, 0, Storage::kUnfolds, memory_);
     values_ = Matrix(static_cast<int>(rows), static_cast<int>(cols));
     for (std::uint64_t k = 0; k < entries; ++k) AddEntry();
   }
@@ -172,10 +173,10 @@ bool IsMatrixMarket(std::string_view bytes) {
          EqualsIgnoringCase(bytes.substr(0, kBanner.size()), kBanner);
 }
 
-ForeignOutcome<Matrix> ReadMatrixMarket(std::string_view bytes) {
+ForeignOutcome<Matrix> ReadMatrixMarket(std::string_view bytes, const Memory& memory) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     if (!IsMatrixMarket(bytes)) RefuseAt(1, 1, "expected \"" + std::string(kBanner) + "\".");
-    outcome.content = MarketReader(bytes).Read();
+    outcome.content = MarketReader(bytes, memory).Read();
   });
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 
 namespace qmx {
@@ -21,7 +22,8 @@ bool IsMatrixMarket(std::string_view bytes);
 /// usual readers have it; a pattern's are 1. Refused, with line and word: complex and Hermitian
 /// matrices, values that are no finite number, integers that a double cannot hold exactly, counts
 /// that the file does not fill, and whatever follows the last entry.
-ForeignOutcome<Matrix> ReadMatrixMarket(std::string_view bytes);
+ForeignOutcome<Matrix> ReadMatrixMarket(std::string_view bytes,
+                                        const Memory& memory = SystemMemory());
 
 /// A matrix in array form, real and general, exactly. Refuses an element that is no finite number.
 ForeignOutcome<std::string> WriteMatrixMarket(const Matrix& values);

@@ -204,7 +204,7 @@ std::string ShapeText(const std::vector<std::uint64_t>& shape) {
   return text.empty() ? "scalar" : text;
 }
 
-Matrix ReadElements(const Header& header, std::string_view elements) {
+Matrix ReadElements(const Header& header, std::string_view elements, const Memory& memory) {
   const ElementKind kind = ReadableKind(header);
   if (header.shape.size() > 2) {
     throw Refusal("The array has " + std::to_string(header.shape.size()) + " dimensions (" +
@@ -213,7 +213,7 @@ Matrix ReadElements(const Header& header, std::string_view elements) {
   const std::uint64_t rows = header.shape.empty() ? 1 : header.shape[0];
   const std::uint64_t cols = header.shape.size() < 2 ? 1 : header.shape[1];
   const std::size_t size = SizeOf(kind);
-  Matrix values = NewMatrix(rows, cols, elements.size() / size, Storage::kFull);
+  Matrix values = NewMatrix(rows, cols, elements.size() / size, Storage::kFull, memory);
   if (values.Size() * size != elements.size()) {
     throw Refusal("The file goes on behind the elements of a matrix of " + std::to_string(rows) +
                   " x " + std::to_string(cols) + ".");
@@ -244,10 +244,10 @@ ForeignOutcome<NpyHeader> ReadNpyHeader(std::string_view bytes) {
   });
 }
 
-ForeignOutcome<Matrix> ReadNpy(std::string_view bytes) {
+ForeignOutcome<Matrix> ReadNpy(std::string_view bytes, const Memory& memory) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     const Header header = ReadHeader(bytes);
-    outcome.content = ReadElements(header, bytes.substr(header.end));
+    outcome.content = ReadElements(header, bytes.substr(header.end), memory);
   });
 }
 

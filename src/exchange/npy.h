@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 
 namespace qmx {
@@ -26,7 +27,7 @@ ForeignOutcome<NpyHeader> ReadNpyHeader(std::string_view bytes);
 /// matrix, one a column. Refused: complex numbers and everything else, more than two dimensions,
 /// values that are no finite number and integers that a double cannot hold exactly (these two with
 /// row and column), and a file that is shorter or longer than its shape asks for.
-ForeignOutcome<Matrix> ReadNpy(std::string_view bytes);
+ForeignOutcome<Matrix> ReadNpy(std::string_view bytes, const Memory& memory = SystemMemory());
 
 /// A matrix as numpy.save writes an array of float64 by rows, of version 1. Refuses an element that
 /// is no finite number.

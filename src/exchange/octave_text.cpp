@@ -16,8 +16,8 @@ namespace {
 /// Reads the elements of one variable.
 class BodyReader {
  public:
-  BodyReader(std::string_view bytes, const OctaveVariable& entry)
-      : reader_(bytes), type_(*FindOctaveType(entry.variable.kind)) {
+  BodyReader(std::string_view bytes, const OctaveVariable& entry, const Memory& memory)
+      : reader_(bytes), memory_(memory), type_(*FindOctaveType(entry.variable.kind)) {
     reader_.Seek(entry.body);
   }
 
@@ -47,6 +47,7 @@ class BodyReader {
   int NextIndex(int most);
 
   WordReader reader_;
+  const Memory& memory_;
   const OctaveType& type_;
 };
 
@@ -60,7 +61,7 @@ std::uint64_t BodyReader::CountAfter(std::string_view key) {
 }
 
 Matrix BodyReader::Zeros(std::uint64_t rows, std::uint64_t cols) {
-  CheckShape(rows, cols, 0, Storage::kUnfolds);
+  CheckShape(rows, cols, 0, Storage::kUnfolds, memory_);
   return {static_cast<int>(rows), static_cast<int>(cols)};
 }
 
@@ -97,7 +98,7 @@ Matrix BodyReader::ReadFull() {
     rows = CountAfter("rows");
     cols = CountAfter("columns");
   }
-  Matrix values = NewMatrix(rows, cols, reader_.BytesLeft() / 2 + 1, Storage::kFull);
+  Matrix values = NewMatrix(rows, cols, reader_.BytesLeft() / 2 + 1, Storage::kFull, memory_);
   if (byColumns) {
     for (int j = 1; j <= values.Cols(); ++j) {
       for (int i = 1; i <= values.Rows(); ++i) values(i, j) = NextElement();
@@ -193,13 +194,14 @@ ForeignOutcome<std::vector<ForeignVariable>> ListOctaveText(std::string_view byt
   });
 }
 
-ForeignOutcome<Matrix> ReadOctaveText(std::string_view bytes, std::size_t index) {
+ForeignOutcome<Matrix> ReadOctaveText(std::string_view bytes, std::size_t index,
+                                      const Memory& memory) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     const std::vector<OctaveVariable> entries = FindOctaveVariables(bytes);
     if (index >= entries.size()) throw Refusal("The file has no such variable.");
     const OctaveVariable& entry = entries[index];
     if (!entry.variable.problem.empty()) throw Refusal(entry.variable.problem);
-    outcome.content = BodyReader(bytes, entry).Read();
+    outcome.content = BodyReader(bytes, entry, memory).Read();
   });
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 #include "exchange/foreign_variable.h"
 
@@ -26,7 +27,8 @@ ForeignOutcome<std::vector<ForeignVariable>> ListOctaveText(std::string_view byt
 /// everything else (complex numbers, texts, cells, more than two dimensions), values that are no
 /// finite number, integers that a double cannot hold exactly, and elements that are missing or left
 /// over.
-ForeignOutcome<Matrix> ReadOctaveText(std::string_view bytes, std::size_t index);
+ForeignOutcome<Matrix> ReadOctaveText(std::string_view bytes, std::size_t index,
+                                      const Memory& memory = SystemMemory());
 
 /// A file with one variable of type matrix, exactly. The name must be fit for a variable (see
 /// VariableName). Refuses an element that is no finite number.

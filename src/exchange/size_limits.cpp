@@ -7,7 +7,8 @@
 
 namespace qmx {
 
-void CheckShape(std::uint64_t rows, std::uint64_t cols, std::uint64_t held, Storage storage) {
+void CheckShape(std::uint64_t rows, std::uint64_t cols, std::uint64_t held, Storage storage,
+                const Memory& memory) {
   const std::string shape = std::to_string(rows) + " x " + std::to_string(cols);
   if (rows == 0 || cols == 0) throw Refusal("The matrix is empty (" + shape + ").");
   constexpr std::uint64_t kMostCounted = std::numeric_limits<int>::max();
@@ -21,12 +22,13 @@ void CheckShape(std::uint64_t rows, std::uint64_t cols, std::uint64_t held, Stor
                     " is too large to be unfolded: all of its elements are kept, zeros as well.");
     }
   }
-  if (!CanAllocate(static_cast<int>(rows), static_cast<int>(cols)))
+  if (!CanAllocate(static_cast<int>(rows), static_cast<int>(cols), memory))
     throw Refusal("A matrix of " + shape + " does not fit into memory.");
 }
 
-Matrix NewMatrix(std::uint64_t rows, std::uint64_t cols, std::uint64_t held, Storage storage) {
-  CheckShape(rows, cols, held, storage);
+Matrix NewMatrix(std::uint64_t rows, std::uint64_t cols, std::uint64_t held, Storage storage,
+                 const Memory& memory) {
+  CheckShape(rows, cols, held, storage, memory);
   return Matrix::Unset(static_cast<int>(rows), static_cast<int>(cols));
 }
 

@@ -35,8 +35,8 @@ bool IsTooLarge(std::string cell, char decimalSign) {
 /// The rows of a table whose first one has been looked at.
 class TableReader {
  public:
-  TableReader(std::string_view bytes, const TableSettings& settings)
-      : bytes_(bytes), settings_(settings), scanner_(bytes, settings) {}
+  TableReader(std::string_view bytes, const TableSettings& settings, const Memory& memory)
+      : bytes_(bytes), settings_(settings), memory_(memory), scanner_(bytes, settings) {}
 
   Matrix Read();
   /// A refusal or a note where the last line has no end.
@@ -52,6 +52,7 @@ class TableReader {
 
   std::string_view bytes_;
   const TableSettings& settings_;
+  const Memory& memory_;
   TableScanner scanner_;
   int firstLine_ = 0;
   int cells_ = 0;             ///< Of every line, the empty one behind a last separator included.
@@ -86,7 +87,7 @@ Matrix TableReader::Read() {
   // row is too short, and the rows need not be kept to find it.
   const std::size_t most = (scanner_.BytesFromRow() + 1) / 2;
   const bool kept = rows <= most / cols;
-  Matrix values = NewMatrix(kept ? rows : 1, cols, most, Storage::kFull);
+  Matrix values = NewMatrix(kept ? rows : 1, cols, most, Storage::kFull, memory_);
   for (std::size_t i = 0; i < rows; ++i) {
     if (i > 0) scanner_.NextRow();
     ReadRow(values.Data() + (kept ? i * cols : 0));
@@ -167,10 +168,11 @@ std::string PreviewText(std::string_view text) {
 
 }  // namespace
 
-ForeignOutcome<Matrix> ReadTextTable(std::string_view bytes, const TableSettings& settings) {
+ForeignOutcome<Matrix> ReadTextTable(std::string_view bytes, const TableSettings& settings,
+                                     const Memory& memory) {
   return OutcomeOf<Matrix>([&](ForeignOutcome<Matrix>& outcome) {
     CheckSettings(settings);
-    TableReader reader(bytes, settings);
+    TableReader reader(bytes, settings, memory);
     outcome.content = reader.Read();
     outcome.note = reader.CheckEnd();
   });

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "base/memory.h"
 #include "exchange/foreign_outcome.h"
 
 namespace qmx {
@@ -55,7 +56,8 @@ TableProposal ProposeTableSettings(std::string_view bytes);
 /// numbers, one beyond the memory at hand, and settings that cannot be. A text whose lines end
 /// with CR LF must end with one, lest half a number be read from a file that was cut off; where a
 /// last LF is missing the outcome has a note. Takes no memory but the matrix.
-ForeignOutcome<Matrix> ReadTextTable(std::string_view bytes, const TableSettings& settings);
+ForeignOutcome<Matrix> ReadTextTable(std::string_view bytes, const TableSettings& settings,
+                                     const Memory& memory = SystemMemory());
 
 /// A cell as the preview shows it.
 struct PreviewCell {

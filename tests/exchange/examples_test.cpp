@@ -70,9 +70,9 @@ TEST(Examples, HaveATableWithHeadings) {
                                .headingColumns = 1};
   EXPECT_EQ(contents.content.table.settings, expected);
   EXPECT_TRUE(contents.content.table.certain);
-  EXPECT_TRUE(test::SameBits(
-      ReadForeign(bytes, contents.content, 0).content,
-      test::Rows({{0.1, 0.12, 0.09}, {1.35, 2.5, 1.375}, {2.625, 5.0625, 2.75}})));
+  EXPECT_TRUE(
+      test::SameBits(ReadForeign(bytes, contents.content, 0).content,
+                     test::Rows({{0.1, 0.12, 0.09}, {1.35, 2.5, 1.375}, {2.625, 5.0625, 2.75}})));
 }
 
 }  // namespace

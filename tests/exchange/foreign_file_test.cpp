@@ -4,6 +4,7 @@
 
 #include "bits.h"
 #include "support/core_data.h"
+#include "support/core_ports.h"
 
 namespace qmx {
 namespace {
@@ -43,6 +44,20 @@ TEST(ForeignFile, ReadsWhatItWritesInEveryFormat) {
     EXPECT_EQ(outcome.note, "") << info.title;
     EXPECT_TRUE(SameBits(outcome.content, TellingMatrix())) << info.title;
     EXPECT_EQ(&InfoOf(info.format), &info);
+  }
+}
+
+TEST(ForeignFile, NeedsRoomForTheMatrixAndACopy) {
+  for (const ForeignFormatInfo& info : kForeignFormats) {
+    const std::string bytes = WriteForeign(TellingMatrix(), {.format = info.format}).content;
+    const auto contents = InspectForeign(bytes);
+    test::FixedMemory memory;
+    memory.available = 2 * 12 * sizeof(double);
+    EXPECT_TRUE(ReadForeign(bytes, contents.content, 0, memory).Ok()) << info.title;
+    --memory.available;
+    EXPECT_EQ(ReadForeign(bytes, contents.content, 0, memory).problem,
+              "A matrix of 3 x 4 does not fit into memory.")
+        << info.title;
   }
 }
 
