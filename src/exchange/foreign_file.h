@@ -23,8 +23,9 @@ namespace qmx {
 // ReadForeign. To export: WriteForeign.
 //
 // Beside the bytes at hand reading takes the memory of the matrix, and for a MAT file that of the
-// file once more; where a number takes four bytes of the file or more, that is within three times
-// the file. A size that a file only claims is refused before memory is asked for.
+// file once more and some megabytes: where a number takes four bytes of the file or more, three
+// times the file in all. A size that a file only claims is refused before memory is asked for.
+// Nothing here keeps anything between two calls; MAT files may not be read by two threads at once.
 
 enum class ForeignFormat { kTextTable, kMatrixMarket, kNpy, kOctaveText, kMat };
 inline constexpr std::size_t kForeignFormatCount = 5;
