@@ -1,7 +1,7 @@
 # Debian packages that the program needs, by purpose, and how to get them. To be sourced.
 
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev fp-utils libchm-dev librsvg2-bin
-  libmatio-dev zlib1g-dev"
+  libmatio-dev zlib1g-dev libflint-dev libflint-arb-dev"
 run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-utils xdg-utils"
 display_packages="xvfb xauth x11-utils imagemagick"
 test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core

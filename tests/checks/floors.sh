@@ -4,8 +4,8 @@ set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../../src"
 
 # From the ground up. Everything before desktop links no Qt.
-floors=(base algorithms workspace output files exchange commands desktop grids app)
-first_with_qt=7
+floors=(base algorithms workspace output files proof exchange commands desktop grids app)
+first_with_qt=8
 failed=0
 
 complain() {
