@@ -12,8 +12,10 @@ for corpus in fuzz/corpus/*/; do
   mkdir "$found/$reader"
   echo "$reader"
 done | xargs -P "$(nproc)" -I{} sh -c '
-  build/fuzz/fuzz/qmx_fuzz_"$3" -max_total_time="$1" -max_len=4096 -rss_limit_mb=600 -timeout=30 -print_final_stats=1 \
-    -dict=fuzz/fields.dict -artifact_prefix=build/fuzz/"$3"- "$2/$3" "fuzz/corpus/$3" >"$2/$3.log" 2>&1 ||
+  program=build/fuzz/fuzz/qmx_fuzz_$(echo "$3" | tr -d _)
+  case "$3" in project | matrix | system | factors) words=fields ;; *) words=foreign ;; esac
+  "$program" -max_total_time="$1" -max_len=4096 -rss_limit_mb=1500 -timeout=100 -print_final_stats=1 \
+    -dict=fuzz/"$words".dict -artifact_prefix=build/fuzz/"$3"- "$2/$3" "fuzz/corpus/$3" >"$2/$3.log" 2>&1 ||
     { cat "$2/$3.log"; exit 1; }
   echo "$3: $(sed -n "s/^stat::number_of_executed_units: *//p" "$2/$3.log") inputs"' run "$seconds" "$found" {}
 echo "The fuzzers have found nothing."
