@@ -58,7 +58,8 @@ void MultiplyParts(const Matrix& A, const AllSizes& sizes) {
 
 void Reduce(const Matrix& A, const AllSizes& sizes) {
   Matrix M = A;
-  ReduceToHessenberg(M, sizes.blocks.hessenberg);
+  WorkMeter meter(unheard, 1);
+  ReduceToHessenberg(M, meter, sizes.blocks.hessenberg);
 }
 
 void TakeCycles(const Matrix& A, const AllSizes& sizes) {
@@ -67,7 +68,8 @@ void TakeCycles(const Matrix& A, const AllSizes& sizes) {
   Matrix M = A;
   for (int i = 3; i <= n; ++i) std::fill_n(M.Row(i), i - 2, 0.0);
   HessenbergQr work(n, sizes.blocks.hessenberg);
-  for (int cycle = 0; cycle < kCycles; ++cycle) StepHessenbergQr(M, n, work);
+  WorkMeter meter(unheard, 1);
+  for (int cycle = 0; cycle < kCycles; ++cycle) StepHessenbergQr(M, n, work, meter);
 }
 
 void TestDefinite(const Matrix& A, const AllSizes& sizes) {

@@ -234,7 +234,8 @@ void Suite::Hessenberg(int n) {
   table_.SetOperations("Hessenberg reduction", n, 7.0 / 6.0 * std::pow(n, 4));
   Measure("Hessenberg reduction", n, "program", [=] {
     Matrix M = A();
-    ReduceToHessenberg(M);
+    WorkMeter meter(unheard, 1);
+    ReduceToHessenberg(M, meter);
     return M;
   });
   if (n <= 100) {
@@ -249,7 +250,8 @@ void Suite::Hessenberg(int n) {
   Measure("10 Hessenberg cycles", n, "program", [=] {
     Matrix M = H();
     HessenbergQr work(n);
-    for (int cycle = 0; cycle < kCycles; ++cycle) StepHessenbergQr(M, n, work);
+    WorkMeter meter(unheard, 1);
+    for (int cycle = 0; cycle < kCycles; ++cycle) StepHessenbergQr(M, n, work, meter);
     return M;
   });
   Measure("10 Hessenberg cycles", n, "plain", [=] { return PlainCycles(H(), kCycles); });
@@ -273,12 +275,12 @@ void Suite::LeastSquares(int n) {
 void Suite::SmallTasks(int n) {
   const Matrix A = RandomMatrix(n, n);
   const Matrix B = RandomMatrix(n, n);
-  Measure("sum", n, "program", [=] { return Sum(A, B); });
-  Measure("transpose", n, "program", [=] { return Transpose(A); });
+  Measure("sum", n, "program", [=] { return Sum(A, B, unheard); });
+  Measure("transpose", n, "program", [=] { return Transpose(A, unheard); });
   const LuFactors factors = FactorLu(A, true, unheard);
   const Matrix b = RandomMatrix(n, 1);
   Measure("solution by factors", n, "program",
-          [=] { return SolveByFactors(factors.L, factors.U, factors.exchanges, b); });
+          [=] { return SolveByFactors(factors.L, factors.U, factors.exchanges, b, unheard); });
 }
 
 /// The plain ones are the numbers alone, as the standard C library writes and reads them.
@@ -306,7 +308,7 @@ void Suite::Eigen(int n) {
   const std::vector<double> start(n, 0.25);
   Measure("eigenvector", n, "program", [=] {
     std::vector<double> x = start;
-    return FindEigenvector(A, A(1, 1), 1, parameters, x);
+    return FindEigenvector(A, A(1, 1), 1, parameters, x, unheard);
   });
 }
 

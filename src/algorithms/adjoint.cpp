@@ -46,12 +46,6 @@ struct Road {
   }
 };
 
-/// The part of the whole work, of the fifth order, that is done with `done` of `all` columns.
-double SharedPart(int done, int all) {
-  const double left = 1.0 - static_cast<double>(done) / all;
-  return 1.0 - left * left * left * left * left;
-}
-
 /// The place of the largest magnitude of `count` elements; -1 where it is not the only one, where
 /// it is zero, or where some element is not a number to compare.
 template <class Element>
@@ -74,13 +68,14 @@ int UpperPivot(const View& block) {
 
 /// Takes the step with row p as the pivot row; what is left is the block without the row and the
 /// first column.
-void TakeStep(View& block, int p) {
+void TakeStep(View& block, int p, WorkMeter& meter) {
   double* const pivot = block.first;
   if (p != 0) std::swap_ranges(pivot, pivot + block.cols, &block(p, 0));
   const int below = block.rows - 1;
   const int right = block.cols - 1;
   if (below > 0) {
     EliminateRows(pivot, pivot + block.rowStride, block.rowStride, below, 0, right);
+    meter.Add(1.0 * below * right);
   }
   double* const rest = below > 0 && right > 0 ? &block(1, 1) : nullptr;
   block = {rest, below, right, block.rowStride, 1};
@@ -88,33 +83,40 @@ void TakeStep(View& block, int p) {
 
 /// The cofactor of row i and column j, by itself; its minor is worked out in `minor`, a matrix of
 /// its size.
-double Alone(const Matrix& A, int i, int j, Matrix& minor, const EliminationSizes& sizes) {
+double Alone(const Matrix& A, int i, int j, Matrix& minor, WorkMeter& meter,
+             const EliminationSizes& sizes) {
   const int n = A.Rows();
   for (int k = 1; k < n; ++k) {
     const double* const from = A.Row(k < i ? k : k + 1);
     double* const to = minor.Row(k);
     for (int l = 1; l < n; ++l) to[l - 1] = from[l < j ? l - 1 : l];
   }
-  Progress unheard;
-  return AlternatingSign(i + j) * ReduceToDeterminant(minor, unheard, sizes);
+  return AlternatingSign(i + j) * ReduceToDeterminant(minor, meter, sizes);
 }
 
-Matrix AllAlone(const Matrix& A, const EliminationSizes& sizes) {
+Matrix AllAlone(const Matrix& A, WorkMeter& meter, const EliminationSizes& sizes) {
   const int n = A.Rows();
   Matrix adjoint = Matrix::Unset(n, n);
   Matrix minor = Matrix::Unset(n - 1, n - 1);
   for (int i = 1; i <= n; ++i) {
-    for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor, sizes);
+    for (int j = 1; j <= n; ++j) adjoint(j, i) = Alone(A, i, j, minor, meter, sizes);
   }
   return adjoint;
 }
 
 class Cofactors {
  public:
-  Cofactors(const Matrix& A, const EliminationSizes& sizes)
-      : A_(A), sizes_(sizes), n_(A.Rows()), cofactors_(A), column_(n_), order_(n_), placeOf_(n_) {}
+  Cofactors(const Matrix& A, WorkMeter& meter, const EliminationSizes& sizes)
+      : A_(A),
+        meter_(meter),
+        sizes_(sizes),
+        n_(A.Rows()),
+        cofactors_(A),
+        column_(n_),
+        order_(n_),
+        placeOf_(n_) {}
 
-  Matrix Run(Progress& progress);
+  Matrix Run();
 
  private:
   void WithoutColumn(const Road& road, int j);
@@ -127,6 +129,7 @@ class Cofactors {
   void TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn);
 
   const Matrix& A_;
+  WorkMeter& meter_;
   const EliminationSizes& sizes_;
   const int n_;
   /// The cofactors, each in the place of its element. Where they are still to come: the rows of the
@@ -138,10 +141,9 @@ class Cofactors {
   Matrix minor_;
   Vector<int> order_;    ///< Of the rows without a certain one.
   Vector<int> placeOf_;  ///< Of each row among them.
-  Progress unheard_;
 };
 
-Matrix Cofactors::Run(Progress& progress) {
+Matrix Cofactors::Run() {
   Vector<double> pivotRow(n_);
   Road road;
   road.rows.resize(n_);
@@ -149,7 +151,6 @@ Matrix Cofactors::Run(Progress& progress) {
   for (int c = 1; c <= n_; ++c) {
     for (const int row : road.rows) column_(row) = cofactors_(row, c);
     WithoutColumn(road, c);
-    progress.Report(SharedPart(c, n_));
     if (c == n_) break;
     const int p = OnlyPivot(n_ - c + 1, [&](int k) { return column_(road.rows[k]); });
     if (p < 0) {
@@ -188,7 +189,7 @@ void Cofactors::WithoutColumn(const Road& road, int j) {
     }
     FinishWithoutRow(branch_.rows[p], j, block);
     branch_.TakePivot(p, block(p, 0));
-    TakeStep(block, p);
+    TakeStep(block, p, meter_);
   }
   FinishWithoutRow(branch_.rows[0], j, block);
 }
@@ -212,7 +213,7 @@ void Cofactors::WithoutRow(const Road& road, int i, int column) {
     }
     if (p != 0) ++exchanges;
     product *= block(p, 0);
-    TakeStep(block, p);
+    TakeStep(block, p, meter_);
     ++column;
     minor_.Reuse(block.rows, block.rows);
     for (int k = 0; k < block.rows; ++k) {
@@ -265,7 +266,7 @@ void Cofactors::FinishWithoutRow(int i, int j, const View& block) {
 void Cofactors::Finish(int i, int j, double product, int exchanges) {
   const int m = minor_.Rows();
   const Elimination done =
-      Eliminate(minor_, m - 1, PivotRule::kStopAtZeroColumn, unheard_, nullptr, sizes_);
+      Eliminate(minor_, m - 1, PivotRule::kStopAtZeroColumn, meter_, nullptr, sizes_);
   for (int k = 1; k <= m; ++k) product *= minor_(k, k);
   cofactors_(i, j) =
       AlternatingSign(i + j) * (AlternatingSign(exchanges + done.exchanges) * product);
@@ -273,9 +274,11 @@ void Cofactors::Finish(int i, int j, double product, int exchanges) {
 
 void Cofactors::TakeOneByOne(const std::vector<int>& rows, int firstColumn, int lastColumn) {
   minor_.Reuse(n_ - 1, n_ - 1);
+  const double minors = 1.0 * static_cast<double>(rows.size()) * (lastColumn - firstColumn + 1);
+  meter_.Expect(minors * EliminationWork(n_ - 1, n_ - 1, n_ - 1));
   for (const int i : rows) {
     for (int j = firstColumn; j <= lastColumn; ++j)
-      cofactors_(i, j) = Alone(A_, i, j, minor_, sizes_);
+      cofactors_(i, j) = Alone(A_, i, j, minor_, meter_, sizes_);
   }
 }
 
@@ -283,8 +286,14 @@ void Cofactors::TakeOneByOne(const std::vector<int>& rows, int firstColumn, int 
 
 Matrix AdjointByCofactors(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
   if (A.Rows() == 0) return Matrix();
-  if (A.Rows() <= sizes.cofactors.smallOrder) return AllAlone(A, sizes.elimination);
-  return Cofactors(A, sizes.elimination).Run(progress);
+  // The minors that leave a branch need n^5/60 multiplications, and so do the branches themselves.
+  const double n = A.Rows();
+  WorkMeter meter(progress, n * n * n * n * n / 30);
+  Matrix adjoint = A.Rows() <= sizes.cofactors.smallOrder
+                       ? AllAlone(A, meter, sizes.elimination)
+                       : Cofactors(A, meter, sizes.elimination).Run();
+  meter.End();
+  return adjoint;
 }
 
 }  // namespace qmx

@@ -61,9 +61,6 @@ struct ProductSizes {
 /// How a product as a task is cut, apart from how its parts are multiplied.
 struct ProductTaskSizes {
   int tinyOperand = 25;  ///< Elements of each operand up to which the textbook's loop is quickest.
-  /// Multiplications between two reports, a fraction of a second's work.
-  double stepsInStrip = 2.5e9;
-  int fewestRows = 240;  ///< Of a strip, so that the reports cost nothing.
 };
 
 /// How an elimination is cut.

@@ -36,13 +36,13 @@ struct DiagonalChange {
 ///       +------------+---------+          and the next group begins behind it.
 class GrowingElimination {
  public:
-  GrowingElimination(Matrix& W, const DefinitenessSizes& sizes)
-      : W_(W), sizes_(sizes), n_(W.Rows()) {
+  GrowingElimination(Matrix& W, WorkMeter& meter, const DefinitenessSizes& sizes)
+      : W_(W), meter_(meter), sizes_(sizes), n_(W.Rows()) {
     if (n_ > sizes_.smallOrder) panel_ = Matrix::Unset(sizes_.steps, sizes_.group + 1);
   }
 
   /// Leaves the diagonal, each element as it is when its row has taken its steps.
-  void Run(Progress& progress, double* diagonal);
+  void Run(double* diagonal);
   /// In the order of the rows, and for each row in the order of its steps.
   const std::vector<DiagonalChange>& SortedChanges();
 
@@ -56,6 +56,7 @@ class GrowingElimination {
   bool HasEnded(int k) const { return !ended_.IsEmpty() && ended_(k) != 0; }
 
   Matrix& W_;
+  WorkMeter& meter_;
   const DefinitenessSizes& sizes_;
   const int n_;
   /// For each row whether its reduction has ended. Empty as long as none has.
@@ -64,7 +65,7 @@ class GrowingElimination {
   Matrix panel_;  ///< A group in the columns of a block, with these as rows.
 };
 
-void GrowingElimination::Run(Progress& progress, double* diagonal) {
+void GrowingElimination::Run(double* diagonal) {
   const int steps = n_ <= sizes_.smallOrder ? n_ : sizes_.steps;
   for (int first = 1; first <= n_; first += steps) {
     const int last = std::min(first + steps - 1, n_);
@@ -75,7 +76,6 @@ void GrowingElimination::Run(Progress& progress, double* diagonal) {
     for (int top = last + 1; top <= n_;) {
       top = TakeGroup(top, std::min(top + sizes_.group - 1, n_), first, last);
     }
-    progress.Report(EliminatedPart(last, n_));
   }
 }
 
@@ -110,6 +110,7 @@ void GrowingElimination::TakeRowStep(int k, int i) {
 void GrowingElimination::EliminateBetween(int i, int top, int bottom) {
   if (top > bottom) return;
   EliminateRows(&W_(i, i), &W_(top, i), n_, bottom - top + 1, 0, n_ - i);
+  meter_.Add(1.0 * (bottom - top + 1) * (n_ - i));
 }
 
 /// The steps first..last of some of the rows top..bottom; returns the first row that is left.
@@ -126,7 +127,7 @@ int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
   if (rows > 0) {
     SubtractProduct({&panel(0, 1), rows, panel.rows, 1, panel.rowStride},
                     Part(std::as_const(W_), first, last + 1, panel.rows, n_ - last),
-                    Part(W_, top, last + 1, rows, n_ - last));
+                    Part(W_, top, last + 1, rows, n_ - last), meter_);
   }
   if (top + rows > bottom) return bottom + 1;
   for (int i = first; i <= last; ++i) TakeRowStep(top + rows, i);
@@ -229,8 +230,9 @@ DefinitenessReport TestDefiniteness(Matrix W, Progress& progress, const BlockSiz
   DefinitenessReport report;
   report.leadingMinor = std::vector<double>(n);
   report.smallestPivot = std::vector<double>(n);
-  GrowingElimination elimination(W, sizes.definiteness);
-  elimination.Run(progress, report.leadingMinor.data());
+  WorkMeter meter(progress, EliminationWork(n, n, n));
+  GrowingElimination elimination(W, meter, sizes.definiteness);
+  elimination.Run(report.leadingMinor.data());
   const std::vector<DiagonalChange>& changes = elimination.SortedChanges();
   if (changes.empty()) {
     ReportMinors(report);
@@ -240,6 +242,7 @@ DefinitenessReport TestDefiniteness(Matrix W, Progress& progress, const BlockSiz
   report.overallSmallestPivot =
       *std::min_element(report.smallestPivot.begin(), report.smallestPivot.end());
   report.verdict = ClassifyMinors(report.leadingMinor);
+  meter.End();
   return report;
 }
 

@@ -5,7 +5,11 @@
 namespace qmx {
 
 double Determinant(Matrix A, Progress& progress, const BlockSizes& sizes) {
-  return ReduceToDeterminant(A, progress, sizes.elimination);
+  const int n = A.Rows();
+  WorkMeter meter(progress, EliminationWork(n, n, n));
+  const double det = ReduceToDeterminant(A, meter, sizes.elimination);
+  meter.End();
+  return det;
 }
 
 }  // namespace qmx

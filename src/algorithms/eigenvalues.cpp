@@ -19,7 +19,7 @@ class EigenvalueIteration {
   EigenvalueRun Run(Progress& progress);
 
  private:
-  void Cycle(HessenbergQr& work);
+  void Cycle(HessenbergQr& work, Progress& progress);
   void Deflate();
   void DeflateBottom();
   void DeflateMiddle();
@@ -59,27 +59,44 @@ EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters&
   for (int i = 1; i <= order_; ++i) position_(i) = i;
 }
 
+/// The part of a run that the reduction takes. How many cycles there will be nobody knows: about
+/// three for each eigenvalue where all are found, on blocks that get ever smaller.
+double ReductionPart(int order, std::int32_t maxCycles) {
+  const double cycles = std::clamp<double>(maxCycles, 1, 3.0 * order);
+  const double reduction = ReductionWork(order);
+  return reduction / (reduction + cycles * HessenbergStepWork(order) / 2);
+}
+
 EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
-  ReduceToHessenberg(M_, sizes_);
+  const double reductionPart = ReductionPart(order_, parameters_.maxCycles);
+  Stage reduction(progress, 0, reductionPart);
+  WorkMeter meter(reduction, ReductionWork(order_));
+  ReduceToHessenberg(M_, meter, sizes_);
+  Stage iteration(progress, reductionPart, 1);
   HessenbergQr work(order_, sizes_);
+  double done = 0;
   for (std::int32_t cycle = 1;; ++cycle) {
-    Cycle(work);
+    const bool last = cycle >= parameters_.maxCycles;
+    const double used = last ? 1 : static_cast<double>(cycle) / parameters_.maxCycles;
+    Stage stage(iteration, done, std::max(done, used));
+    Cycle(work, stage);
     // Before the tests: a NaN would fail them all and go round until the limit.
     CheckArithmetic();
     Deflate();
     if (active_ == 1) TakeLast();
     if (active_ <= 1 || cycle > parameters_.maxCycles) break;
     Shift();
-    if (cycle >= parameters_.maxCycles) break;
-    const double found = static_cast<double>(order_ - active_) / order_;
-    progress.Report(std::max(found, static_cast<double>(cycle) / parameters_.maxCycles));
+    if (last) break;
+    done = std::max({done, used, static_cast<double>(order_ - active_) / order_});
+    iteration.Report(done);
   }
   return {order_ - active_, {value_.begin(), value_.end()}, {origin_.begin(), origin_.end()}};
 }
 
-void EigenvalueIteration::Cycle(HessenbergQr& work) {
+void EigenvalueIteration::Cycle(HessenbergQr& work, Progress& progress) {
+  WorkMeter meter(progress, HessenbergStepWork(active_));
   for (int i = 1; i <= active_; ++i) change_(i) = M_(i, i);
-  StepHessenbergQr(M_, active_, work);
+  StepHessenbergQr(M_, active_, work, meter);
   for (int i = 1; i <= active_; ++i) change_(i) = std::abs(M_(i, i) - change_(i));
 }
 
@@ -170,7 +187,9 @@ EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters
                               std::int32_t& shiftIndex, Progress& progress,
                               const BlockSizes& sizes) {
   RequireElement(A.Rows() >= 1);
-  return EigenvalueIteration(A, parameters, shiftIndex, sizes.hessenberg).Run(progress);
+  return UnchangedIfStopped(shiftIndex, [&] {
+    return EigenvalueIteration(A, parameters, shiftIndex, sizes.hessenberg).Run(progress);
+  });
 }
 
 }  // namespace qmx

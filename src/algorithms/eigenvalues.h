@@ -32,8 +32,9 @@ struct EigenvalueRun {
 /// Matrix Computations, 7.4 and 7.5). Complex eigenvalues are left where they are until the cycle
 /// limit ends the run. `shiftIndex` is the active position of the last shift and is carried from
 /// run to run: it stays as it is in a cycle where the first diagonal entry moved strictly least; 0
-/// then shifts by zero. Faults: 9 for a 1 x 1 matrix whose value settles, and where a carried index
-/// lies above the order of A; arithmetic faults of any cycle.
+/// then shifts by zero. A run that its progress stops leaves it. Faults: 9 for a 1 x 1 matrix whose
+/// value settles, and where a carried index lies above the order of A; arithmetic faults of any
+/// cycle.
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
                               std::int32_t& shiftIndex, Progress& progress,
                               const BlockSizes& sizes = kBlockSizes);

@@ -33,31 +33,42 @@ bool AgreeInMagnitude(const std::vector<double>& x, const std::vector<double>& y
   return true;
 }
 
-}  // namespace
-
-VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
-                              const EigenParameters& parameters, std::vector<double>& x,
-                              const BlockSizes& sizes) {
-  const int n = A.Rows();
-  Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
-  Progress unheard;
-  std::vector<double> order(n);
-  const Elimination factors =
-      Eliminate(M, n, PivotRule::kStopAtZeroColumn, unheard, order.data(), sizes.elimination);
-  CheckArithmetic();
-  if (!factors.complete) return VectorOutcome::kSingular;
-
+/// Iterates from x with what is left of M, whose rows have come into this order, once it has been
+/// eliminated.
+VectorOutcome Iterate(const Matrix& M, const std::vector<double>& order,
+                      const EigenParameters& parameters, std::vector<double>& x, WorkMeter& meter) {
+  const int n = M.Rows();
   std::vector<double> previous(n);
   for (std::int32_t cycle = 1;; ++cycle) {
+    meter.Expect(2 * SubstitutionWork(n));
     previous = x;
     for (int i = 0; i < n; ++i) x[i] = previous[static_cast<int>(order[i]) - 1];
-    SubstituteForward(M, n, x);
-    SubstituteBack(M, 1, x);
+    SubstituteForward(M, n, x, meter);
+    SubstituteBack(M, 1, x, meter);
     Normalise(x);
     CheckArithmetic();
     if (AgreeInMagnitude(x, previous, parameters.tolerance)) return VectorOutcome::kConverged;
     if (cycle >= parameters.maxCycles) return VectorOutcome::kNotConverged;
   }
+}
+
+}  // namespace
+
+VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
+                              const EigenParameters& parameters, std::vector<double>& x,
+                              Progress& progress, const BlockSizes& sizes) {
+  const int n = A.Rows();
+  Matrix M = ShiftedMatrix(A, lambda, origin, parameters.additionalShift);
+  WorkMeter meter(progress, EliminationWork(n, n, n));
+  std::vector<double> order(n);
+  const Elimination factors =
+      Eliminate(M, n, PivotRule::kStopAtZeroColumn, meter, order.data(), sizes.elimination);
+  CheckArithmetic();
+  if (!factors.complete) return VectorOutcome::kSingular;
+  const VectorOutcome outcome =
+      UnchangedIfStopped(x, [&] { return Iterate(M, order, parameters, x, meter); });
+  meter.End();
+  return outcome;
 }
 
 }  // namespace qmx

@@ -16,9 +16,10 @@ enum class VectorOutcome : int { kSingular = -1, kConverged = 0, kNotConverged =
 /// with A - mu·I, where mu is lambda moved by the additional shift away from A(origin, origin).
 /// `vector` (N numbers) holds the start vector and receives the last iterate; where the shifted
 /// matrix is exactly singular it stays as it is. At least one cycle is made. Convergence compares
-/// magnitudes, so a change of sign does not count. Faults: arithmetic faults of any cycle.
+/// magnitudes, so a change of sign does not count. Stopped by its progress it leaves the start
+/// vector. Faults: arithmetic faults of any cycle.
 VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
                               const EigenParameters& parameters, std::vector<double>& vector,
-                              const BlockSizes& sizes = kBlockSizes);
+                              Progress& progress, const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

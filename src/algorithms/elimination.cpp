@@ -72,10 +72,17 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
 
 class Eliminator {
  public:
-  Eliminator(Matrix& W, PivotRule rule, double* order, const EliminationSizes& sizes)
-      : W_(W), rule_(rule), order_(order), sizes_(sizes), eliminated_(W.Cols()), panel_(W.Rows()) {}
+  Eliminator(Matrix& W, PivotRule rule, double* order, WorkMeter& meter,
+             const EliminationSizes& sizes)
+      : W_(W),
+        rule_(rule),
+        order_(order),
+        meter_(meter),
+        sizes_(sizes),
+        eliminated_(W.Cols()),
+        panel_(W.Rows()) {}
 
-  Elimination Run(int columns, Progress& progress);
+  Elimination Run(int columns);
 
  private:
   void EliminateBlock(int first, int last, int right);
@@ -89,6 +96,7 @@ class Eliminator {
   Matrix& W_;
   const PivotRule rule_;
   double* const order_;
+  WorkMeter& meter_;
   const EliminationSizes& sizes_;
   Vector<char> eliminated_;   ///< For each column, whether it had a pivot.
   bool missesPivot_ = false;  ///< Whether a column had none.
@@ -96,7 +104,7 @@ class Eliminator {
   Elimination result_;
 };
 
-Elimination Eliminator::Run(int columns, Progress& progress) {
+Elimination Eliminator::Run(int columns) {
   for (int first = 1; first <= columns && result_.complete; first += sizes_.block) {
     const int last = std::min(first + sizes_.block - 1, columns);
     // There is no other block for what stands right of the last one.
@@ -107,7 +115,6 @@ Elimination Eliminator::Run(int columns, Progress& progress) {
       TakeStepsInRows(first, first, last, from, to);
     }
     TakeSteps(first, last, last + 1, W_.Rows(), last + 1, W_.Cols());
-    progress.Report(EliminatedPart(last, columns));
   }
   return result_;
 }
@@ -138,6 +145,7 @@ void Eliminator::EliminatePanel(int first, int last) {
     missesPivot_ = missesPivot_ || eliminated_(first + j) == 0;
   }
   Panel::Write(panel, place);
+  meter_.Add(0.5 * panel.rows * panel.rows * panel.cols);
 }
 
 /// Row j of `panel` holds column first + j of W from row `first` on; its diagonal element is
@@ -184,6 +192,7 @@ void Eliminator::TakeStepsInRows(int first, int top, int bottom, int from, int t
     } else {
       const int rows = end - top + 1;
       EliminatePivotRows(Part(W_, top, top, rows, rows), Part(W_, top, from, rows, to - from + 1));
+      meter_.Add(0.5 * rows * rows * (to - from + 1));
     }
   }
 }
@@ -198,7 +207,7 @@ void Eliminator::TakeSteps(int first, int last, int top, int bottom, int from, i
     if (end > run) {
       SubtractProduct(Part(W_, top, run, bottom - top + 1, end - run),
                       Part(W_, run, from, end - run, to - from + 1),
-                      Part(W_, top, from, bottom - top + 1, to - from + 1));
+                      Part(W_, top, from, bottom - top + 1, to - from + 1), meter_);
     }
     run = end + 1;
   }
@@ -212,22 +221,21 @@ void Eliminator::NoteExchange(int i, int p) {
 
 }  // namespace
 
-Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress, double* order,
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter, double* order,
                       const EliminationSizes& sizes) {
   if (columns < 1 && order == nullptr) return {};
   if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
   if (std::max(W.Rows(), W.Cols()) <= sizes.smallOrder) {
     const Elimination done = EliminateStepByStep(W, columns, rule, order);
-    progress.Report(1);
+    meter.Add(EliminationWork(W.Rows(), W.Cols(), columns));
     return done;
   }
-  return Eliminator(W, rule, order, sizes).Run(columns, progress);
+  return Eliminator(W, rule, order, meter, sizes).Run(columns);
 }
 
-double ReduceToDeterminant(Matrix& W, Progress& progress, const EliminationSizes& sizes) {
+double ReduceToDeterminant(Matrix& W, WorkMeter& meter, const EliminationSizes& sizes) {
   const int n = W.Rows();
-  const Elimination done =
-      Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, progress, nullptr, sizes);
+  const Elimination done = Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, meter, nullptr, sizes);
   double product = 1.0;
   for (int k = 1; k <= n; ++k) product *= W(k, k);
   return AlternatingSign(done.exchanges) * product;

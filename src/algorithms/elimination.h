@@ -1,8 +1,8 @@
 #pragma once
 
 #include "algorithms/block_sizes.h"
+#include "algorithms/work_meter.h"
 #include "base/matrix.h"
-#include "base/progress.h"
 
 namespace qmx {
 
@@ -26,23 +26,24 @@ struct Elimination {
 /// the pivot p of column i moved into row i, the upper one of equals: for each row k below,
 /// f = W(k,i) / W(i,i) takes the place of W(k,i), and W(k,j) = W(k,j) - f·W(i,j) for all j > i.
 /// Whole rows are exchanged, multipliers included. In `order`, which may be null and otherwise has
-/// a number for each row of W, the number of the row that came there is left, from 1.
-Elimination Eliminate(Matrix& W, int columns, PivotRule rule, Progress& progress,
+/// a number for each row of W, the number of the row that came there is left, from 1. Adds
+/// EliminationWork to the meter, less where a pivot rule ends it.
+Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter,
                       double* order = nullptr,
                       const EliminationSizes& sizes = kBlockSizes.elimination);
 
 /// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
 /// used up.
-double ReduceToDeterminant(Matrix& W, Progress& progress,
+double ReduceToDeterminant(Matrix& W, WorkMeter& meter,
                            const EliminationSizes& sizes = kBlockSizes.elimination);
 
 /// (-1)^count: the sign that `count` row exchanges give to a determinant.
 inline double AlternatingSign(int count) { return count % 2 == 0 ? 1.0 : -1.0; }
 
-/// The part of a cubic amount of work that is done when `done` of `all` columns are eliminated.
-inline double EliminatedPart(int done, int all) {
-  const double left = 1.0 - static_cast<double>(done) / all;
-  return 1.0 - left * left * left;
+/// The multiplications of the elimination of some leading columns of a rows x cols matrix.
+inline double EliminationWork(int rows, int cols, int columns) {
+  const double c = columns;
+  return c * rows * cols - (c * (c + 1) / 2) * (1.0 * rows + cols) + c * (c + 1) * (2 * c + 1) / 6;
 }
 
 /// Raises the fault of RequireElement.

@@ -63,9 +63,10 @@ class Exchanger {
 
 class BlockExchanger : public Exchanger {
  public:
-  using Exchanger::Exchanger;
+  BlockExchanger(Matrix& W, EqualPivots rule, WorkMeter& meter, const ExchangeSizes& sizes)
+      : Exchanger(W, rule, sizes), meter_(meter) {}
 
-  JordanExchange Run(Progress& progress);
+  JordanExchange Run();
 
  private:
   void ExchangeBlock(int first, int last);
@@ -80,6 +81,7 @@ class BlockExchanger : public Exchanger {
   void ExchangeRows(int i, int p);
   View Factors(int row, int step, int rows, int steps);
 
+  WorkMeter& meter_;
   int block_ = 1;  ///< First column of the block in work.
   Panel panel_;
   Panel panelFactors_;  ///< The factors of the steps of the panel in work.
@@ -189,7 +191,7 @@ void BlockExchanger::ExchangeRows(int i, int p) {
   NoteExchange(i, p);
 }
 
-JordanExchange BlockExchanger::Run(Progress& progress) {
+JordanExchange BlockExchanger::Run() {
   panel_ = Panel(n_);
   panelFactors_ = Panel(n_);
   factors_ = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
@@ -199,7 +201,6 @@ JordanExchange BlockExchanger::Run(Progress& progress) {
     ExchangeBlock(block_, last);
     ApplyBlock(block_, last, 1, block_ - 1);
     ApplyBlock(block_, last, last + 1, n_);
-    progress.Report(static_cast<double>(last) / n_);
   }
   return std::move(result_);
 }
@@ -229,6 +230,7 @@ void BlockExchanger::ExchangePanel(int first, int last) {
   }
   Panel::Write(panel, place);
   Panel::Write(factors, Factors(1, first, n_, panel.rows));
+  meter_.Add(1.0 * panel.rows * panel.rows * n_);
 }
 
 /// Row s of `panel` holds column first + s of W, and row s of `factors` becomes those of its step.
@@ -292,10 +294,12 @@ void BlockExchanger::ApplyBlock(int first, int last, int from, int to) {
   for (int j = 0; j < cols; j += sizes_.strip) {
     const int strip = std::min(sizes_.strip, cols - j);
     TakeStepsInPivotRows(first, last, from + j, Part(U, 0, j, steps, strip));
+    meter_.Add(1.0 * steps * steps * strip);
   }
-  SubtractProduct(Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols));
+  SubtractProduct(Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols),
+                  meter_);
   SubtractProduct(Factors(last + 1, first, n_ - last, steps), U,
-                  Part(W_, last + 1, from, n_ - last, cols));
+                  Part(W_, last + 1, from, n_ - last, cols), meter_);
 }
 
 /// The same in the rows first..last alone; U becomes these rows as they are before their division.
@@ -318,11 +322,11 @@ void BlockExchanger::TakeStepsInPivotRows(int first, int last, int from, const V
 
 }  // namespace
 
-JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress,
+JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, WorkMeter& meter,
                                   const ExchangeSizes& sizes) {
-  if (W.Rows() > sizes.smallOrder) return BlockExchanger(W, rule, sizes).Run(progress);
+  if (W.Rows() > sizes.smallOrder) return BlockExchanger(W, rule, meter, sizes).Run();
   JordanExchange done = Exchanger(W, rule, sizes).TakeStepByStep();
-  progress.Report(1);
+  meter.Add(1.0 * W.Rows() * W.Rows() * W.Rows());
   return done;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "algorithms/block_sizes.h"
+#include "algorithms/work_meter.h"
 #include "base/matrix.h"
-#include "base/progress.h"
 #include "base/vector.h"
 
 namespace qmx {
@@ -27,7 +27,8 @@ struct JordanExchange {
 /// for all other rows k, f = W(k,i) / p, W(k,j) = W(k,j) - f·W(i,j) for j other than i, W(k,i) =
 /// -f; then W(i,j) = W(i,j) / p for j other than i, and W(i,i) = 1 / p. In the end W is the inverse
 /// with its columns in the order of the rows of the matrix given: column j belongs to row order(j).
-JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, Progress& progress,
+/// Adds the cube of the order to the meter, less where a column has no pivot.
+JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, WorkMeter& meter,
                                   const ExchangeSizes& sizes = kBlockSizes.exchange);
 
 }  // namespace qmx

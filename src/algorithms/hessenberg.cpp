@@ -20,14 +20,16 @@ bool IsReduced(const Matrix& M, int k) {
 
 /// What all reflections of one matrix work with.
 struct Reflection {
-  Reflection(int order, const HessenbergSizes& blockSizes)
+  Reflection(int order, WorkMeter& workMeter, const HessenbergSizes& blockSizes)
       : sizes(blockSizes),
+        meter(workMeter),
         H(Matrix::Unset(order, order)),
         strip(Matrix::Unset(std::min(order, blockSizes.reflectionStrip) + 1, order)) {}
   /// The vector of the reflector, from 0. It lies behind the strip, in its storage.
   double* U() { return strip.Row(strip.Rows()); }
 
   const HessenbergSizes& sizes;
+  WorkMeter& meter;
   Matrix H;      ///< The reflector.
   Matrix strip;  ///< Of a product.
 };
@@ -47,6 +49,7 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
   for (int i = k; i < n; ++i) {
     H(i + 1, i + 1) = beta * (u[i] * u[i]) + 1.0;
     for (int j = i + 1; j < n; ++j) H(j + 1, i + 1) = H(i + 1, j + 1) = beta * u[i] * u[j];
+    work.meter.Add(kMovedNumber * (n - i - 1));
   }
 }
 
@@ -56,7 +59,7 @@ void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const
   if (A.cols <= std::min(work.sizes.tinyReflector, kMostTinyReflector)) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
-    SetProduct(A, B, product);
+    SetProduct(A, B, product, work.meter);
   }
   for (int i = 0; i < to.rows; ++i) std::copy_n(&product(i, 0), to.cols, &to(i, 0));
 }
@@ -94,11 +97,15 @@ void ReflectColumns(int k, Reflection& work, Matrix& M) {
 
 }  // namespace
 
-void ReduceToHessenberg(Matrix& M, const HessenbergSizes& sizes) {
+void ReduceToHessenberg(Matrix& M, WorkMeter& meter, const HessenbergSizes& sizes) {
   if (M.Rows() <= 2) return;
-  Reflection work(M.Rows(), sizes);
+  Reflection work(M.Rows(), meter, sizes);
   for (int k = 1; k <= M.Rows() - 2; ++k) {
-    if (IsReduced(M, k)) continue;
+    if (IsReduced(M, k)) {
+      const double rest = M.Rows() - k;
+      meter.Add(rest * rest * (rest + M.Rows()));
+      continue;
+    }
     FormReflector(M, k, work);
     ReflectRows(k, work, M);
     ReflectColumns(k, work, M);

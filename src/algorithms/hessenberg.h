@@ -2,6 +2,7 @@
 
 #include "algorithms/block_sizes.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/work_meter.h"
 #include "base/matrix.h"
 #include "base/vector.h"
 
@@ -12,7 +13,11 @@ namespace qmx {
 /// with explicit reflectors). The square root in a reflector always has the plus sign, so
 /// cancellation may happen where the subdiagonal element is negative. Faults: arithmetic faults of
 /// any reflection.
-void ReduceToHessenberg(Matrix& M, const HessenbergSizes& sizes = kBlockSizes.hessenberg);
+void ReduceToHessenberg(Matrix& M, WorkMeter& meter,
+                        const HessenbergSizes& sizes = kBlockSizes.hessenberg);
+
+/// What the reduction of a matrix of order n adds to the meter.
+inline double ReductionWork(double n) { return n * n * n * (n * 7 / 12 + kMovedNumber / 6); }
 
 /// What QR steps on matrices of up to some order work with; the contents mean nothing between
 /// steps, but what lies below the subdiagonal of V stays 0.
@@ -34,6 +39,9 @@ struct HessenbergQr {
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical
 /// Gram-Schmidt and overwrites it by R·Q. A column that vanishes gives a zero column of Q and does
 /// not fail. Left of the subdiagonal M has to be zero and stays so.
-void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work);
+void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work, WorkMeter& meter);
+
+/// What a step on a block of order n adds to the meter.
+inline double HessenbergStepWork(double n) { return n * n / 2 * (n + kStepDownColumn); }
 
 }  // namespace qmx

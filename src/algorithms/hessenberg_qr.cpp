@@ -33,8 +33,9 @@ namespace {
 
 class HessenbergStep {
  public:
-  HessenbergStep(Matrix& M, int n, HessenbergQr& work)
+  HessenbergStep(Matrix& M, int n, HessenbergQr& work, WorkMeter& meter)
       : M_(M),
+        meter_(meter),
         work_(work),
         V_(work.V),
         n_(n),
@@ -61,6 +62,7 @@ class HessenbergStep {
   void MultiplyRow(int i);
 
   Matrix& M_;
+  WorkMeter& meter_;
   HessenbergQr& work_;
   Matrix& V_;
   const int n_;
@@ -108,6 +110,7 @@ void HessenbergStep::FinishColumns(int first, int last) {
 /// columns up to `last` on it.
 void HessenbergStep::FinishColumn(int j, int last) {
   ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
+  meter_.Add(kStepDownColumn * Length(j));
 }
 
 /// The norm of column j. A column whose norm is 0 counts as 0 altogether; the norm of 1 that it
@@ -148,7 +151,7 @@ void HessenbergStep::Project(int first, int last, int from, int to) {
     const int bottom = std::min(top + tile_ - 1, last);
     const int steps = bottom - top + 1;
     SetProduct(Part(std::as_const(M_), 1, from, bottom + 1, cols).Transposed(),
-               Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps));
+               Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps), meter_);
   }
   const View C = work_.Coefficients(all, cols);
   CurrentKernels().transpose({&M_(from, first), M_.Cols(), cols, all, C.first, C.rowStride});
@@ -160,12 +163,13 @@ void HessenbergStep::Project(int first, int last, int from, int to) {
 /// V(i,j) = V(i,j) - C(k,j)·V(i,k) in the columns from `from` on, as many as C has. Row 0 of C
 /// belongs to column `first`.
 void HessenbergStep::Subtract(int first, int last, int from, const View& C) {
-  SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, C.cols));
+  SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, C.cols),
+                  meter_);
   for (int top = first + 2; top <= last + 1; top += tile_) {
     const int rows = std::min(tile_, last + 2 - top);
     const int steps = last - top + 2;
     SubtractProduct(Part(V_, top, top - 1, rows, steps), Part(C, top - first - 1, 0, steps, C.cols),
-                    Part(V_, top, from, rows, C.cols));
+                    Part(V_, top, from, rows, C.cols), meter_);
   }
 }
 
@@ -185,8 +189,8 @@ void HessenbergStep::MultiplyRows(int first, int rows) {
     const int cols = std::min(tile_, n_ + 1 - from);
     const int depth = std::min(from + cols, n_) - first + 1;
     SetProduct({R.first, rows, depth, R.rowStride, R.colStride},
-               Part(std::as_const(V_), first, from, depth, cols),
-               Part(M_, first, from, rows, cols));
+               Part(std::as_const(V_), first, from, depth, cols), Part(M_, first, from, rows, cols),
+               meter_);
   }
 }
 
@@ -230,8 +234,8 @@ View HessenbergQr::Coefficients(int steps, int cols) {
   return {room.From(1), steps, cols, cols, 1};
 }
 
-void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work) {
-  HessenbergStep step(M, n, work);
+void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work, WorkMeter& meter) {
+  HessenbergStep step(M, n, work, meter);
   if (n <= work.sizes.smallOrder) {
     step.RunColumnByColumn();
   } else {

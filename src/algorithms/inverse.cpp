@@ -22,7 +22,7 @@ void ScatterColumns(Matrix& W, const Vector<int>& order) {
 }
 
 /// The same for one of any order.
-void GatherColumns(Matrix& W, const Vector<int>& order) {
+void GatherColumns(Matrix& W, const Vector<int>& order, WorkMeter& meter) {
   const int n = W.Rows();
   Vector<int> placeOf(n);
   for (int j = 1; j <= n; ++j) placeOf(order(j)) = j;
@@ -30,38 +30,49 @@ void GatherColumns(Matrix& W, const Vector<int>& order) {
   for (int i = 1; i <= n; ++i) {
     std::copy_n(W.Row(i), n, scrambled.From(1));
     for (int j = 1; j <= n; ++j) W(i, j) = scrambled(placeOf(j));
+    meter.Add(kMovedNumber * n);
   }
 }
 
-void Unscramble(Matrix& W, const Vector<int>& order, const ExchangeSizes& sizes) {
+void Unscramble(Matrix& W, const Vector<int>& order, WorkMeter& meter, const ExchangeSizes& sizes) {
   if (W.Rows() <= std::min(sizes.scatter, kMostScattered)) {
     ScatterColumns(W, order);
   } else {
-    GatherColumns(W, order);
+    GatherColumns(W, order, meter);
   }
 }
+
+/// The exchange steps of a matrix of some order, and so many times a pass through it.
+double WorkOfOrder(double n, int passes) { return n * n * (n + passes * kMovedNumber); }
 
 }  // namespace
 
 std::optional<Matrix> Inverse(Matrix W, Progress& progress, const BlockSizes& sizes) {
   const int n = W.Rows();
+  WorkMeter meter(progress, WorkOfOrder(n, 1));
   const JordanExchange done =
-      ExchangeAllColumns(W, EqualPivots::kFirstNumber, progress, sizes.exchange);
+      ExchangeAllColumns(W, EqualPivots::kFirstNumber, meter, sizes.exchange);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
-  Unscramble(W, done.order, sizes.exchange);
+  Unscramble(W, done.order, meter, sizes.exchange);
+  meter.End();
   return W;
 }
 
 std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress, const BlockSizes& sizes) {
   const int n = W.Rows();
-  const JordanExchange done =
-      ExchangeAllColumns(W, EqualPivots::kUpperRow, progress, sizes.exchange);
+  WorkMeter meter(progress, WorkOfOrder(n, 2));
+  const JordanExchange done = ExchangeAllColumns(W, EqualPivots::kUpperRow, meter, sizes.exchange);
   double det = 1.0;
   for (int k = 1; k <= done.steps; ++k) det *= done.pivots(k);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
   const double sign = AlternatingSign(done.exchanges);
-  for (std::size_t k = 0; k < W.Size(); ++k) W.Data()[k] = sign * (det * W.Data()[k]);
-  Unscramble(W, done.order, sizes.exchange);
+  for (int i = 1; i <= n; ++i) {
+    double* const row = W.Row(i);
+    for (int j = 0; j < n; ++j) row[j] = sign * (det * row[j]);
+    meter.Add(kMovedNumber * n);
+  }
+  Unscramble(W, done.order, meter, sizes.exchange);
+  meter.End();
   return W;
 }
 

@@ -11,24 +11,17 @@
 namespace qmx {
 namespace {
 
-/// Reports the part from..to of a longer task.
-class Stage : public Progress {
- public:
-  Stage(Progress& whole, double from, double to) : whole_(whole), from_(from), to_(to) {}
-  void Report(double fraction) override { whole_.Report(from_ + (to_ - from_) * fraction); }
-
- private:
-  Progress& whole_;
-  double from_;
-  double to_;
-};
-
 /// Elimination with partial pivoting of the augmented matrix M; a zero column is skipped.
-void EliminateSystem(Matrix& M, Progress& progress, const BlockSizes& sizes) {
+void EliminateSystem(Matrix& M, WorkMeter& meter, const BlockSizes& sizes) {
   const int columns = std::max(0, M.Rows() - 1);
-  Eliminate(M, std::min(columns, M.Cols()), PivotRule::kSkipZeroColumns, progress, nullptr,
+  Eliminate(M, std::min(columns, M.Cols()), PivotRule::kSkipZeroColumns, meter, nullptr,
             sizes.elimination);
   RequireElement(columns <= M.Cols());
+}
+
+/// What EliminateSystem and SolveEliminated do for so many equations.
+double SolvingWork(int equations) {
+  return EliminationWork(equations, equations + 1, equations) + SubstitutionWork(equations);
 }
 
 /// True where row i of T with the unknowns x, of which those before row i are not known, does not
@@ -39,7 +32,7 @@ bool Contradicts(const Matrix& T, int i, const Matrix& x, double rightHandSide) 
 
 /// Back substitution in the eliminated augmented matrix M, whose last column is the right-hand
 /// side. There is room for the first `room` unknowns.
-SystemSolution SolveEliminated(const Matrix& M, int room) {
+SystemSolution SolveEliminated(const Matrix& M, int room, WorkMeter& meter) {
   const int n = M.Rows();
   SystemSolution solution{true, Matrix::Unset(n, 1), false};
   Matrix& x = solution.x;
@@ -47,7 +40,7 @@ SystemSolution SolveEliminated(const Matrix& M, int room) {
   for (int i = 1; i <= n; ++i) x(i, 1) = M(i, M.Cols());
   // The last unknown is the first to be worked out; what went wrong with it goes before the lack of
   // room.
-  const int stopped = SubstituteBack(M, room < n ? n : 1, Unknowns(x));
+  const int stopped = SubstituteBack(M, room < n ? n : 1, Unknowns(x), meter);
   RequireElement(n <= room);
   if (stopped == 0) return solution;
   RequireElement(M.Contains(stopped, n + 1));
@@ -76,7 +69,7 @@ Matrix FewNormalEquations(const Matrix& system) {
 
 /// [AᵀA | Aᵀb] of a system [A | b]. Strips of rows are formed up to the diagonal, the rest is their
 /// mirror image.
-Matrix NormalEquations(const Matrix& system, const LeastSquaresSizes& sizes, Progress& progress) {
+Matrix NormalEquations(const Matrix& system, const LeastSquaresSizes& sizes, WorkMeter& meter) {
   const int m = system.Rows();
   const int unknowns = system.Cols() - 1;
   const int stripRows = unknowns < sizes.highFrom ? sizes.lowStrip : sizes.highStrip;
@@ -86,15 +79,15 @@ Matrix NormalEquations(const Matrix& system, const LeastSquaresSizes& sizes, Pro
     const int rows = last - first + 1;
     const ConstView strip = Part(system, 1, first, m, rows).Transposed();
     const int cols = last == unknowns ? unknowns + 1 : last;
-    AddProduct(strip, Part(system, 1, 1, m, cols), Part(M, first, 1, rows, cols));
+    AddProduct(strip, Part(system, 1, 1, m, cols), Part(M, first, 1, rows, cols), meter);
     if (last < unknowns) {
-      AddProduct(strip, Part(system, 1, unknowns + 1, m, 1), Part(M, first, unknowns + 1, rows, 1));
+      AddProduct(strip, Part(system, 1, unknowns + 1, m, 1), Part(M, first, unknowns + 1, rows, 1),
+                 meter);
     }
-    const double part = static_cast<double>(last) / unknowns;
-    progress.Report(part * part);
   }
   for (int i = 1; i <= unknowns; ++i) {
     for (int j = 1; j < i; ++j) M(j, i) = M(i, j);
+    meter.Add(kStepDownColumn * i);
   }
   return M;
 }
@@ -113,21 +106,26 @@ Matrix PermutedRightHandSide(const Matrix& system, const Matrix& exchanges) {
 }  // namespace
 
 SystemSolution SolveOneShot(Matrix M, Progress& progress, const BlockSizes& sizes) {
-  EliminateSystem(M, progress, sizes);
-  return SolveEliminated(M, M.Rows());
+  WorkMeter meter(progress, SolvingWork(M.Rows()));
+  EliminateSystem(M, meter, sizes);
+  SystemSolution solution = SolveEliminated(M, M.Rows(), meter);
+  meter.End();
+  return solution;
 }
 
 SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& exchanges,
-                              const Matrix& system) {
+                              const Matrix& system, Progress& progress) {
   const int n = system.Rows();
+  WorkMeter meter(progress, 2 * SubstitutionWork(n));
   SystemSolution solution{true, PermutedRightHandSide(system, exchanges), false};
   Matrix& x = solution.x;
   // Row 1 reads nothing of L, and every other row nothing from its diagonal on.
   const int rows = std::min(n, std::max(1, std::min(L.Rows(), L.Cols() + 1)));
-  SubstituteForward(L, rows, Unknowns(x));
+  SubstituteForward(L, rows, Unknowns(x), meter);
   RequireElement(rows == n);
   RequireElement(n == 0 || U.Contains(n, n));
-  const int stopped = SubstituteBack(U, 1, Unknowns(x));
+  const int stopped = SubstituteBack(U, 1, Unknowns(x), meter);
+  meter.End();
   if (stopped == 0) return solution;
   solution.solved = false;
   solution.inconsistent = Contradicts(U, stopped, x, x(stopped, 1));
@@ -137,18 +135,17 @@ SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& ex
 SystemSolution SolveLeastSquares(const Matrix& system, Progress& progress,
                                  const BlockSizes& sizes) {
   RequireElement(system.Cols() >= 1);
-  // With m equations in k unknowns: m·k²/2 products to form the normal equations, k³/3 to solve.
-  const double forming = 3.0 * system.Rows();
-  const double solving = 2.0 * system.Cols();
-  const double between = forming / (forming + solving);
-  Stage first(progress, 0, between);
-  Stage second(progress, between, 1);
+  const double k = system.Cols() - 1;
+  WorkMeter meter(progress,
+                  k * k / 2 * (system.Rows() + kStepDownColumn) + SolvingWork(system.Cols() - 1));
   const auto few = static_cast<std::size_t>(sizes.leastSquares.fewElements);
   Matrix M = system.Size() <= few ? FewNormalEquations(system)
-                                  : NormalEquations(system, sizes.leastSquares, first);
-  EliminateSystem(M, second, sizes);
+                                  : NormalEquations(system, sizes.leastSquares, meter);
+  EliminateSystem(M, meter, sizes);
   // There is room for one unknown per equation.
-  return SolveEliminated(M, system.Rows());
+  SystemSolution solution = SolveEliminated(M, system.Rows(), meter);
+  meter.End();
+  return solution;
 }
 
 }  // namespace qmx

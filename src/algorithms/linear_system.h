@@ -30,7 +30,7 @@ SystemSolution SolveOneShot(Matrix system, Progress& progress,
 /// values above it. Faults: 9 where the factors are smaller than the system, or an exchange names a
 /// row it does not have.
 SystemSolution SolveByFactors(const Matrix& L, const Matrix& U, const Matrix& exchanges,
-                              const Matrix& system);
+                              const Matrix& system, Progress& progress);
 
 /// The least-squares solution of an augmented system of m equations in k = cols - 1 unknowns
 /// through its normal equations AᵀA·x = Aᵀb (Golub & Van Loan, Matrix Computations, 5.3.2), solved

@@ -9,7 +9,7 @@ namespace qmx {
 namespace {
 
 /// Moves the multipliers from below the diagonal of U into a unit lower triangular L.
-Matrix SplitOffMultipliers(Matrix& U) {
+Matrix SplitOffMultipliers(Matrix& U, WorkMeter& meter) {
   Matrix L = Matrix::Unset(U.Rows(), U.Rows());
   for (int r = 1; r <= U.Rows(); ++r) {
     double* const row = L.Row(r);
@@ -18,6 +18,7 @@ Matrix SplitOffMultipliers(Matrix& U) {
     std::fill_n(U.Row(r), multipliers, 0.0);
     std::fill(row + multipliers, row + L.Cols(), 0.0);
     row[r - 1] = 1.0;
+    meter.Add(kMovedNumber * L.Cols());
   }
   return L;
 }
@@ -28,11 +29,14 @@ LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress, const Blo
   LuFactors factors{false, Matrix(), A, Matrix::Unset(A.Rows(), 1), 0};
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
+  WorkMeter meter(
+      progress, EliminationWork(A.Rows(), A.Cols(), columns) + kMovedNumber * A.Rows() * A.Rows());
   const Elimination done =
-      Eliminate(factors.U, columns, rule, progress, factors.exchanges.Data(), sizes.elimination);
+      Eliminate(factors.U, columns, rule, meter, factors.exchanges.Data(), sizes.elimination);
   factors.exchangeCount = done.exchanges;
   factors.factored = done.complete;
-  if (factors.factored) factors.L = SplitOffMultipliers(factors.U);
+  if (factors.factored) factors.L = SplitOffMultipliers(factors.U, meter);
+  meter.End();
   return factors;
 }
 

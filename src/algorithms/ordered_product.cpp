@@ -102,10 +102,19 @@ PackedOperands& Packed() {
   return packed;
 }
 
+/// The multiplications of a job.
+double WorkOf(const ProductJob& job) {
+  return static_cast<double>(job.rows) * job.cols * job.depth;
+}
+
+void Note(WorkMeter* meter, const ProductJob& done) {
+  if (meter != nullptr) meter->Add(WorkOf(done));
+}
+
 /// Blocks of the products in increasing order, for each of them blocks of columns, and for each of
 /// these blocks of rows.
 void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
-               const ProductJob& job) {
+               const ProductJob& job, WorkMeter* meter) {
   PackedOperands& packed = Packed();
   const int depth = EvenPart(job.depth, sizes.depth, 1);
   const int rows = EvenPart(job.rows, sizes.rows, kernels.tileRows);
@@ -126,6 +135,7 @@ void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
         PackA(kernels, block, packed.a);
         block.a = packed.a;
         runBlock(block);
+        Note(meter, block);
       }
     }
   }
@@ -133,7 +143,7 @@ void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
 
 /// Copies panels of A before they are used, for rows that compete with each other.
 void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run run,
-                       const ProductJob& job) {
+                       const ProductJob& job, WorkMeter* meter) {
   double* const packed = Packed().a;
   const int depth = EvenPart(job.depth, sizes.depth, 1);
   assert(kernels.tileRows * depth <= kMostPackedA);
@@ -151,7 +161,26 @@ void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run ru
       kernels.transpose({job.a + i * job.aRow + k * job.aCol, job.aRow, panel.rows, panel.depth,
                          packed, panel.rows});
       run(panel);
+      Note(meter, panel);
     }
+  }
+}
+
+/// The operands as they lie, some whole panels of A at a time.
+void RunUnpacked(const Kernels& kernels, Run run, const ProductJob& job, WorkMeter* meter) {
+  if (meter == nullptr || WorkOf(job) <= WorkMeter::kMostAtOnce) {
+    run(job);
+    return Note(meter, job);
+  }
+  const double panels = WorkMeter::kMostAtOnce / WorkOf(job) * job.rows / kernels.tileRows;
+  const int rows = std::max(1, static_cast<int>(panels)) * kernels.tileRows;
+  ProductJob part = job;
+  for (int i = 0; i < job.rows; i += rows) {
+    part.rows = std::min(rows, job.rows - i);
+    part.a = job.a + i * job.aRow;
+    part.c = job.c + i * job.cRow;
+    run(part);
+    Note(meter, part);
   }
 }
 
@@ -162,19 +191,20 @@ void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run ru
 }
 
 void RunSized(const Kernels& kernels, const ProductSizes& sizes, Run run, Run runPacked,
-              const ConstView& A, const ConstView& B, const View& C, bool fromZero) {
+              const ConstView& A, const ConstView& B, const View& C, bool fromZero,
+              WorkMeter* meter) {
   assert(FitPacked(kernels, sizes));
   const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
   const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= sizes.page;
   const int packFrom = inPages ? sizes.packPagesFrom : sizes.packFrom;
   if (std::min(job.rows, job.cols) >= packFrom) {
-    RunPacked(kernels, sizes, runPacked, job);
+    RunPacked(kernels, sizes, runPacked, job, meter);
   } else if (job.aCol == 1 && job.aRow % sizes.competingStride == 0 &&
              job.rows > kernels.tileRows / 2) {
-    RunByPackedPanels(kernels, sizes, run, job);
+    RunByPackedPanels(kernels, sizes, run, job, meter);
   } else {
-    run(job);
+    RunUnpacked(kernels, run, job, meter);
   }
 }
 
@@ -191,14 +221,15 @@ bool IsTiny(const ConstView& A, const View& C, const ProductSizes& sizes) {
 /// C = C sign A·B, or 0 sign A·B.
 template <class Sign>
 void Multiply(const ConstView& A, const ConstView& B, const View& C, const ProductSizes* given,
-              Sign sign, Run Kernels::*run, Run Kernels::*runPacked, bool fromZero) {
+              Sign sign, Run Kernels::*run, Run Kernels::*runPacked, bool fromZero,
+              WorkMeter* meter = nullptr) {
   assert(FitTogether(A, B, C));
   const Kernels& kernels = *Current();
   const ProductSizes& sizes = given == nullptr ? kernels.sizes : *given;
   if (IsTiny(A, C, sizes)) {
     MultiplyTiny(A, B, C, sign, fromZero);
   } else {
-    RunSized(kernels, sizes, kernels.*run, kernels.*runPacked, A, B, C, fromZero);
+    RunSized(kernels, sizes, kernels.*run, kernels.*runPacked, A, B, C, fromZero, meter);
   }
 }
 
@@ -210,12 +241,25 @@ void AddProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
   Multiply(A, B, C, sizes, std::plus<>(), &Kernels::add, &Kernels::addPacked, false);
 }
 
+void AddProduct(ConstView A, ConstView B, View C, WorkMeter& meter) {
+  Multiply(A, B, C, nullptr, std::plus<>(), &Kernels::add, &Kernels::addPacked, false, &meter);
+}
+
 void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
   Multiply(A, B, C, sizes, std::plus<>(), &Kernels::add, &Kernels::addPacked, true);
 }
 
+void SetProduct(ConstView A, ConstView B, View C, WorkMeter& meter) {
+  Multiply(A, B, C, nullptr, std::plus<>(), &Kernels::add, &Kernels::addPacked, true, &meter);
+}
+
 void SubtractProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
   Multiply(A, B, C, sizes, std::minus<>(), &Kernels::subtract, &Kernels::subtractPacked, false);
+}
+
+void SubtractProduct(ConstView A, ConstView B, View C, WorkMeter& meter) {
+  Multiply(A, B, C, nullptr, std::minus<>(), &Kernels::subtract, &Kernels::subtractPacked, false,
+           &meter);
 }
 
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,

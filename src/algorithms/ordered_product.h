@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "algorithms/block_sizes.h"
+#include "algorithms/work_meter.h"
 #include "base/matrix.h"
 
 namespace qmx {
@@ -70,12 +71,16 @@ inline void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C, 
 /// C. The sizes are those of the instruction set where none are given; a packed block has
 /// kMostPackedA and kMostPackedB elements at most.
 void AddProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
+/// The same, adding its multiplications to those of a task while it goes on.
+void AddProduct(ConstView A, ConstView B, View C, WorkMeter& meter);
 
 /// The same with C(i,j) - A(i,k)·B(k,j).
 void SubtractProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
+void SubtractProduct(ConstView A, ConstView B, View C, WorkMeter& meter);
 
 /// C = A·B: as AddProduct from C(i,j) = 0 on, whatever is in C.
 void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
+void SetProduct(ConstView A, ConstView B, View C, WorkMeter& meter);
 
 /// What EliminateRows does, for rows of any length.
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,

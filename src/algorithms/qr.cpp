@@ -28,10 +28,15 @@ namespace {
 
 class GramSchmidt {
  public:
-  GramSchmidt(const Matrix& A, const QrSizes& sizes)
-      : A_(A), sizes_(sizes), V_(A), R_(A.Cols(), A.Cols()), squaredNorm_(A.Cols()) {}
+  GramSchmidt(const Matrix& A, WorkMeter& meter, const QrSizes& sizes)
+      : A_(A),
+        meter_(meter),
+        sizes_(sizes),
+        V_(A),
+        R_(A.Cols(), A.Cols()),
+        squaredNorm_(A.Cols()) {}
 
-  QrFactors RunInBlocks(Progress& progress);
+  QrFactors RunInBlocks();
   QrFactors RunColumnByColumn();
 
  private:
@@ -46,6 +51,7 @@ class GramSchmidt {
   void SubtractSome(int first, int from, const View& D, const View& C);
 
   const Matrix& A_;
+  WorkMeter& meter_;
   const QrSizes& sizes_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
   Matrix R_;
@@ -54,7 +60,7 @@ class GramSchmidt {
 };
 
 /// False among the factors where a column vanished; nothing else counts then.
-QrFactors GramSchmidt::RunInBlocks(Progress& progress) {
+QrFactors GramSchmidt::RunInBlocks() {
   const int n = A_.Cols();
   if (n > std::min(sizes_.smallOrder, sizes_.block))
     coefficients_ = Matrix(std::min(sizes_.block, n), n);
@@ -62,9 +68,7 @@ QrFactors GramSchmidt::RunInBlocks(Progress& progress) {
     const int last = std::min(first + sizes_.block - 1, n);
     if (!FinishBlock(first, last)) return {};
     Project(first, last, last + 1, n);
-    if (last < n) progress.Report(static_cast<double>(last) / n);
   }
-  progress.Report(1);
   return Factors(n);
 }
 
@@ -87,6 +91,7 @@ QrFactors GramSchmidt::Factors(int columns) {
     double* const row = V_.Row(r);
     DivideByEach(squaredNorm_.From(1), row, columns);
     std::fill(row + columns, row + n, 0.0);
+    meter_.Add(kMovedNumber * n);
   }
   return {columns == n, std::move(V_), std::move(R_)};
 }
@@ -109,7 +114,11 @@ bool GramSchmidt::FinishBlock(int first, int last) {
 /// columns up to `last` on it. False where the norm is zero.
 bool GramSchmidt::FinishColumn(int j, int last) {
   ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
-  return squaredNorm_(j) != 0;
+  meter_.Add(kStepDownColumn * V_.Rows());
+  if (squaredNorm_(j) != 0) return true;
+  // The column that failed, and those before it, are done once more.
+  meter_.Expect(kStepDownColumn * V_.Rows() * j * (j - 1.0));
+  return false;
 }
 
 /// Projects the kCount columns from column `from` on on column j. The first time that takes the
@@ -142,7 +151,10 @@ void GramSchmidt::ProjectNext(int j, int from) {
 
 /// Projects column j of A on all columns before it.
 void GramSchmidt::ProjectColumn(int j) {
-  for (int k = 1; k < j; ++k) ProjectNext<1>(k, j);
+  for (int k = 1; k < j; ++k) {
+    ProjectNext<1>(k, j);
+    meter_.Add(2 * kStepDownColumn * V_.Rows());
+  }
 }
 
 /// Projects the columns from..to of A on the final columns first..last.
@@ -153,7 +165,7 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
   const View D = Part(R_, first, from, steps, cols);
   const View C = Part(coefficients_, 1, 1, steps, cols);
   SetProduct(Part(std::as_const(V_), 1, first, V_.Rows(), steps).Transposed(),
-             Part(A_, 1, from, A_.Rows(), cols), D);
+             Part(A_, 1, from, A_.Rows(), cols), D, meter_);
   bool hasZero = false;
   for (int k = 0; k < steps; ++k) {
     hasZero |= PlaceOf(0, &D(k, 0), cols) != cols;
@@ -163,7 +175,8 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
   if (hasZero) {
     SubtractSome(first, from, D, C);
   } else {
-    SubtractProduct(Part(V_, 1, first, V_.Rows(), steps), C, Part(V_, 1, from, V_.Rows(), cols));
+    SubtractProduct(Part(V_, 1, first, V_.Rows(), steps), C, Part(V_, 1, from, V_.Rows(), cols),
+                    meter_);
   }
   for (int k = 0; k < steps; ++k) DivideBy(R_(first + k, first + k), &D(k, 0), cols);
 }
@@ -178,7 +191,9 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
   }
   for (int j = 0; j < D.cols;) {
     if (hasZero[j]) {
+      meter_.Expect(kStepDownColumn * V_.Rows() * D.rows);
       for (int k = 0; k < D.rows; ++k) {
+        meter_.Add(kStepDownColumn * V_.Rows());
         if (D(k, j) == 0) continue;
         SubtractMultiples<1>(&V_(1, first + k), &V_(1, from + j), V_.Cols(), V_.Rows(), &C(k, j));
       }
@@ -188,7 +203,7 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
     const int end =
         static_cast<int>(std::find(hasZero.begin() + j, hasZero.end(), 1) - hasZero.begin());
     SubtractProduct(Part(V_, 1, first, V_.Rows(), D.rows), Part(C, 0, j, D.rows, end - j),
-                    Part(V_, 1, from + j, V_.Rows(), end - j));
+                    Part(V_, 1, from + j, V_.Rows(), end - j), meter_);
     j = end;
   }
 }
@@ -198,12 +213,20 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
 QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
   std::fexcept_t faults;
   std::fegetexceptflag(&faults, FE_ALL_EXCEPT);
-  QrFactors factors = GramSchmidt(A, sizes.qr).RunInBlocks(progress);
-  if (factors.factored) return factors;
+  const double m = A.Rows();
+  const double n = A.Cols();
+  WorkMeter meter(progress, m * n * (n + kStepDownColumn + kMovedNumber));
+  QrFactors factors = GramSchmidt(A, meter, sizes.qr).RunInBlocks();
+  if (factors.factored) {
+    meter.End();
+    return factors;
+  }
   // The projections ran ahead of the column that failed. Neither what they left in R nor a fault of
   // theirs belongs to the result.
   std::fesetexceptflag(&faults, FE_ALL_EXCEPT);
-  return GramSchmidt(A, sizes.qr).RunColumnByColumn();
+  factors = GramSchmidt(A, meter, sizes.qr).RunColumnByColumn();
+  meter.End();
+  return factors;
 }
 
 }  // namespace qmx

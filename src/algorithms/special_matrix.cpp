@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "algorithms/work_meter.h"
+
 namespace qmx {
 
 void FillOnes(Matrix& created) { std::fill_n(created.Data(), created.Size(), 1.0); }
@@ -15,8 +17,10 @@ bool FillIdentity(Matrix& created) {
   return true;
 }
 
-bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<float()>& draw) {
+bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<float()>& draw,
+                Progress& progress) {
   const double range = kind.high - kind.low;
+  WorkMeter meter(progress, kMovedNumber * static_cast<double>(created.Size()));
   for (int i = 1; i <= created.Rows(); ++i) {
     for (int j = kind.symmetric ? i : 1; j <= created.Cols(); ++j) {
       const double x = static_cast<double>(draw()) * range + kind.low;
@@ -26,7 +30,9 @@ bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<flo
       if (!created.Contains(j, i)) return false;
       created(j, i) = created(i, j);
     }
+    meter.Add(kMovedNumber * created.Cols());
   }
+  meter.End();
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "base/matrix.h"
+#include "base/progress.h"
 
 namespace qmx {
 
@@ -24,6 +25,7 @@ bool FillIdentity(Matrix& created);
 /// Fills a matrix with random entries, row by row; `draw` gives single-precision numbers in [0, 1).
 /// False where a symmetric matrix has more columns than rows: the first mirror element outside ends
 /// the fill, and the entries before it are set.
-bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<float()>& draw);
+bool FillRandom(Matrix& created, const RandomKind& kind, const std::function<float()>& draw,
+                Progress& progress);
 
 }  // namespace qmx

@@ -11,14 +11,18 @@ double RowTimesVector(const Matrix& T, int i, int first, int last, std::span<con
   return sum;
 }
 
-void SubstituteForward(const Matrix& L, int rows, std::span<double> x) {
-  for (int i = 1; i <= rows; ++i) x[i - 1] -= RowTimesVector(L, i, 1, i - 1, x);
+void SubstituteForward(const Matrix& L, int rows, std::span<double> x, WorkMeter& meter) {
+  for (int i = 1; i <= rows; ++i) {
+    x[i - 1] -= RowTimesVector(L, i, 1, i - 1, x);
+    meter.Add(kStepOfSum * (i - 1));
+  }
 }
 
-int SubstituteBack(const Matrix& U, int top, std::span<double> x) {
+int SubstituteBack(const Matrix& U, int top, std::span<double> x, WorkMeter& meter) {
   const int n = static_cast<int>(x.size());
   for (int i = n; i >= top; --i) {
     const double known = RowTimesVector(U, i, i + 1, n, x);
+    meter.Add(kStepOfSum * (n - i));
     const double diagonal = U(i, i);
     if (diagonal == 0) return i;
     x[i - 1] = (x[i - 1] - known) / diagonal;

@@ -38,17 +38,15 @@ double Matrix::At(int row, int col) const {
 }
 
 Matrix Matrix::Shared() const {
-  if (owners_ == nullptr) owners_ = std::make_shared<const char>();
   Matrix other;
   other.rows_ = rows_;
   other.cols_ = cols_;
   other.data_ = data_;
-  other.owners_ = owners_;
   return other;
 }
 
 void Matrix::MakeOwn() {
-  if (owners_ == nullptr || owners_.use_count() == 1) return;
+  if (!data_.HasOtherOwners()) return;
   Matrix copy(*this);
   Swap(copy);
 }

@@ -2,7 +2,6 @@
 
 #include <cassert>
 #include <cstddef>
-#include <memory>
 #include <utility>
 
 #include "base/element_storage.h"
@@ -77,7 +76,6 @@ class Matrix {
     std::swap(rows_, other.rows_);
     std::swap(cols_, other.cols_);
     data_.Swap(other.data_);
-    owners_.swap(other.owners_);
   }
 
   /// Makes it a rows x cols matrix of any numbers, in the storage that it has where that is large
@@ -115,8 +113,6 @@ class Matrix {
   int rows_ = 0;
   int cols_ = 0;
   ElementStorage data_;
-  /// Held by all matrices that own these elements, once there are several; views do not count.
-  mutable std::shared_ptr<const char> owners_;
 };
 
 /// The elements of a matrix as those read them who outlive it: a view keeps them in memory. It sees
@@ -141,7 +137,7 @@ class MatrixView {
 
   int rows_ = 0;
   int cols_ = 0;
-  ElementStorage data_;
+  ElementView data_;
 };
 
 inline MatrixView Matrix::View() const { return {rows_, cols_, data_}; }

@@ -22,7 +22,7 @@ SystemSolution SolveSelected(Context& context) {
     switch (workspace.SystemMethod) {
       case kSystemByFactors: {
         const StoredFactors& factors = workspace.storedFactors;
-        return SolveByFactors(factors.L, factors.U, factors.exchanges, system);
+        return SolveByFactors(factors.L, factors.U, factors.exchanges, system, progress);
       }
       case kSystemOverdetermined:
         return SolveLeastSquares(system, progress);

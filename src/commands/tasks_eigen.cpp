@@ -72,8 +72,10 @@ VectorRun IterateVectors(Context& context, const Matrix& a, const EigenvalueRun&
     for (int t = 0; t < values.count; ++t) {
       FoundVector next{{}, RandomStart(context.random, context.clock, a.Rows())};
       ClearArithmeticFaults();
+      Stage stage(progress, static_cast<double>(t) / values.count,
+                  static_cast<double>(t + 1) / values.count);
       next.outcome = FindEigenvector(a, values.eigenvalues[t], RoundToInteger(values.origin[t]),
-                                     parameters, next.components);
+                                     parameters, next.components, stage);
       run.found.push_back(std::move(next));
       progress.Report(static_cast<double>(t + 1) / values.count);
     }

@@ -16,9 +16,9 @@ namespace {
 template <typename Change>
 void ChangeA(Context& context, Change change) {
   Matrix& array = context.workspace.A().array;
-  array = Compute(context, [&](Progress&) {
+  array = Compute(context, [&](Progress& progress) {
     Matrix changed(array);
-    change(changed);
+    change(changed, progress);
     return changed;
   });
   NoteChange(context.workspace, kSlotA);
@@ -57,13 +57,14 @@ void PublishNumber(Context& context, Result result, Computation computation) {
 void RunSum(Context& context) {
   const Operand a(context.workspace.A());
   const Operand b(context.workspace.B());
-  PublishComputed(context, kSlotSum, [&](Progress&) { return Sum(*a, *b); });
+  PublishComputed(context, kSlotSum, [&](Progress& progress) { return Sum(*a, *b, progress); });
 }
 
 void RunDifference(Context& context) {
   const Operand a(context.workspace.A());
   const Operand b(context.workspace.B());
-  PublishComputed(context, kSlotDifference, [&](Progress&) { return Difference(*a, *b); });
+  PublishComputed(context, kSlotDifference,
+                  [&](Progress& progress) { return Difference(*a, *b, progress); });
 }
 
 void RunProduct(Context& context) {
@@ -105,22 +106,24 @@ void RunAdjointByInverse(Context& context) {
 void RunTranspose(Context& context) {
   if (!RereadDimensionsOfA(context)) return;
   const Operand a(context.workspace.A());
-  PublishComputed(context, kSlotTranspose, [&](Progress&) { return Transpose(*a); });
+  PublishComputed(context, kSlotTranspose,
+                  [&](Progress& progress) { return Transpose(*a, progress); });
 }
 
 void RunScale(Context& context) {
   const double scalar = Val(context.panel.Text(txtScalar));
-  ChangeA(context, [&](Matrix& a) { ScaleInPlace(a, scalar); });
+  ChangeA(context, [&](Matrix& a, Progress& progress) { ScaleInPlace(a, scalar, progress); });
 }
 
 void RunShift(Context& context) {
   const double shift = Val(context.panel.Text(txtShift));
-  ChangeA(context, [&](Matrix& a) { ShiftInPlace(a, shift); });
+  ChangeA(context, [&](Matrix& a, Progress&) { ShiftInPlace(a, shift); });
 }
 
 void RunSymmetry(Context& context) {
   const Operand a(context.workspace.A());
-  const bool symmetric = Compute(context, [&](Progress&) { return IsSymmetric(*a); });
+  const bool symmetric =
+      Compute(context, [&](Progress& progress) { return IsSymmetric(*a, progress); });
   PublishVerdict(context, kResultSymmetry, symmetric ? "Yes" : "No");
   context.workspace.AIsSymmetric = symmetric;
 }

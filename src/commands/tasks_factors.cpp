@@ -87,7 +87,8 @@ class Restore {
 
 /// Ones or the diagonal of the identity, or random entries. A text where the entries do not fit
 /// into the matrix.
-std::string FillSpecialMatrix(Context& context, const SpecialKind& kind, Matrix& created) {
+std::string FillSpecialMatrix(Context& context, const SpecialKind& kind, Matrix& created,
+                              Progress& progress) {
   if (kind.ones) FillOnes(created);
   if (kind.identity && !FillIdentity(created)) {
     return "An identity matrix cannot have more rows than columns: its diagonal would leave the "
@@ -95,7 +96,8 @@ std::string FillSpecialMatrix(Context& context, const SpecialKind& kind, Matrix&
   }
   if (!kind.random) return {};
   context.random.Seed(context.clock.Ticks());
-  if (FillRandom(created, *kind.random, [&] { return context.random.Next(); })) return {};
+  const auto draw = [&] { return context.random.Next(); };
+  if (FillRandom(created, *kind.random, draw, progress)) return {};
   return "A symmetric matrix cannot have more columns than rows: its mirror image would leave the "
          "matrix.";
 }
@@ -175,8 +177,9 @@ void RunSpecialMatrix(Context& context) {
   context.windows.LetWindowsPaint();
   Matrix filled(size->rows, size->cols);
   const SpecialKind kind = ReadSpecialKind(context.panel);
-  const std::string refusal =
-      Compute(context, [&](Progress&) { return FillSpecialMatrix(context, kind, filled); });
+  const std::string refusal = Compute(context, [&](Progress& progress) {
+    return FillSpecialMatrix(context, kind, filled, progress);
+  });
   created.array = std::move(filled);
   before.Keep();
   Populate(context, kSlotCreated);

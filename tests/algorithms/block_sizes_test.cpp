@@ -39,7 +39,7 @@ Progress unheard;
 
 /// Blocks of so many columns, rows or steps each, from the smallest order on.
 BlockSizes Sizes(int block, int panel, int strip) {
-  return {.product = {.tinyOperand = 0, .stepsInStrip = 1, .fewestRows = strip},
+  return {.product = {.tinyOperand = 0},
           .elimination = {.smallOrder = 0, .block = block, .panel = panel, .strip = strip},
           .exchange = {.smallOrder = 0,
                        .block = block,
@@ -281,7 +281,7 @@ TEST(BlockSizesTest, Eigenvectors) {
                     [&] {
                       std::vector<double> x(n, 0.5);
                       const VectorOutcome outcome =
-                          FindEigenvector(A, A(origin, origin), origin, p, x, sizes);
+                          FindEigenvector(A, A(origin, origin), origin, p, x, unheard, sizes);
                       return Of(static_cast<int>(outcome), x);
                     },
                     [&] {

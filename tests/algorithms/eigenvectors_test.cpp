@@ -35,7 +35,7 @@ void CompareRuns(testing::Comparison& comparison, const Matrix& A, double lambda
   comparison.Compare(
       [&] {
         std::vector<double> x = start;
-        Record record{static_cast<double>(FindEigenvector(A, lambda, origin, p, x))};
+        Record record{static_cast<double>(FindEigenvector(A, lambda, origin, p, x, unheard))};
         testing::Append(record, x);
         return record;
       },
@@ -75,7 +75,7 @@ TEST(EigenvectorsTest, HasTheBitsOfThePlainLoop) {
 VectorOutcome Find(const Matrix& A, double lambda, int origin, const EigenParameters& parameters,
                    std::vector<double>& x) {
   ClearArithmeticFaults();
-  return FindEigenvector(A, lambda, origin, parameters, x);
+  return FindEigenvector(A, lambda, origin, parameters, x, unheard);
 }
 
 TEST(EigenvectorsTest, LargeMatricesHaveTheBitsOfThePlainLoopToo) {

@@ -141,7 +141,7 @@ TEST(LinearSystemTest, SolvingByFactorsHasTheBitsOfThePlainLoop) {
   Comparison comparison("solution by factors");
   while (comparison.Count() < testing::kCases && !comparison.HasSeenEnough()) {
     const StoredFactors f = NextFactors(cases);
-    comparison.Compare([&] { return Of(SolveByFactors(f.L, f.U, f.exchanges, f.system)); },
+    comparison.Compare([&] { return Of(SolveByFactors(f.L, f.U, f.exchanges, f.system, unheard)); },
                        [&] {
                          return Of(reference::SolveByFactors(
                              ToTable(f.L), ToTable(f.U), ToTable(f.exchanges), ToTable(f.system)));
@@ -226,49 +226,51 @@ TEST(LinearSystemTest, ResidualsAreSmall) {
 TEST(StoredFactorsTest, IdentityFactorsLeaveBackSubstitution) {
   const Matrix U = Rows({{2, 1}, {0, 4}});
   const SystemSolution solution =
-      SolveByFactors(testing::IdentityMatrix(2), U, Rows({{1}, {2}}), Rows({{8}, {16}}));
+      SolveByFactors(testing::IdentityMatrix(2), U, Rows({{1}, {2}}), Rows({{8}, {16}}), unheard);
   EXPECT_TRUE(solution.solved);
   EXPECT_EQ(solution.x, Rows({{2}, {4}}));
 }
 
 TEST(StoredFactorsTest, NoExchangesMeanTheIdentity) {
   const Matrix U = Rows({{2, 1}, {0, 4}});
-  EXPECT_EQ(SolveByFactors(testing::IdentityMatrix(2), U, Matrix(), Rows({{8}, {16}})).x,
+  EXPECT_EQ(SolveByFactors(testing::IdentityMatrix(2), U, Matrix(), Rows({{8}, {16}}), unheard).x,
             Rows({{2}, {4}}));
 }
 
 TEST(StoredFactorsTest, TheDiagonalOfLIsNotRead) {
   const Matrix L = Rows({{99, 0}, {0.5, 99}});
   const SystemSolution solution =
-      SolveByFactors(L, testing::IdentityMatrix(2), Matrix(), Rows({{2}, {4}}));
+      SolveByFactors(L, testing::IdentityMatrix(2), Matrix(), Rows({{2}, {4}}), unheard);
   EXPECT_EQ(solution.x, Rows({{2}, {3}}));
 }
 
 TEST(StoredFactorsTest, ExchangesAreRoundedAndOtherColumnsIgnored) {
   const Matrix I = testing::IdentityMatrix(2);
-  EXPECT_EQ(SolveByFactors(I, I, Rows({{2.25}, {0.75}}), Rows({{5, 1}, {7, 1}})).x,
+  EXPECT_EQ(SolveByFactors(I, I, Rows({{2.25}, {0.75}}), Rows({{5, 1}, {7, 1}}), unheard).x,
             Rows({{7}, {5}}));
 }
 
 TEST(StoredFactorsTest, AZeroInTheDiagonalStopsAndKeepsTheForwardSubstitutedValues) {
   const Matrix L = Rows({{1, 0, 0}, {2, 1, 0}, {0, 0, 1}});
   const Matrix U = Rows({{1, 0, 0}, {0, 0, 1}, {0, 0, 2}});
-  const SystemSolution inconsistent = SolveByFactors(L, U, Matrix(), Rows({{1}, {7}, {6}}));
+  const SystemSolution inconsistent =
+      SolveByFactors(L, U, Matrix(), Rows({{1}, {7}, {6}}), unheard);
   EXPECT_FALSE(inconsistent.solved);
   EXPECT_TRUE(inconsistent.inconsistent) << "3 on the left against 5 on the right";
   EXPECT_EQ(inconsistent.x, Rows({{1}, {5}, {3}}));
 
-  const SystemSolution dependent = SolveByFactors(L, U, Matrix(), Rows({{1}, {5}, {6}}));
+  const SystemSolution dependent = SolveByFactors(L, U, Matrix(), Rows({{1}, {5}, {6}}), unheard);
   EXPECT_FALSE(dependent.solved);
   EXPECT_FALSE(dependent.inconsistent);
 }
 
 TEST(StoredFactorsTest, FactorsSmallerThanTheSystemAreAFault) {
   const Matrix I = testing::IdentityMatrix(2);
-  EXPECT_THROW(SolveByFactors(I, I, Matrix(), Matrix(3, 1)), RuntimeFault);
-  EXPECT_THROW(SolveByFactors(I, testing::IdentityMatrix(1), Matrix(), Matrix(2, 1)), RuntimeFault);
-  EXPECT_THROW(SolveByFactors(I, I, Rows({{1}, {3}}), Matrix(2, 1)), RuntimeFault);
-  EXPECT_THROW(SolveByFactors(I, I, Rows({{1}}), Matrix(2, 1)), RuntimeFault);
+  EXPECT_THROW(SolveByFactors(I, I, Matrix(), Matrix(3, 1), unheard), RuntimeFault);
+  EXPECT_THROW(SolveByFactors(I, testing::IdentityMatrix(1), Matrix(), Matrix(2, 1), unheard),
+               RuntimeFault);
+  EXPECT_THROW(SolveByFactors(I, I, Rows({{1}, {3}}), Matrix(2, 1), unheard), RuntimeFault);
+  EXPECT_THROW(SolveByFactors(I, I, Rows({{1}}), Matrix(2, 1), unheard), RuntimeFault);
 }
 
 TEST(StoredFactorsTest, AgreesWithSolvingAtOnce) {
@@ -282,7 +284,8 @@ TEST(StoredFactorsTest, AgreesWithSolvingAtOnce) {
       b(i, 1) = system(i, n + 1);
     }
     const LuFactors factors = FactorLu(A, true, unheard);
-    const SystemSolution byFactors = SolveByFactors(factors.L, factors.U, factors.exchanges, b);
+    const SystemSolution byFactors =
+        SolveByFactors(factors.L, factors.U, factors.exchanges, b, unheard);
     const SystemSolution atOnce = SolveOneShot(system, unheard);
     ASSERT_TRUE(byFactors.solved && atOnce.solved);
     // The same factors, only the right-hand side is summed up in another order; the condition of

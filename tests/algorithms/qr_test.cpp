@@ -155,7 +155,7 @@ TEST(QrTest, ProductOfTheFactorsIsTheMatrixAndQIsOrthonormal) {
     ASSERT_TRUE(factors.factored);
     EXPECT_LE(testing::LargestDifference(testing::PlainProduct(factors.Q, factors.R), A),
               testing::SumTolerance(m, testing::MaxMagnitude(A)));
-    const Matrix gram = testing::PlainProduct(Transpose(factors.Q), factors.Q);
+    const Matrix gram = testing::PlainProduct(Transpose(factors.Q, unheard), factors.Q);
     EXPECT_LE(testing::LargestDifference(gram, testing::IdentityMatrix(n)),
               testing::SumTolerance(m, 4));
     for (int j = 1; j <= n; ++j) {

@@ -12,6 +12,8 @@
 namespace qmx {
 namespace {
 
+Progress unheard;
+
 using testing::Rows;
 
 std::function<float()> Drawing(testing::Dice& dice) {
@@ -31,7 +33,7 @@ TEST(MatrixFillTest, RandomEntriesHaveTheBitsOfThePlainLoop) {
         [&] {
           testing::Dice draws(seed);
           Matrix created(rows, cols);
-          testing::Record record{FillRandom(created, kind, Drawing(draws)) ? 1.0 : 0.0};
+          testing::Record record{FillRandom(created, kind, Drawing(draws), unheard) ? 1.0 : 0.0};
           testing::Append(record, created);
           return record;
         },
@@ -92,21 +94,23 @@ TEST(MatrixFillTest, IdentityOfATallMatrixLeavesItAndKeepsTheEntriesInside) {
 
 TEST(MatrixFillTest, ASymmetricFillOfAWideMatrixStopsAtTheFirstMirrorOutside) {
   Matrix wide(2, 3);
-  EXPECT_FALSE(FillRandom(wide, {0, 1, true, false}, [] { return 0.5f; }));
+  EXPECT_FALSE(FillRandom(
+      wide, {0, 1, true, false}, [] { return 0.5f; }, unheard));
   EXPECT_EQ(wide, Rows({{0.5, 0.5, 0.5}, {0.5, 0, 0}}));
 }
 
 TEST(MatrixFillTest, ASymmetricFillOfATallMatrixMirrorsItsUpperTriangle) {
   Matrix tall(3, 2);
   float next = 0;
-  EXPECT_TRUE(FillRandom(tall, {0, 8, true, false}, [&] { return next += 0.125f; }));
+  EXPECT_TRUE(FillRandom(
+      tall, {0, 8, true, false}, [&] { return next += 0.125f; }, unheard));
   EXPECT_EQ(tall, Rows({{1, 2}, {2, 3}, {0, 0}}));
 }
 
 TEST(MatrixFillTest, EqualBoundsGiveThatNumberEverywhere) {
   testing::Dice dice(702);
   Matrix A(3, 3);
-  EXPECT_TRUE(FillRandom(A, {2.5, 2.5, false, false}, Drawing(dice)));
+  EXPECT_TRUE(FillRandom(A, {2.5, 2.5, false, false}, Drawing(dice), unheard));
   for (std::size_t k = 0; k < A.Size(); ++k) EXPECT_EQ(A.Data()[k], 2.5);
 }
 
@@ -114,7 +118,7 @@ TEST(MatrixFillTest, SymmetricWholeNumbersLieWithinTheBounds) {
   testing::Dice dice(703);
   for (int round = 0; round < 200; ++round) {
     Matrix A(3, 3);
-    EXPECT_TRUE(FillRandom(A, {-10, 10, true, true}, Drawing(dice)));
+    EXPECT_TRUE(FillRandom(A, {-10, 10, true, true}, Drawing(dice), unheard));
     for (int i = 1; i <= 3; ++i) {
       for (int j = 1; j <= 3; ++j) {
         EXPECT_EQ(A(i, j), A(j, i));
@@ -128,7 +132,8 @@ TEST(MatrixFillTest, SymmetricWholeNumbersLieWithinTheBounds) {
 TEST(MatrixFillTest, HalvesRoundToEven) {
   Matrix A(1, 4);
   float next = -1;
-  EXPECT_TRUE(FillRandom(A, {0.5, 1.5, false, true}, [&] { return next += 1; }));
+  EXPECT_TRUE(FillRandom(
+      A, {0.5, 1.5, false, true}, [&] { return next += 1; }, unheard));
   EXPECT_EQ(A, Rows({{0, 2, 2, 4}}));
 }
 
