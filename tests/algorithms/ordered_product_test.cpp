@@ -67,7 +67,8 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
                   const ProductSizes* sizes = nullptr) {
   testing::Dice& dice = cases.Randomness();
   const bool transposed = shape.width == 0 && dice.Chance(0.3);
-  constexpr std::array kRoutines{AddProduct, SubtractProduct, SetProduct};
+  using Routine = void (*)(ConstView, ConstView, View, const ProductSizes*);
+  constexpr std::array<Routine, 3> kRoutines{AddProduct, SubtractProduct, SetProduct};
   const int form = dice.Integer(0, 2);
   const Operands operands(cases, shape, transposed);
   const auto run = [&](auto multiply) {
