@@ -65,10 +65,11 @@ VectorOutcome FindEigenvector(const Matrix& A, double lambda, int origin,
       Eliminate(M, n, PivotRule::kStopAtZeroColumn, meter, order.data(), sizes.elimination);
   CheckArithmetic();
   if (!factors.complete) return VectorOutcome::kSingular;
-  const VectorOutcome outcome =
-      UnchangedIfStopped(x, [&] { return Iterate(M, order, parameters, x, meter); });
-  meter.End();
-  return outcome;
+  return UnchangedIfStopped(x, [&] {
+    const VectorOutcome outcome = Iterate(M, order, parameters, x, meter);
+    meter.End();
+    return outcome;
+  });
 }
 
 }  // namespace qmx

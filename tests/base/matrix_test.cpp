@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <thread>
 #include <utility>
 
 #include "base/fault.h"
@@ -150,6 +151,54 @@ TEST(MatrixTest, ReuseLeavesAViewItsElements) {
   A(1, 1) = 9;
   EXPECT_EQ(view(1, 1), 1);
   EXPECT_EQ(view(2, 2), 4);
+}
+
+TEST(MatrixTest, OfTwoOwnersOneTakesACopyBeforeItWrites) {
+  Matrix A = Counting(2, 2);
+  Matrix B = A.Shared();
+  EXPECT_TRUE(A.SharesWith(B));
+  B.MakeOwn();
+  EXPECT_FALSE(A.SharesWith(B));
+  B(1, 1) = 9;
+  EXPECT_EQ(A(1, 1), 1);
+  const double* const storage = A.Data();
+  A.MakeOwn();
+  EXPECT_EQ(A.Data(), storage) << "the other owner has gone";
+}
+
+TEST(MatrixTest, AViewIsNoOwner) {
+  Matrix A = Counting(2, 2);
+  const MatrixView view = A.View();
+  const MatrixView copied = view;
+  const double* const storage = A.Data();
+  A.MakeOwn();
+  EXPECT_EQ(A.Data(), storage);
+  {
+    const Matrix B = A.Shared();
+    A.MakeOwn();
+    EXPECT_NE(A.Data(), storage);
+    EXPECT_TRUE(B.SharesWith(B));
+  }
+  EXPECT_EQ(copied(2, 2), 4) << "all owners have gone";
+}
+
+TEST(MatrixTest, OwnersAndViewsComeAndGoInSeveralThreads) {
+  constexpr int kRounds = 10000;
+  Matrix A = Counting(2, 2);
+  const auto work = [&A] {
+    for (int k = 0; k < kRounds; ++k) {
+      const Matrix owner = A.Shared();
+      const MatrixView view = owner.View();
+      if (view(2, 2) != 4) ADD_FAILURE();
+    }
+  };
+  std::thread one(work);
+  std::thread two(work);
+  one.join();
+  two.join();
+  const double* const storage = A.Data();
+  A.MakeOwn();
+  EXPECT_EQ(A.Data(), storage) << "all others have gone";
 }
 
 TEST(MatrixTest, MatricesWithoutRowsOrColumnsHoldNothing) {
