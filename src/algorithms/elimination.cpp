@@ -100,7 +100,7 @@ class Eliminator {
   const EliminationSizes& sizes_;
   Vector<char> eliminated_;   ///< For each column, whether it had a pivot.
   bool missesPivot_ = false;  ///< Whether a column had none.
-  Panel panel_;
+  ColumnPanel panel_;
   Elimination result_;
 };
 
@@ -144,7 +144,7 @@ void Eliminator::EliminatePanel(int first, int last) {
     eliminated_(first + j) = EliminatePanelColumn(panel, first, j, largest);
     missesPivot_ = missesPivot_ || eliminated_(first + j) == 0;
   }
-  Panel::Write(panel, place);
+  ColumnPanel::Write(panel, place);
   meter_.Add(0.5 * panel.rows * panel.rows * panel.cols);
 }
 

@@ -20,22 +20,23 @@ PivotRowsJob JobOf(const ConstView& F, const View& X) {
 
 }  // namespace
 
-Panel::Panel(int rows) : numbers_(static_cast<std::size_t>(kPanelColumns) * WholeLines(rows)) {}
+ColumnPanel::ColumnPanel(int rows)
+    : numbers_(static_cast<std::size_t>(kPanelColumns) * WholeLines(rows)) {}
 
-View Panel::Empty(int columns, int rows) {
+View ColumnPanel::Empty(int columns, int rows) {
   const int stride = WholeLines(rows);
   assert(static_cast<std::size_t>(columns) * stride <= numbers_.size());
   return {numbers_.data(), columns, rows, stride, 1};
 }
 
-View Panel::Read(ConstView from) {
+View ColumnPanel::Read(ConstView from) {
   const View panel = Empty(from.cols, from.rows);
   CurrentKernels().transpose(
       {from.first, from.rowStride, from.rows, from.cols, panel.first, panel.rowStride});
   return panel;
 }
 
-void Panel::Write(ConstView panel, View to) {
+void ColumnPanel::Write(ConstView panel, View to) {
   CurrentKernels().transpose(
       {panel.first, panel.rowStride, panel.rows, panel.cols, to.first, to.rowStride});
 }

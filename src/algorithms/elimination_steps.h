@@ -29,10 +29,10 @@ struct LineAllocator {
 
 /// Some columns of a matrix in storage of their own, with the columns as rows, so that what belongs
 /// together lies together. Every row of the panel begins at a cache line, as a PanelStep needs it.
-class Panel {
+class ColumnPanel {
  public:
   /// For up to kPanelColumns columns of up to `rows` numbers.
-  explicit Panel(int rows = 0);
+  explicit ColumnPanel(int rows = 0);
 
   /// `columns` columns of `rows` numbers, whatever is in them.
   View Empty(int columns, int rows);

@@ -83,10 +83,10 @@ class BlockExchanger : public Exchanger {
 
   WorkMeter& meter_;
   int block_ = 1;  ///< First column of the block in work.
-  Panel panel_;
-  Panel panelFactors_;  ///< The factors of the steps of the panel in work.
-  Matrix factors_;      ///< Those of all steps of the block, in the rows of W.
-  Matrix pivotRows_;    ///< U, without gaps between its rows.
+  ColumnPanel panel_;
+  ColumnPanel panelFactors_;  ///< The factors of the steps of the panel in work.
+  Matrix factors_;            ///< Those of all steps of the block, in the rows of W.
+  Matrix pivotRows_;          ///< U, without gaps between its rows.
 };
 
 /// The textbook loop itself.
@@ -192,8 +192,8 @@ void BlockExchanger::ExchangeRows(int i, int p) {
 }
 
 JordanExchange BlockExchanger::Run() {
-  panel_ = Panel(n_);
-  panelFactors_ = Panel(n_);
+  panel_ = ColumnPanel(n_);
+  panelFactors_ = ColumnPanel(n_);
   factors_ = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
   pivotRows_ = Matrix::Unset(std::min(sizes_.block, n_), n_);
   for (block_ = 1; block_ <= n_ && result_.complete; block_ += sizes_.block) {
@@ -228,8 +228,8 @@ void BlockExchanger::ExchangePanel(int first, int last) {
   for (int s = 0; s < panel.rows && result_.complete; ++s) {
     result_.complete = ExchangePanelColumn(panel, factors, first, s, largest);
   }
-  Panel::Write(panel, place);
-  Panel::Write(factors, Factors(1, first, n_, panel.rows));
+  ColumnPanel::Write(panel, place);
+  ColumnPanel::Write(factors, Factors(1, first, n_, panel.rows));
   meter_.Add(1.0 * panel.rows * panel.rows * n_);
 }
 

@@ -32,7 +32,7 @@ struct FilledPanel {
     }
     return record;
   }
-  Panel panel;
+  ColumnPanel panel;
   View view;
 };
 
@@ -126,7 +126,7 @@ TEST(EliminationStepsTest, APanelHoldsEveryColumnAndGivesItBack) {
     for (int columns = 1; columns <= kPanelColumns; ++columns) {
       for (int rows = 1; rows <= 20; ++rows) {
         const Matrix A = cases.Next(rows + 2, columns + 2);
-        Panel panel(rows);
+        ColumnPanel panel(rows);
         const View view = panel.Read(Part(A, 2, 2, rows, columns));
         for (int c = 0; c < columns; ++c) {
           for (int k = 0; k < rows; ++k) ASSERT_EQ(view(c, k), A(k + 2, c + 2));
@@ -135,7 +135,7 @@ TEST(EliminationStepsTest, APanelHoldsEveryColumnAndGivesItBack) {
         for (int c = 0; c < columns; ++c) {
           for (int k = 0; k < rows; ++k) B(k + 2, c + 2) = 0;
         }
-        Panel::Write(view, Part(B, 2, 2, rows, columns));
+        ColumnPanel::Write(view, Part(B, 2, 2, rows, columns));
         ASSERT_EQ(A, B) << rows << " x " << columns;
       }
     }
