@@ -62,7 +62,6 @@ struct SampleRow {
 struct Sample {
   std::vector<SampleRow> rows;
   std::size_t columns = 0;  ///< Of most rows, without an empty one behind the last separator.
-  bool lastIsEmpty = false;
   double quality = 0;  ///< 0 to 1: the part of rows so long times the part of numbers in these.
 };
 
@@ -116,8 +115,7 @@ void Judge(Sample& sample) {
     lastEmpty += row.cells.back() == CellKind::kEmpty ? 1 : 0;
   }
   if (usual == 0) return;
-  sample.lastIsEmpty = length > 1 && lastEmpty == usual;
-  sample.columns = length - (sample.lastIsEmpty ? 1 : 0);
+  sample.columns = length > 1 && lastEmpty == usual ? length - 1 : length;
   sample.quality = static_cast<double>(usual) / static_cast<double>(sample.rows.size()) *
                    static_cast<double>(numbers) / static_cast<double>(usual * sample.columns);
 }
@@ -146,7 +144,7 @@ bool IsHeadingColumn(const Sample& sample, std::size_t column) {
 
 /// A row without anything that could be a value.
 bool IsHeadingRow(const SampleRow& row, std::size_t headingColumns) {
-  const std::size_t from = std::min(headingColumns, row.cells.size());
+  const std::size_t from = row.cells.size() > headingColumns ? headingColumns : 0;
   return std::all_of(
       row.cells.begin() + static_cast<std::ptrdiff_t>(from), row.cells.end(),
       [](CellKind kind) { return kind == CellKind::kEmpty || kind == CellKind::kText; });

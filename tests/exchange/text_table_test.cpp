@@ -236,6 +236,7 @@ TEST(TableProposal, RecognisesHowATableIsWritten) {
       {",2,3\n4,5,6\n", With(',')},
       {",1,5\n4,5,6\n", With(',')},
       {"NA,2\n3,4\n", With(',')},
+      {"5\nx,1,2\ny,3,4\n", With(',', '.', 0, 1)},
       {"1,2\n3,4,5\n6,7,8\n", With(',')},
       {"a,b\nc,d\n", With(',')},
       {"", With(',')},
