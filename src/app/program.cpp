@@ -111,6 +111,11 @@ void Program::EndAfterFault(Fault fault) {
     } catch (const std::bad_alloc&) {
     }
   }
+  try {
+    session_.End();
+  } catch (...) {
+    // What was kept before stays.
+  }
   guard_.Restore();
   // The loops that are under way belong to commands that must not go on: leave without unwinding.
   std::_Exit(EXIT_FAILURE);

@@ -75,11 +75,13 @@ void Judge(bool isTrue, ProofAnswer& answer) {
 
 void ProveSymmetry(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
   watch.Look();
-  Judge(IsSymmetric(question.a) == question.symmetric, answer);
+  Progress unheard;
+  Judge(IsSymmetric(question.a, unheard) == question.symmetric, answer);
 }
 
 void ProveDefiniteness(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
-  if (!IsSymmetric(question.a)) return Judge(false, answer);
+  Progress unheard;
+  if (!IsSymmetric(question.a, unheard)) return Judge(false, answer);
   Inertia inertia;
   if (!InertiaByPivots(question.a, watch, inertia)) {
     inertia = InertiaByPolynomial(question.a, watch);

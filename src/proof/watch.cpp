@@ -10,7 +10,8 @@ Watch::Watch(const ProofLimits& limits)
     : limits_(limits),
       end_(Clock::now() + std::chrono::duration_cast<Clock::duration>(
                               std::chrono::duration<double>(std::clamp(limits.seconds, 0.0, 1e8)))),
-      bytes_(static_cast<double>(limits.bytes != 0 ? limits.bytes : SystemMemory().Available() / 2)) {}
+      bytes_(
+          static_cast<double>(limits.bytes != 0 ? limits.bytes : SystemMemory().Available() / 2)) {}
 
 void Watch::Look() const {
   if (limits_.stop && limits_.stop()) throw CheckStopped();

@@ -285,7 +285,7 @@ TEST(ProofTest, ComparesASolutionByFactorsWithTheMatrixThatTheFactorsStandFor) {
   question.exchanges = factors.exchanges;
   question.system = Rows({{1}, {1}});
   question.computed = {
-      SolveByFactors(question.a, question.b, question.exchanges, question.system).x};
+      SolveByFactors(question.a, question.b, question.exchanges, question.system, unheard).x};
   const ProofAnswer answer = ProveIt(question);
   EXPECT_EQ(answer.outcome, ProofOutcome::kProved);
   EXPECT_GE(answer.results[0].wide.digits, 14);

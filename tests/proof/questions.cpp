@@ -55,7 +55,8 @@ bool ComputeEigen(Dice& dice, ProofQuestion& question) {
     values(t, 1) = run.eigenvalues[t - 1];
     std::vector<double> vector(A.Rows());
     for (double& element : vector) element = dice.Real(-.5, .5);
-    FindEigenvector(A, values(t, 1), static_cast<int>(run.origin[t - 1]), parameters, vector);
+    FindEigenvector(A, values(t, 1), static_cast<int>(run.origin[t - 1]), parameters, vector,
+                    unheard);
     for (int i = 1; i <= A.Rows(); ++i) vectors(i, t) = vector[i - 1];
   }
   question.computed = {values, vectors};
@@ -107,7 +108,7 @@ bool QuestionSource::ComputeSystem(ProofQuestion& question) {
     question.exchanges = dice.Chance(0.8) ? factors.exchanges : Matrix();
     question.system = NextMatrix(n, 1);
     const SystemSolution solution =
-        SolveByFactors(question.a, question.b, question.exchanges, question.system);
+        SolveByFactors(question.a, question.b, question.exchanges, question.system, unheard);
     question.computed = {solution.x};
     return solution.solved;
   }
@@ -131,17 +132,18 @@ bool QuestionSource::Compute(ProofQuestion& question) {
     case ProofTask::kSum:
     case ProofTask::kDifference:
       question.b = NextMatrix(A.Rows(), A.Cols());
-      return keep(task_ == ProofTask::kSum ? Sum(A, question.b) : Difference(A, question.b));
+      return keep(task_ == ProofTask::kSum ? Sum(A, question.b, unheard)
+                                           : Difference(A, question.b, unheard));
     case ProofTask::kProduct:
       question.b = NextMatrix(A.Cols(), dice.Integer(1, largest_));
       return keep(Product(A, question.b, unheard));
     case ProofTask::kTranspose:
-      return keep(Transpose(A));
+      return keep(Transpose(A, unheard));
     case ProofTask::kScaled:
     case ProofTask::kShifted: {
       question.scalar = dice.Chance(0.5) ? dice.Integer(-9, 9) : dice.Real(-1, 1);
       Matrix changed = A;
-      if (task_ == ProofTask::kScaled) ScaleInPlace(changed, question.scalar);
+      if (task_ == ProofTask::kScaled) ScaleInPlace(changed, question.scalar, unheard);
       if (task_ == ProofTask::kShifted) ShiftInPlace(changed, question.scalar);
       return keep(changed);
     }
