@@ -122,7 +122,8 @@ ProofQuestion OfEigen(int n) {
   for (int t = 1; t <= run.count; ++t) {
     values(t, 1) = run.eigenvalues[t - 1];
     std::vector<double> vector(n, .25);
-    FindEigenvector(A, values(t, 1), static_cast<int>(run.origin[t - 1]), parameters, vector);
+    FindEigenvector(A, values(t, 1), static_cast<int>(run.origin[t - 1]), parameters, vector,
+                    unheard);
     for (int i = 1; i <= n; ++i) vectors(i, t) = vector[i - 1];
   }
   return Question(ProofTask::kEigen, A, {values, vectors});
