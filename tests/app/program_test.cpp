@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include "app/application.h"
+#include "support/core_folder.h"
 #include "support/desktop_bench.h"
 
 namespace qmx::test {
@@ -30,7 +31,7 @@ TEST_F(ProgramTest, RefusalsAreCriticalBoxesWithTheProgramsTitle) {
 }
 
 TEST_F(ProgramTest, ItsWindowsAreThoseOfTheDesktopEntry) {
-  QFile entry(QMX_SOURCE_DIR "/packaging/orvane.desktop");
+  QFile entry(QString::fromStdString(SourceFolder() + "/packaging/orvane.desktop"));
   ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
   const QString line = "\nStartupWMClass=" + QCoreApplication::applicationName() + "\n";
   EXPECT_TRUE(QString::fromUtf8(entry.readAll()).contains(line)) << line.toStdString();

@@ -11,13 +11,14 @@
 #include "base/number_text.h"
 #include "commands/lifecycle.h"
 #include "support/core_bench.h"
+#include "support/core_folder.h"
 
 namespace qmx {
 namespace {
 
 /// The 3 x 3 matrix whose numbers the README has typed.
 Matrix NumbersToType() {
-  std::ifstream file(QMX_SOURCE_DIR "/README.md");
+  std::ifstream file(test::SourceFolder() + "/README.md");
   std::string text{std::istreambuf_iterator<char>(file), {}};
   constexpr std::string_view kBefore = "the nine numbers ";
   const std::size_t start = text.find(kBefore);

@@ -5,6 +5,7 @@
 
 #include "commands/file_commands.h"
 #include "support/core_bench.h"
+#include "support/core_folder.h"
 
 namespace qmx {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 class RosserTest : public test::Workbench {
  public:
   RosserTest() {
-    std::ifstream file(QMX_SOURCE_DIR "/examples/rosser.txt", std::ios::binary);
+    std::ifstream file(test::SourceFolder() + "/examples/rosser.txt", std::ios::binary);
     files.files["rosser.txt"] = {std::istreambuf_iterator<char>(file), {}};
     screen.fileNames = {"rosser.txt"};
     RetrieveOperand(context, kSlotA);

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "desktop/file_association.h"
+#include "support/core_folder.h"
 
 namespace qmx {
 namespace {
@@ -44,7 +45,7 @@ class FileAssociation : public testing::Test {
                            << "'\n";
     fs::permissions(program, fs::perms::owner_all);
     for (const char* icon : {"pi_data.svg", "pi_data_48.png"}) {
-      fs::copy_file(fs::path(QMX_SOURCE_DIR) / "resources" / icon, folder / icon);
+      fs::copy_file(fs::path(test::SourceFolder()) / "resources" / icon, folder / icon);
     }
     return folder;
   }
@@ -105,7 +106,7 @@ TEST_F(FileAssociation, ProjectHasItsTypeAndTheTypeItsIcon) {
   ASSERT_EQ(std::system(command.c_str()), 0);
   EXPECT_NE(ReadText(answer).find("application/x-qmx"), std::string::npos) << ReadText(answer);
   const fs::path icons = home_ / "data" / "icons" / "hicolor";
-  const fs::path resources = fs::path(QMX_SOURCE_DIR) / "resources";
+  const fs::path resources = fs::path(test::SourceFolder()) / "resources";
   EXPECT_EQ(ReadText(icons / "scalable/apps/orvane.svg"), ReadText(resources / "pi_data.svg"));
   EXPECT_EQ(ReadText(icons / "48x48/mimetypes/application-x-qmx.png"),
             ReadText(resources / "pi_data_48.png"));

@@ -6,10 +6,12 @@
 #include <iterator>
 #include <map>
 
+#include "support/core_folder.h"
+
 namespace qmx::test {
 namespace {
 
-const std::filesystem::path kFolder = std::filesystem::path(QMX_SOURCE_DIR) / "docs" / "help";
+const std::filesystem::path kFolder = std::filesystem::path(SourceFolder()) / "docs" / "help";
 
 std::string Between(std::string_view text, std::size_t& from, std::string_view open,
                     std::string_view close) {

@@ -6,12 +6,13 @@
 
 #include "bits.h"
 #include "exchange/foreign_file.h"
+#include "support/core_folder.h"
 
 namespace qmx {
 namespace {
 
 std::string SourceFile(const std::string& name) {
-  std::ifstream file(std::string(QMX_SOURCE_DIR) + "/" + name, std::ios::binary);
+  std::ifstream file(test::SourceFolder() + "/" + name, std::ios::binary);
   EXPECT_TRUE(file) << name;
   return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -5,12 +5,13 @@
 #include <string>
 
 #include "support/core_data.h"
+#include "support/core_folder.h"
 
 namespace qmx {
 namespace {
 
 std::string Documentation() {
-  std::ifstream file(std::string(QMX_SOURCE_DIR) + "/docs/file-formats.md", std::ios::binary);
+  std::ifstream file(test::SourceFolder() + "/docs/file-formats.md", std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 

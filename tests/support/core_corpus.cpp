@@ -5,14 +5,15 @@
 #include <fstream>
 #include <iterator>
 
+#include "support/core_folder.h"
+
 namespace qmx::test {
 
 namespace fs = std::filesystem;
 
 std::vector<std::string> Corpus(const std::string& folder) {
   std::vector<fs::path> names;
-  for (const auto& entry :
-       fs::directory_iterator(std::string(QMX_SOURCE_DIR) + "/fuzz/corpus/" + folder))
+  for (const auto& entry : fs::directory_iterator(SourceFolder() + "/fuzz/corpus/" + folder))
     names.push_back(entry.path());
   std::sort(names.begin(), names.end());
   std::vector<std::string> files;

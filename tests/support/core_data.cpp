@@ -5,10 +5,12 @@
 #include <fstream>
 #include <iterator>
 
+#include "support/core_folder.h"
+
 namespace qmx::test {
 
 std::string DataFile(const std::string& name) {
-  std::ifstream file(std::string(QMX_SOURCE_DIR) + "/tests/data/" + name, std::ios::binary);
+  std::ifstream file(SourceFolder() + "/tests/data/" + name, std::ios::binary);
   if (!file) ADD_FAILURE() << "tests/data/" << name << " is missing";
   return {std::istreambuf_iterator<char>(file), {}};
 }

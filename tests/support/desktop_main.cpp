@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 
 #include "app/application.h"
+#include "support/core_folder.h"
 
 // Tests of windows need no display: unless another platform is asked for, a screen of 1366 x 768
 // that nobody sees serves.
@@ -16,8 +17,9 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsSet("QMX_TEST_STATE"))
     qputenv("XDG_STATE_HOME", qgetenv("QMX_TEST_STATE"));
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM",
-            "offscreen:configfile=" QMX_SOURCE_DIR "/tests/support/small_screen.json");
+    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + qmx::test::SourceFolder() +
+                                "/tests/support/small_screen.json")
+                                   .c_str());
   }
   const qmx::Application application(argv);
   return RUN_ALL_TESTS();

@@ -1,0 +1,7 @@
+#include "support/core_folder.h"
+
+namespace qmx::test {
+
+std::string SourceFolder() { return QMX_SOURCE_DIR; }
+
+}  // namespace qmx::test
