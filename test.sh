@@ -49,12 +49,6 @@ run_windows() {
   bash tests/windows/run.sh
 }
 
-run_benchmarks() {
-  stage "Benchmarks, small"
-  build/release/bench/qmx_bench_tasks --benchmark_min_time=0.001 --benchmark_filter="$small_benchmarks"
-  xvfb-run -a -s '-screen 0 1366x768x24' build/release/bench/qmx_bench_desktop --benchmark_min_time=0.001
-}
-
 case "${1:-}" in
   --windows)
     run_windows
@@ -85,7 +79,8 @@ if [ "${1:-}" = --quick ]; then
 else
   build_preset check
   test_preset check
-  run_benchmarks
+  stage "Benchmarks, small"
+  bash tests/checks/bench.sh build/release
   build_preset asan
   test_preset asan
   build_preset fuzz
