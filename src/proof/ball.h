@@ -51,8 +51,9 @@ class BallMatrix {
   int Cols() const { return static_cast<int>(arb_mat_ncols(value_)); }
   arb_ptr operator()(int row, int col) { return arb_mat_entry(value_, row, col); }
   arb_srcptr operator()(int row, int col) const { return arb_mat_entry(value_, row, col); }
-  arb_ptr Row(int row) { return value_->rows[row]; }
-  arb_srcptr Row(int row) const { return value_->rows[row]; }
+  /// The entries of a row; null where the matrix has none.
+  arb_ptr Row(int row) { return value_->rows == nullptr ? nullptr : value_->rows[row]; }
+  arb_srcptr Row(int row) const { return value_->rows == nullptr ? nullptr : value_->rows[row]; }
   void SwapRows(int one, int two) { arb_mat_swap_rows(value_, nullptr, one, two); }
   BallMatrix Transposed() const;
 
