@@ -16,7 +16,8 @@ class FunctionRef<Result(Arguments...)> {
  public:
   template <typename Callable>
   requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef>)
-      FunctionRef(Callable&& callable) {  // NOLINT(google-explicit-constructor)
+      // A lambda is handed over as it is; the constraint leaves copies alone.
+      FunctionRef(Callable&& callable) {  // NOLINT(bugprone-forwarding-reference-overload)
     using Target = std::remove_reference_t<Callable>;
     if constexpr (std::is_function_v<Target>) {
       object_ = reinterpret_cast<void*>(&callable);

@@ -96,12 +96,14 @@ TEST(MatFile, ReadsTheFilesOfOtherPrograms) {
 
 TEST(MatFile, RefusesWhatIsNoMatrixOfRealNumbers) {
   const std::string bytes = Data("scipy-5.mat");
+  constexpr const char* kTooManyDigits =
+      "Row 1, column 2: the integer 18446744073709551615 has more digits than a number of the "
+      "program can hold.";
   const char* problems[] = {
       "",
       "",
       "",
-      "Row 1, column 2: the integer 18446744073709551615 has more digits than a number of the "
-      "program can hold.",
+      kTooManyDigits,
       "",
       "The variable holds complex numbers; the program has real numbers only.",
       "The variable is of type \"text\" and no matrix of numbers.",
