@@ -140,7 +140,7 @@ void Measure(benchmark::State& state, ProofQuestion (*make)(int)) {
   for (const ResultProof& result : answer.results) state.counters["digits"] = result.wide.digits;
 }
 
-void Register(const char* name, ProofQuestion (*make)(int), std::vector<int> sizes) {
+void Register(const char* name, ProofQuestion (*make)(int), const std::vector<int>& sizes) {
   auto* const bench = benchmark::RegisterBenchmark(name, Measure, make);
   for (const int size : sizes) bench->Arg(size);
   bench->Unit(benchmark::kMillisecond);
