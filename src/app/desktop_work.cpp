@@ -79,7 +79,7 @@ void DesktopWork::Wait() {
   }
   window_.EndProgress();
   QApplication::restoreOverrideCursor();
-  if (closes_) QTimer::singleShot(0, &window_, &QWidget::close);
+  if (closes_) QMetaObject::invokeMethod(&window_, "close", Qt::QueuedConnection);
 }
 
 void DesktopWork::ShowProgress() {

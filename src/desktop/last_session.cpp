@@ -94,7 +94,7 @@ void LastSession::WriteNow() {
   pending_ = false;
   writing_ = true;
   const auto done = [this] {
-    QMetaObject::invokeMethod(this, &LastSession::AfterWriting, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, "AfterWriting", Qt::QueuedConnection);
   };
   worker_.Start([this, compose] { Write(compose); }, done);
 }

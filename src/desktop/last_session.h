@@ -51,7 +51,7 @@ class LastSession : public QObject {
   void DropOldest() const;
   void WriteNow();
   void Write(const Compose& compose);
-  void AfterWriting();
+  Q_INVOKABLE void AfterWriting();
 
   std::string folder_;
   FileStore& files_;

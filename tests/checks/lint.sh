@@ -15,6 +15,6 @@ lint() {
 export -f lint
 
 # The largest first, so that no core waits for the last one.
-sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$build/compile_commands.json" | grep -v "^$PWD/build/" | sort -u |
+sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$build/compile_commands.json" | grep -vE "^$PWD/(build|bench|fuzz)/" | sort -u |
   xargs ls -S | xargs -P "$(nproc)" -n 1 bash -c 'lint "$1"' lint
 echo "The linter has nothing to say."

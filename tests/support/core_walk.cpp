@@ -16,9 +16,10 @@ namespace qmx::test {
 std::string RunnerBench::Saved() const {
   std::string text = ProjectFile(workspace, ReadEigenTexts(screen));
   text += LUFile(workspace.storedFactors);
-  for (const Slot slot : kAllSlots)
+  for (const Slot slot : kAllSlots) {
     text += std::to_string(workspace.At(slot).rows) + "x" +
             std::to_string(workspace.At(slot).cols) + ";";
+  }
   for (const bool flag : {workspace.AIsSymmetric, workspace.StoredFactorsValid})
     text += flag ? "+" : "-";
   return text + std::to_string(workspace.eigen.ShiftIndex);
