@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the linter over all sources that are compiled for this system, tests and benchmarks included.
+# Runs the linter over all sources that are compiled for this system, but for benchmarks and fuzzers.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 cmake --preset lint >/dev/null

@@ -25,10 +25,9 @@ bool FailsNow() { return untilFailure > 0 && --untilFailure == 0; }
 
 }  // namespace
 
-// The C library's own, which ours stand before. NOLINTBEGIN(*-reserved-identifier)
+// The C library's own, which ours stand before.
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
-// NOLINTEND(*-reserved-identifier)
 
 extern "C" void* malloc(std::size_t size) {
   if (!FailsNow()) return __libc_malloc(size);

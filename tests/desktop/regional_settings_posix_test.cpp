@@ -9,10 +9,8 @@
 #include "support/core_screen.h"
 
 /// The C library does not free the search path that it makes of LOCPATH.
-// NOLINTBEGIN(*-reserved-identifier)
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() { return "leak:__argz_add_sep\n"; }
-// NOLINTEND(*-reserved-identifier)
 
 namespace qmx {
 namespace {
