@@ -7,6 +7,21 @@
 namespace qmx {
 namespace {
 
+/// Holds an algorithm to the limits of a check.
+class WatchedProgress : public Progress {
+ public:
+  explicit WatchedProgress(const Watch& watch) : watch_(watch) {}
+  void Report(double) override { watch_.Look(); }
+
+ private:
+  const Watch& watch_;
+};
+
+bool IsSymmetric(const Matrix& A, const Watch& watch) {
+  WatchedProgress progress(watch);
+  return IsSymmetric(A, progress);
+}
+
 /// Numbers of positive, negative and zero eigenvalues of a symmetric matrix.
 struct Inertia {
   int positive = 0;
@@ -75,13 +90,11 @@ void Judge(bool isTrue, ProofAnswer& answer) {
 
 void ProveSymmetry(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
   watch.Look();
-  Progress unheard;
-  Judge(IsSymmetric(question.a, unheard) == question.symmetric, answer);
+  Judge(IsSymmetric(question.a, watch) == question.symmetric, answer);
 }
 
 void ProveDefiniteness(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
-  Progress unheard;
-  if (!IsSymmetric(question.a, unheard)) return Judge(false, answer);
+  if (!IsSymmetric(question.a, watch)) return Judge(false, answer);
   Inertia inertia;
   if (!InertiaByPivots(question.a, watch, inertia)) {
     inertia = InertiaByPolynomial(question.a, watch);

@@ -278,17 +278,9 @@ void ExpectSpectrum(const Matrix& A, std::vector<double> known, const EigenParam
 }
 
 TEST(EigenvaluesTest, Rosser) {
-  const Matrix A = Rows({{611, 196, -192, 407, -8, -52, -49, 29},
-                         {196, 899, 113, -192, -71, -43, -8, -44},
-                         {-192, 113, 899, 196, 61, 49, 8, 52},
-                         {407, -192, 196, 611, 8, 44, 59, -23},
-                         {-8, -71, 61, 8, 411, -599, 208, 208},
-                         {-52, -43, 49, 44, -599, 411, 208, 208},
-                         {-49, -8, 8, 59, 208, 208, 99, -911},
-                         {29, -44, 52, -23, 208, 208, -911, 99}});
   const double a = 10 * std::sqrt(10405.0);
   const double b = 100 * std::sqrt(26.0);
-  ExpectSpectrum(A, {-a, 0, 510 - b, 1000, 1000, 510 + b, 1020, a}, kTight);
+  ExpectSpectrum(testing::RosserMatrix(), {-a, 0, 510 - b, 1000, 1000, 510 + b, 1020, a}, kTight);
 }
 
 /// Eigenvalues of a symmetric tridiagonal matrix with ones beside the diagonal, by bisection on the

@@ -24,17 +24,6 @@ int Digits(const ResultProof& proof, const Matrix& computed, int row, int col) {
   return HeldDigits(CStr(value), kWideDigits, value, proof.At(row, col));
 }
 
-Matrix Rosser() {
-  return Rows({{611, 196, -192, 407, -8, -52, -49, 29},
-               {196, 899, 113, -192, -71, -43, -8, -44},
-               {-192, 113, 899, 196, 61, 49, 8, 52},
-               {407, -192, 196, 611, 8, 44, 59, -23},
-               {-8, -71, 61, 8, 411, -599, 208, 208},
-               {-52, -43, 49, 44, -599, 411, 208, 208},
-               {-49, -8, 8, 59, 208, 208, 99, -911},
-               {29, -44, 52, -23, 208, 208, -911, 99}});
-}
-
 TEST(EigenProofTest, CountsTheDigitsOfRossersEigenvalues) {
   // Exact: 1000 twice, 0, 1020, 510 - 100·sqrt(26), 510 + 100·sqrt(26), and -+10·sqrt(10405).
   const Matrix values = Rows({{1000},
@@ -47,7 +36,7 @@ TEST(EigenProofTest, CountsTheDigitsOfRossersEigenvalues) {
                               {-1020.0490184},
                               {500}});
   const Matrix vectors;
-  const ProofAnswer answer = ProveEigen(Rosser(), values, vectors);
+  const ProofAnswer answer = ProveEigen(testing::RosserMatrix(), values, vectors);
   EXPECT_EQ(answer.outcome, ProofOutcome::kProved);
   const int expected[] = {15, 11, 0, 15, 15, 11, 12, 11, 0};
   for (int t = 1; t <= 9; ++t) {

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/core_exact.h"
+
 namespace qmx::testing {
 namespace {
 
@@ -222,6 +224,17 @@ Matrix IdentityMatrix(int n) {
   Matrix A(n, n);
   for (int i = 1; i <= n; ++i) A(i, i) = 1;
   return A;
+}
+
+Matrix RosserMatrix() {
+  return Rows({{611, 196, -192, 407, -8, -52, -49, 29},
+               {196, 899, 113, -192, -71, -43, -8, -44},
+               {-192, 113, 899, 196, 61, 49, 8, 52},
+               {407, -192, 196, 611, 8, 44, 59, -23},
+               {-8, -71, 61, 8, 411, -599, 208, 208},
+               {-52, -43, 49, 44, -599, 411, 208, 208},
+               {-49, -8, 8, 59, 208, 208, 99, -911},
+               {29, -44, 52, -23, 208, 208, -911, 99}});
 }
 
 }  // namespace qmx::testing

@@ -57,5 +57,7 @@ Matrix IntegerMatrix(Dice& dice, int rows, int cols, int size);
 Matrix RealMatrix(Dice& dice, int rows, int cols);
 Matrix HilbertMatrix(int rows, int cols);
 Matrix IdentityMatrix(int n);
+/// A classic test of eigenvalue routines: two equal eigenvalues, two nearly equal ones, and zero.
+Matrix RosserMatrix();
 
 }  // namespace qmx::testing
