@@ -33,7 +33,9 @@ struct Inertia {
 /// law of inertia). False where they do not, or where that needs more bits.
 bool InertiaByPivots(const Matrix& A, const Watch& watch, Inertia& inertia) {
   const BallMatrix balls(A);
-  const OrderedElimination factors(balls, nullptr, 2 * FirstBits(A.Rows()), watch);
+  const slong bits = 2 * FirstBits(A.Rows());
+  watch.Raise(bits);
+  const OrderedElimination factors(balls, nullptr, bits, watch);
   if (factors.Known() < A.Rows() || factors.FirstZeroPivot() < A.Rows()) return false;
   for (int k = 0; k < A.Rows(); ++k) {
     const bool isPositive = arb_is_positive(factors.Upper(k, k)) != 0;

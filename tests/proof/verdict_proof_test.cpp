@@ -107,6 +107,19 @@ TEST(VerdictProofTest, SeesWhatTheLeadingMinorsDoNot) {
   EXPECT_EQ(Judge(Rows({{1, 2}, {3, 4}}), Definiteness::kIndefinite), VerdictProof::kDisproved);
 }
 
+TEST(VerdictProofTest, SaysSoWhereALimitLeavesItOpen) {
+  ProofQuestion question = testing::Ask(ProofTask::kDefiniteness, testing::IdentityMatrix(9), {});
+  question.definiteness = Definiteness::kPositiveDefinite;
+  ProofLimits limits;
+  EXPECT_EQ(Prove(question, limits).verdict, VerdictProof::kProved);
+  limits.bits = 100;
+  EXPECT_EQ(Prove(question, limits).verdict, VerdictProof::kNotProved);
+  EXPECT_EQ(Prove(question, limits).outcome, ProofOutcome::kCannotBeProved);
+  limits.stop = [] { return true; };
+  EXPECT_EQ(Prove(question, limits).verdict, VerdictProof::kNotProved);
+  EXPECT_EQ(Prove(question, limits).outcome, ProofOutcome::kStopped);
+}
+
 TEST(VerdictProofTest, ChecksSymmetryExactly) {
   Matrix A = Rows({{1, 2}, {2, 5}});
   for (const bool isSymmetric : {true, false}) {
