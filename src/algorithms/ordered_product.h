@@ -60,7 +60,9 @@ inline void MultiplyTiny(const ConstView& A, const ConstView& B, const View& C, 
     double* const c = C.first + i * C.rowStride;
     for (int j = 0; j < C.cols; ++j) {
       double sum = fromZero ? 0.0 : c[j];
-      for (int k = 0; k < A.cols; ++k) sum = sign(sum, a[k * A.colStride] * B(k, j));
+      // The linter cannot see that a matrix with columns has elements.
+      for (int k = 0; k < A.cols; ++k)
+        sum = sign(sum, a[k * A.colStride] * B(k, j));  // NOLINT(clang-analyzer-core.*)
       c[j] = sum;
     }
   }

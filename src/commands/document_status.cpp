@@ -19,16 +19,18 @@ bool HoldsNothing(const Workspace& workspace) { return FlagsOf(workspace) == Res
 DocumentStatus StatusOf(const Workspace& workspace, bool changed) {
   const std::string& current = workspace.currentFileName;
   if (current.empty()) {
-    if (HoldsNothing(workspace) && !changed)
+    if (HoldsNothing(workspace) && !changed) {
       return {
           "To begin, type the rows and columns of matrix A and press Create, or open a project.",
           {}};
+    }
     return {"Not saved yet", "Save asks for the name of the project's file."};
   }
   const std::string saved = NameToBeSaved(workspace);
-  if (saved != current)
+  if (saved != current) {
     return {"Save will write " + BaseName(saved),
             "The file used last is " + current + ". Save writes the project to " + saved + "."};
+  }
   return {BaseName(current) + (changed ? ", changed since it was saved" : ", saved"), current};
 }
 
