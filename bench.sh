@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds the benchmarks and prints the tables of docs/performance.md:
 #   ./bench.sh                            the tasks and files, and what people wait for at the windows
 #   ./bench.sh --small                    the tasks against the plain loops at every size from 1 to 30

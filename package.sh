@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing and makes the Debian package: build/package/orvane_VERSION_ARCHITECTURE.deb
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"

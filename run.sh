@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds Orvane and starts it: ./run.sh [project.qmx]
 # Without a display it runs on a virtual one and leaves a picture of its window in build/orvane.png.
 set -euo pipefail

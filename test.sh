@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Installs what is missing, builds everything and runs every test.
 #   ./test.sh            all of it: the program as people get it and with sanitizers, the linter, the units for Windows,
 #                        benchmarks and fuzzers for a few seconds, the package
@@ -70,9 +71,10 @@ if [ -z "${XDG_RUNTIME_DIR:-}" ]; then
   export XDG_RUNTIME_DIR
 fi
 
-stage "Format and floors"
+stage "Format, floors and licence"
 bash tests/checks/format.sh
 bash tests/checks/floors.sh
+bash tests/checks/licence.sh
 if [ "${1:-}" = --quick ]; then
   build_preset dev
   test_preset dev

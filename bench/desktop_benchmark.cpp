@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What people wait for at the windows: the start of the program, a matrix that opens, a digit that
 // is typed. Needs a display.
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long the windows go without a turn of the event loop while the program computes, and what a
 // short task takes from press to result:
 //   qmx_bench_gaps            all of it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long the files of other programs take. Without options a table of all formats; with a name,
 // the text table that was read is written there, for other programs to read (see
 // exchange_others.sh).

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # How long other programs take for the text table that qmx_bench_exchange reads: bench/exchange_others.sh [build/bench]
 # Measures those that are installed (Debian: python3-numpy, octave, r-base-core), best of three, processor time.
 set -euo pipefail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "sizes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The user's guide, compiled from docs/help into qmx.chm beside the program, and the library that reads it.
 find_path(CHM_INCLUDE_DIR chm_lib.h)
 find_library(CHM_LIBRARY chm)

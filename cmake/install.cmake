@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What is installed where, below any prefix, and the Debian package.
 include(GNUInstallDirs)
 set(program_dir ${CMAKE_INSTALL_LIBEXECDIR}/orvane)

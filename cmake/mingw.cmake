@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Toolchain for the units that belong to Windows: cross-compiled here, run under wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Everything our own targets are compiled with. Contraction is off because a fused multiply-add rounds once where the
 # textbook loop rounds twice: the same input must give the same bits on every machine.
 add_library(qmx_options INTERFACE)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "foreign_reading.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The entry of a coverage-guided fuzzer for one reader: QMX_FUZZ_READER is the routine it tries.
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes the package, has it checked, installs it, opens a project from the desktop, and removes it again. Changes the
 # packages of the system, so it runs as root on a machine that may be changed:
 #   packaging/test.sh [package.deb]

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Debian packages that the program needs, by purpose, and how to get them. To be sourced.
 
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev fp-utils libchm-dev librsvg2-bin

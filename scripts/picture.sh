@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Starts a program on a virtual display, takes a picture of the screen once a window is there, and ends it:
 # scripts/picture.sh PICTURE PROGRAM [ARGUMENT...]
 set -euo pipefail

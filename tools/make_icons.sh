@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Draws the stored icons again from resources/pi_data.svg. Needs rsvg-convert and ImageMagick.
 set -eu
 cd "$(dirname "$0")/../resources"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/definiteness.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/gauss_jordan.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/ordered_product.h"
 
 #include <algorithm>

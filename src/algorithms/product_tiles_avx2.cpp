@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/elimination_tiles_inl.h"
 
 namespace qmx {

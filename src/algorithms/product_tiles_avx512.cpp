@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <cstdint>
 
 #include "algorithms/elimination_tiles_inl.h"

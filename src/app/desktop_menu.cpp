@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop_menu.h"
 
 #include <QAction>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of the screen that wait for the user.
 
 #include <QApplication>

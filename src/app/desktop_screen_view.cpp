@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parts of the screen that keep what the windows show and bring it back.
 
 #include <QAbstractButton>

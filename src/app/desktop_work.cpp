@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/desktop_work.h"
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/panel_kit.h"
 
 #include <array>

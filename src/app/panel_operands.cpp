@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The panels of what goes into the tasks: A, B, the system of equations, the special matrix.
 
 #include <QGridLayout>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The panel of the tasks.
 
 #include <QFrame>

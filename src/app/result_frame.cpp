@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/result_frame.h"
 
 #include <QEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/element_storage.h"
 
 #include <atomic>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/block_text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/command_runner.h"
 
 #include <new>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/file_apply.h"
 
 #include <utility>

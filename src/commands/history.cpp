@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/history.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/print_commands.h"
 
 #include "commands/parameters.h"

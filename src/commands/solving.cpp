@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/linear_system.h"
 #include "base/number_text.h"
 #include "commands/dispatcher.h"

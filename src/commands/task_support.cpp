@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/task_support.h"
 
 #include <algorithm>

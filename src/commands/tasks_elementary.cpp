@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/determinant.h"
 #include "algorithms/elementary.h"
 #include "algorithms/inverse.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/definiteness.h"
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"

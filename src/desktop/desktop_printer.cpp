@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/desktop_printer.h"
 
 #include <QBuffer>

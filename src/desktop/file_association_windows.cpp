@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <shlobj.h>
 #include <windows.h>
 

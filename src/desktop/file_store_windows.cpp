@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #define _CRT_RAND_S
 #include <windows.h>
 

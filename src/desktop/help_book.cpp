@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/help_book.h"
 
 #include <chm_lib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/help_window.h"
 
 #include <QAction>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/home_folder.h"
 
 namespace qmx {

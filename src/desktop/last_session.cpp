@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/last_session.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/random_source.h"
 
 namespace qmx {

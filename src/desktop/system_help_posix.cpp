@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/system_help.h"
 
 namespace qmx {

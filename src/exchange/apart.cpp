@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/apart.h"
 
 #include <fcntl.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/copy_forms.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/element_kind.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/exact_text.h"
 
 #include <algorithm>

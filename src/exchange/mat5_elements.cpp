@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/mat5_elements.h"
 
 #include <zlib.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/mat_file.h"
 
 #include <matio.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/memory_file.h"
 
 #include <fcntl.h>

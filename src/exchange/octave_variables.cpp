@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/octave_variables.h"
 
 #include <algorithm>

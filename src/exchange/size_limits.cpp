@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/size_limits.h"
 
 #include <limits>

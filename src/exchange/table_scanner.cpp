@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/table_scanner.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/word_reader.h"
 
 #include <algorithm>

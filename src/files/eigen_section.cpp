@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/eigen_section.h"
 
 #include <algorithm>

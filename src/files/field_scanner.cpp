@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/field_scanner.h"
 
 #include <algorithm>

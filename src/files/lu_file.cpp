@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/lu_file.h"
 
 #include "base/number_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/matrix_file.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/system_file.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/editor_window.h"
 
 #include <QApplication>

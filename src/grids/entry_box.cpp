@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/entry_box.h"
 
 #include <QAction>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/go_to_dialog.h"
 
 #include <QDialogButtonBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/grid_model.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/grid_window.h"
 
 #include <QCloseEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the windows of all matrices do with chosen cells: the grid's menu, copying, going to a cell.
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/matrix_grid.h"
 
 #include <QHeaderView>

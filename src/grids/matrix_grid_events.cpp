@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the grid does with paint requests, keys and clicks.
 
 #include <QKeyEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Selecting a block of cells in the grid by keys, clicks and assistive technology.
 
 #include <QAccessible>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/one_line.h"
 
 #include <QToolTip>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/results_window.h"
 
 #include <QApplication>

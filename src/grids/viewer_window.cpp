@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/viewer_window.h"
 
 namespace qmx {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "grids/written_blocks.h"
 
 #include <algorithm>

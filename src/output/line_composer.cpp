@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/line_composer.h"
 
 #include <utility>

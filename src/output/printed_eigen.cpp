@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/printed_eigen.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/reports.h"
 
 #include "base/number_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/ball.h"
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/families.h"
 #include "proof/ledger.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/elimination_passes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/ledger.h"
 
 #include <algorithm>

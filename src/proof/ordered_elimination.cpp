@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/ordered_elimination.h"
 
 namespace qmx {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/pivoted_elimination.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/real_roots.h"
 
 #include <arb_poly.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/residues.h"
 
 #include <flint/nmod_mat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/shapes.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/elementary.h"
 #include "proof/elimination_passes.h"
 #include "proof/families.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/watch.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "workspace/availability.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "workspace/staleness.h"
 
 #include <array>

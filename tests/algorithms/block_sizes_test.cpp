@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/block_sizes.h"
 
 #include <gtest/gtest.h>

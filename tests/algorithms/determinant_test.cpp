@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/determinant.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/eigenvalues.h"
 
 #include <gtest/gtest.h>

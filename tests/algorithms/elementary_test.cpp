@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/elementary.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/elimination_steps.h"
 
 #include <gtest/gtest.h>

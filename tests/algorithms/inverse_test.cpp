@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/inverse.h"
 
 #include <gtest/gtest.h>

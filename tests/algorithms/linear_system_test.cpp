@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/linear_system.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/lu.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #if defined(__linux__)
 #include <malloc.h>
 #endif

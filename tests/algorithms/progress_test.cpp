@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/progress.h"
 
 #include <gtest/gtest.h>

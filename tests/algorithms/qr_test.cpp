@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/qr.h"
 
 #include <gtest/gtest.h>

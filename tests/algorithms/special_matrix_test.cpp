@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "algorithms/special_matrix.h"
 
 #include <gtest/gtest.h>

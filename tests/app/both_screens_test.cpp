@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One script of commands against the recording doubles and against the real windows.
 
 #include <QLabel>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog for files, worked by keys and clicks in folders of the operating system.
 
 #include "app/file_dialog.h"

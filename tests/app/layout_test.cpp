@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the main window is laid out.
 
 #include <QAbstractButton>

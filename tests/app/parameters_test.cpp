@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fields and options of the main window, worked by mouse and keyboard.
 
 #include <QClipboard>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program as a whole: message boxes, drops, faults, the end.
 
 #include "app/program.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/fault.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs every benchmark with its smallest matrices, which tells nothing of speed but that the benchmarks still run:
 # bench.sh BUILD
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails where a file includes something from a higher floor of the house, or Qt below the line that it may not cross.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../../src"

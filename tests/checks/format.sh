@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Fails, with the differences, where a source file is not laid out as .clang-format says.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs every fuzzer for some seconds, beginning with its corpus: fuzz.sh [SECONDS]. Fails where one of them finds something,
 # which is then in the build folder. What else they come upon is forgotten.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs the linter over all sources that are compiled for this system, but for benchmarks and fuzzers.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."

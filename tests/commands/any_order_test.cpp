@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Commands in orders that nobody plans: whatever was done before, the main window must fit what the
 // Workspace holds.
 

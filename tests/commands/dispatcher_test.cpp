@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/dispatcher.h"
 
 #include <set>

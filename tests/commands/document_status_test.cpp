@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/document_status.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The first walk of the README comes out as it says there.
 
 #include <gtest/gtest.h>

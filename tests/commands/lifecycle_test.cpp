@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/lifecycle.h"
 
 #include "commands/grid_commands.h"

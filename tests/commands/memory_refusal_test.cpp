@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/grid_commands.h"
 #include "commands/lifecycle.h"
 #include "support/core_bench.h"

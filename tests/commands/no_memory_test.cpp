@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every command with every one of its allocations failing.
 
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/parameters.h"
 
 #include "support/core_bench.h"

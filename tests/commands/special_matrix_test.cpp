@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/parameters.h"
 #include "files/project_file.h"
 #include "support/core_bench.h"

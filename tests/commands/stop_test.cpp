@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every task stopped at every place where it tells how far it is.
 
 #include "commands/dispatcher.h"

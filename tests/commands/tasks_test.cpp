@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "commands/tasks.h"
 
 #include "commands/lifecycle.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/about_window.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/accessible_node.h"
 
 // The functions that ask for an interface are marked as old, but the ones that are to replace them

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/decimal_guard.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file commands on files of the operating system.
 
 #include <gtest/gtest.h>

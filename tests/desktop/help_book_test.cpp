@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/help_book.h"
 
 #include <gtest/gtest.h>

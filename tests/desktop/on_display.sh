@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Runs a program on a display and a session bus of its own: on_display.sh PROGRAM [ARGUMENT...]
 set -eu
 XDG_RUNTIME_DIR=$(mktemp -d)

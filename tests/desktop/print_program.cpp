@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Prints the lines of its standard input through the desktop's printer and ends with 0, or with 82
 // after a printer error. Its arguments: the font, or "-" for the printer's own; the file that the
 // user names when asked for one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "desktop/printing_tools.h"
 
 #include <fcntl.h>

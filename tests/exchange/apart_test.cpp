@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/apart.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Gives the stored corpus of the fuzzers, and many mutations of it, to the readers of foreign
 // formats.
 

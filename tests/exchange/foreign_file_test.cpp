@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/foreign_file.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/matrix_market.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/octave_text.h"
 
 #include <gtest/gtest.h>

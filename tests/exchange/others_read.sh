@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Lets other programs read the files in examples/ and compare them, bit for bit, with the Hilbert matrix; by hand, with
 # those that are installed (Debian: python3-numpy, python3-scipy, octave, r-base-core).
 set -uo pipefail

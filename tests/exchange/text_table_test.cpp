@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "exchange/text_table.h"
 
 #include <gtest/gtest.h>

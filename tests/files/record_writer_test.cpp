@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "files/record_writer.h"
 
 #include <gtest/gtest.h>

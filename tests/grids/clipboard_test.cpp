@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copying from and pasting into the windows of matrices.
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Editors, worked by mouse and keyboard.
 
 #include <QScrollBar>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Going to a cell by its numbers.
 
 #include <QLabel>

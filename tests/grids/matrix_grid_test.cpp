@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The grid control by itself: contents, shape, keys, what is in sight.
 
 #include "grids/matrix_grid.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The results list.
 
 #include "grids/results_window.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Selecting a block of cells, in the grid by itself.
 
 #include <gtest/gtest.h>

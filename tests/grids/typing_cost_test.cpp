@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A typed digit costs the same in a large matrix and in a small one.
 
 #include <QAccessible>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Viewers of results, and the Show buttons.
 
 #include <QTest>

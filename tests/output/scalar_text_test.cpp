@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "output/scalar_text.h"
 
 #include <gtest/gtest.h>

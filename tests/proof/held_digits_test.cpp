@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/held_digits.h"
 
 #include <gtest/gtest.h>

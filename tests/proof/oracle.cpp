@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/oracle.h"
 
 #include <arb_fmpz_poly.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/proof.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/questions.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/rational.h"
 
 #include <flint/fmpz.h>

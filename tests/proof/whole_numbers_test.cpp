@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "proof/whole_numbers.h"
 
 #include <gtest/gtest.h>

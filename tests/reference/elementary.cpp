@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "reference/reference.h"
 
 namespace qmx::reference {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_bench.h"
 
 #include "base/fault.h"

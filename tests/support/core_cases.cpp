@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_cases.h"
 
 #include <algorithm>

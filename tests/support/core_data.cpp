@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_data.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_memory.h"
 
 #include <sys/wait.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_samples.h"
 
 #include <array>

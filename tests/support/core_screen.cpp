@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/core_screen.h"
 
 #include "base/number_text.h"

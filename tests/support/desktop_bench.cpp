@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "support/desktop_bench.h"
 
 #include <QtTest/qtestspontaneevent.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Cross-compiles the units for Windows and runs their tests under wine, without a display.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "workspace/reset.h"
 
 #include "commands/dispatcher.h"

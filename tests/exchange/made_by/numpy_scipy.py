@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Writes the files of NumPy and SciPy in tests/data/exchange: python3 numpy_scipy.py <folder>"""
 
 import os

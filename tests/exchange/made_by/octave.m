@@ -1,3 +1,4 @@
+% SPDX-License-Identifier: MIT
 % Writes the files of GNU Octave in tests/data/exchange: octave-cli octave.m <folder>
 cd(argv(){1});
 A = [1, -0.5, 1/3, 1e20; 0.1+0.2, -0, 5e-324, 123456789; 1.7976931348623157e308, 2.2250738585072014e-308, -1e-20, 3];

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Writes the files of R in tests/data/exchange: Rscript r.R <folder>
 setwd(commandArgs(trailingOnly = TRUE)[1])
 m <- matrix(c(0.1, -2.5, 4e-20, 5, 6e100, 1e-7), 2)
