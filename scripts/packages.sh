@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
 # Debian packages that the program needs, by purpose, and how to get them. To be sourced.
 
-build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev fp-utils libchm-dev librsvg2-bin
-  libmatio-dev zlib1g-dev libflint-dev libflint-arb-dev"
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev fp-utils libchm-dev
+  librsvg2-bin libmatio-dev zlib1g-dev libflint-dev libflint-arb-dev"
 run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-utils xdg-utils"
 display_packages="xvfb xauth x11-utils imagemagick"
 test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cups-client dbus dbus-x11 at-spi2-core

@@ -16,6 +16,8 @@
 namespace qmx {
 namespace {
 
+constexpr int kNarrowestGrid = 300;
+
 const QWidget* FrameAround(const QWidget& control) {
   const QWidget* frame = control.parentWidget();
   while (frame != nullptr && qobject_cast<const QGroupBox*>(frame) == nullptr) {
@@ -141,8 +143,11 @@ void DesktopScreen::SetWide(Slot slot, bool wide) {
 
 void DesktopScreen::PlaceIfNew(QWidget& window) {
   if (window.testAttribute(Qt::WA_Moved)) return;
-  PlaceBeside(main_.frameGeometry(), main_.TaskArea(), ShownWindows(), window);
-  if (auto* grid = qobject_cast<GridWindow*>(&window)) grid->AcceptSize();
+  auto* grid = qobject_cast<GridWindow*>(&window);
+  // A grid can be scrolled; a report is read line by line.
+  const int narrowest = grid != nullptr ? kNarrowestGrid : window.width();
+  PlaceBeside(main_.frameGeometry(), main_.TaskArea(), ShownWindows(), window, narrowest);
+  if (grid != nullptr) grid->AcceptSize();
 }
 
 void DesktopScreen::ShowWindow(Slot slot) {

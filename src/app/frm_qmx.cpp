@@ -12,7 +12,9 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QStyle>
 #include <QUrl>
+#include <algorithm>
 
 #include "app/panels.h"
 #include "grids/qt_text.h"
@@ -25,7 +27,8 @@ namespace {
 constexpr int kProgressSteps = 100;
 constexpr int kReadable = 3000;  // Milliseconds.
 constexpr int kSlack = 2;        // Lest rounding bring up scroll bars.
-constexpr int kTitleBar = 30;    // What the desktop adds to the window's height, about.
+constexpr double kShareOfScreen = 0.6;
+constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
 
 struct MenuEntry {
   const char* name;  ///< Null for a line between entries.
@@ -61,9 +64,17 @@ frmQMX::frmQMX() {
 }
 
 void frmQMX::ResizeToPanels() {
+  const QSize available = screen()->availableSize() - QSize(0, kTitleBar);
+  const QSize least = panels_->minimumSizeHint();
   const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height();
-  const QSize wanted = panels_->sizeHint() + QSize(kSlack, bars + kSlack);
-  resize(wanted.boundedTo(screen()->availableSize() - QSize(0, kTitleBar)));
+  QSize wanted = QSize(0, bars + kSlack) + least;
+  // As wide as all captions want it, but for what the windows of the matrices need.
+  const int share = static_cast<int>(available.width() * kShareOfScreen) - kSlack;
+  wanted.setWidth(std::clamp(share, least.width(), panels_->sizeHint().width()) + kSlack);
+  // A scroll bar must not lead to another one.
+  if (wanted.height() > available.height())
+    wanted.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  resize(wanted.boundedTo(available));
 }
 
 void frmQMX::BuildPanels() {
@@ -73,8 +84,8 @@ void frmQMX::BuildPanels() {
   area->setFocusPolicy(Qt::NoFocus);
   panels_ = new QWidget(area);
   auto* columns = new QHBoxLayout(panels_);
-  columns->setContentsMargins(6, 4, 6, 4);
-  columns->setSpacing(6);
+  columns->setContentsMargins(4, 4, 4, 2);
+  columns->setSpacing(4);
   auto* operands = new QVBoxLayout;
   operands->setSpacing(4);
   columns->addLayout(operands);

@@ -16,11 +16,14 @@ QWidget* BuildOperandPanel(Slot operand, QWidget* parent) {
   QHBoxLayout* making = AddRow(rows);
   AddField(making, info.rows, frame);
   AddField(making, info.cols, frame);
-  AddButton(making, isA ? cmdCreateA : cmdCreateB, "Create", frame);
-  AddButton(making, isA ? cmdRetrieveA : cmdRetrieveB, "Retrieve", frame);
-  QHBoxLayout* usingIt = AddRow(rows);
-  AddButton(usingIt, isA ? cmdClearA : cmdClearB, "Clear", frame);
-  AddButton(usingIt, isA ? cmdResetA : cmdResetB, "Reset", frame);
+  making->addWidget(MakeButton(isA ? cmdCreateA : cmdCreateB, "Create", frame), 1);
+  ButtonRow* usingIt = AddButtonRow(rows);
+  const auto add = [&](const Control& control, const char* caption, const char* icon) {
+    usingIt->Add(MakeIconButton(control, caption, icon, frame));
+  };
+  add(isA ? cmdRetrieveA : cmdRetrieveB, "Retrieve", "retrieve");
+  add(isA ? cmdClearA : cmdClearB, "Clear", "clear");
+  add(isA ? cmdResetA : cmdResetB, "Reset", "reset");
   AddSlotButtons(usingIt, operand, frame);
   return frame;
 }
@@ -34,20 +37,27 @@ QWidget* BuildSystemPanel(QWidget* parent) {
   QVBoxLayout* rows = MakeRows(frame);
   for (int method = 0; method < kSystemKinds; ++method)
     rows->addWidget(MakeOption(OptSystem(method), frame));
-  QHBoxLayout* sizes = AddRow(rows);
-  AddField(sizes, txtEquations, frame, {"lblNumEquations"});
-  AddField(sizes, txtUnknowns, frame, {"lblNumUnknowns"});
-  QHBoxLayout* making = AddRow(rows);
-  AddButton(making, cmdCreateSystem, "Create", frame);
-  AddButton(making, cmdRetrieveSystem, "Retrieve", frame);
-  AddButton(making, cmdClearSystem, "Clear", frame);
-  AddButton(making, cmdResetSystem, "Reset", frame);
-  AddButton(making, cmdSolve, "Solve", frame);
-  QHBoxLayout* usingIt = AddRow(rows);
+  Field* equations = MakeField(txtEquations, frame);
+  Field* unknowns = MakeField(txtUnknowns, frame);
+  auto* sizes = new QGridLayout;
+  sizes->setSpacing(4);
+  sizes->setColumnStretch(2, 1);
+  rows->addLayout(sizes);
+  sizes->addWidget(MakeCaption(equations, txtEquations, {"lblNumEquations"}, frame), 0, 0);
+  sizes->addWidget(equations, 0, 1);
+  sizes->addWidget(MakeButton(cmdCreateSystem, "Create", frame), 0, 2);
+  sizes->addWidget(MakeCaption(unknowns, txtUnknowns, {"lblNumUnknowns"}, frame), 1, 0);
+  sizes->addWidget(unknowns, 1, 1);
+  sizes->addWidget(MakeButton(cmdSolve, "Solve", frame), 1, 2);
+  ButtonRow* usingIt = AddButtonRow(rows);
+  usingIt->Add(MakeIconButton(cmdRetrieveSystem, "Retrieve", "retrieve", frame));
+  usingIt->Add(MakeIconButton(cmdClearSystem, "Clear", "clear", frame));
+  usingIt->Add(MakeIconButton(cmdResetSystem, "Reset", "reset", frame));
   AddSlotButtons(usingIt, kSlotSystem, frame);
-  QHBoxLayout* factors = AddRow(rows);
-  AddButton(factors, cmdRetrieveLU, "Retrieve LU factors", frame);
-  AddButton(factors, cmdSaveLU, "Save LU factors", frame, "Saves LU factors in a separate file");
+  ButtonRow* factors = AddButtonRow(rows);
+  factors->Add(MakeButton(cmdRetrieveLU, "Retrieve LU factors", frame));
+  factors->Add(
+      MakeButton(cmdSaveLU, "Save LU factors", frame, "Saves LU factors in a separate file"));
   return frame;
 }
 
@@ -74,8 +84,7 @@ QWidget* BuildSpecialMatrixPanel(QWidget* parent) {
   AddField(sizes, txtRowsCreated, frame);
   AddField(sizes, txtColsCreated, frame);
   rows->addWidget(MakeTaskButton(kTaskSpecialMatrix, frame));
-  QHBoxLayout* usingIt = AddRow(rows);
-  AddSlotButtons(usingIt, kSlotCreated, frame);
+  AddSlotButtons(AddButtonRow(rows), kSlotCreated, frame);
   return frame;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The panel of the results.
 
+#include <QGridLayout>
 #include <array>
 
 #include "app/panel_kit.h"
@@ -12,7 +13,8 @@
 namespace qmx {
 namespace {
 
-constexpr int kGroupGap = 6;
+constexpr int kRowGap = 2;
+constexpr int kGroupGap = 3;
 
 constexpr auto kNone = static_cast<Slot>(-1);
 
@@ -25,11 +27,15 @@ constexpr std::array<std::array<Slot, 4>, 5> kGroups{{
     {kSlotEigenvalues, kSlotEigenvectors, kSlotSolution, kNone},
 }};
 
-void AddResult(QBoxLayout* row, Slot slot, QWidget* parent) {
-  auto* title = new QLabel(ToQString(InfoOf(slot).title), parent);
-  title->setTextFormat(Qt::PlainText);
-  row->addWidget(title, 1);
-  row->addWidget(new ResultFrame(slot, title, parent));
+/// The frame of a result takes the whole row; its title stands over it, where the frame leaves
+/// room.
+void AddResult(QVBoxLayout* rows, Slot slot, QWidget* parent) {
+  auto* title = new ResultTitle(ToQString(InfoOf(slot).title), parent);
+  auto* row = new QGridLayout;
+  rows->addLayout(row);
+  row->addWidget(new ResultFrame(slot, title, parent), 0, 0);
+  row->addWidget(title, 0, 0, Qt::AlignLeft | Qt::AlignTop);
+  title->raise();
 }
 
 }  // namespace
@@ -37,15 +43,16 @@ void AddResult(QBoxLayout* row, Slot slot, QWidget* parent) {
 QWidget* BuildResultsPanel(QWidget* parent) {
   QGroupBox* frame = MakeFrame({"fraResults"}, "Result matrices", parent);
   QVBoxLayout* rows = MakeRows(frame);
+  rows->setSpacing(kRowGap);
   for (const auto& group : kGroups) {
     for (const Slot slot : group) {
-      if (slot != kNone) AddResult(AddRow(rows), slot, frame);
+      if (slot != kNone) AddResult(rows, slot, frame);
     }
     rows->addSpacing(kGroupGap);
   }
   rows->addStretch(1);
-  AddButton(AddRow(rows), cmdShowResults, "Show Results", frame,
-            "Shows the reports of the tasks and of solving");
+  rows->addWidget(MakeButton(cmdShowResults, "Show Results", frame,
+                             "Shows the reports of the tasks and of solving"));
   return frame;
 }
 

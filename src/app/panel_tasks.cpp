@@ -40,21 +40,27 @@ constexpr std::array<ScalarTask, 4> kScalarTasks{{
     {kTaskSymmetry, {"lblSymmetryIs"}, ":", "A is symmetric", kResultSymmetry},
 }};
 
+/// Where a scalar is shown: below its button, so that all of its digits find room. Labels beside
+/// the value go into the columns before the mark.
+void AddScalarTask(QGridLayout* table, int row, const ScalarTask& entry, QWidget* parent) {
+  QLabel* value = MakeResultLabel(InfoOf(entry.result).label, entry.meaning, parent);
+  value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  // A long number must not make the window wider.
+  value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  table->addWidget(MakeTaskButton(entry.task, parent), row, 0, 1, 4);
+  table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row + 1, 0);
+  table->addWidget(value, row + 1, 1);
+  table->addWidget(MakeStaleMark(InfoOf(entry.result).stale, parent), row + 1, 3);
+}
+
 void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
   auto* table = new QGridLayout;
-  table->setSpacing(4);
-  table->setColumnStretch(2, 1);
+  table->setHorizontalSpacing(4);
+  table->setVerticalSpacing(1);
+  table->setColumnStretch(1, 1);
   rows->addLayout(table);
-  int row = 0;
-  for (const ScalarTask& entry : kScalarTasks) {
-    QLabel* value = MakeResultLabel(InfoOf(entry.result).label, entry.meaning, parent);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    table->addWidget(MakeTaskButton(entry.task, parent), row, 0);
-    table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row, 1);
-    table->addWidget(value, row, 2);
-    table->addWidget(MakeStaleMark(InfoOf(entry.result).stale, parent), row, 3);
-    ++row;
-  }
+  for (const ScalarTask& entry : kScalarTasks)
+    AddScalarTask(table, table->rowCount(), entry, parent);
 }
 
 /// A task that changes A by a number, in a frame with the number's field.
@@ -66,15 +72,17 @@ QWidget* BuildScalarChange(const Control& frameName, const QString& title, const
   Field* edit = MakeField(field, frame);
   row->addWidget(MakeCaption(edit, field, label, frame));
   row->addWidget(edit, 1);
-  rows->addWidget(MakeTaskButton(task, frame));
+  row->addWidget(MakeTaskButton(task, frame));
   return frame;
 }
 
 QWidget* BuildPivotFrame(QWidget* parent) {
   QGroupBox* frame = MakeFrame({"fraPivot"}, "Partial pivoting", parent);
   QHBoxLayout* row = AddRow(MakeRows(frame));
-  row->addWidget(MakeLabel({"lblPivot"}, "Allow pivoting for LU factors?", frame));
-  row->addStretch(1);
+  QLabel* question = MakeLabel({"lblPivot"}, "Allow pivoting for LU factors?", frame);
+  question->setWordWrap(true);
+  question->setMinimumHeight(2 * question->fontMetrics().lineSpacing());
+  row->addWidget(question, 1);
   for (int option = 0; option <= kPivotNo; ++option)
     row->addWidget(MakeOption(OptPivot(option), frame));
   return frame;
@@ -108,11 +116,10 @@ QWidget* BuildTaskPanel(QWidget* parent) {
   AddTasks(AddRow(rows), {kTaskInverse, kTaskTranspose}, frame);
   AddTasks(AddRow(rows), {kTaskAdjoint, kTaskAdjointByInverse}, frame);
   AddLine(rows, frame);
-  QHBoxLayout* changes = AddRow(rows);
-  changes->addWidget(BuildScalarChange({"fraScalar"}, "For scalar multiplication", {"lblScalar"},
-                                       txtScalar, kTaskScale, frame));
-  changes->addWidget(BuildScalarChange({"fraShift"}, "For scalar shift", {"lblShift"}, txtShift,
-                                       kTaskShift, frame));
+  rows->addWidget(BuildScalarChange({"fraScalar"}, "For scalar multiplication", {"lblScalar"},
+                                    txtScalar, kTaskScale, frame));
+  rows->addWidget(BuildScalarChange({"fraShift"}, "For scalar shift", {"lblShift"}, txtShift,
+                                    kTaskShift, frame));
   AddLine(rows, frame);
   AddTasks(AddRow(rows), {kTaskLU, kTaskQR}, frame);
   rows->addWidget(BuildPivotFrame(frame));

@@ -8,8 +8,22 @@
 
 namespace qmx {
 
-/// The frame of a result: its dimensions and buttons. It stands beside the result's title, which is
-/// muted while the frame is hidden, and keeps its place then.
+/// The name of a result. While there is no such result it is muted, but can still be read.
+class ResultTitle final : public QLabel {
+  Q_OBJECT
+
+ public:
+  ResultTitle(const QString& text, QWidget* parent);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void Mute();
+};
+
+/// The frame of a result: its dimensions and buttons. It leaves room in its upper left corner for
+/// the result's title, which is muted while the frame is hidden, and keeps its place then.
 class ResultFrame final : public QFrame {
   Q_OBJECT
 

@@ -4,8 +4,13 @@
 #include <QCheckBox>
 #include <QDragEnterEvent>
 #include <QFocusEvent>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QRadioButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+#include <QToolTip>
+#include <algorithm>
 
 #include "grids/one_line.h"
 #include "grids/qt_text.h"
@@ -33,11 +38,50 @@ CommandButton::CommandButton(const Control& control, const QString& caption, QWi
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-QSize CommandButton::sizeHint() const {
+void CommandButton::ShowCaption(bool shows) {
+  if (showsCaption_ == shows) return;
+  showsCaption_ = shows;
+  update();
+}
+
+QSize CommandButton::CaptionSize() const {
   constexpr int kAcross = 12;
   constexpr int kDown = 9;
   const QFontMetrics metrics = fontMetrics();
-  return {metrics.size(Qt::TextShowMnemonic, text()).width() + kAcross, metrics.height() + kDown};
+  const int width = metrics.size(Qt::TextShowMnemonic, text()).width() + kAcross;
+  const int height = metrics.height() + kDown;
+  // What shows its icon or its caption is as high either way.
+  return {width, icon().isNull() ? height : std::max(height, SmallestSize().height())};
+}
+
+QSize CommandButton::SmallestSize() const {
+  if (icon().isNull()) return CaptionSize();
+  // Large enough for a finger, in proportion to the font.
+  const int height = fontMetrics().height();
+  return {2 * height, 2 * height};
+}
+
+bool CommandButton::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !ShowsCaption()) {
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), QString(text()).remove('&'),
+                       this);
+    return true;
+  }
+  return QPushButton::event(event);
+}
+
+void CommandButton::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  if (ShowsCaption()) {
+    option.icon = {};
+  } else {
+    option.text.clear();
+    const int side = fontMetrics().height() * 9 / 7;
+    option.iconSize = {side, side};
+  }
+  painter.drawControl(QStyle::CE_PushButton, option);
 }
 
 Field::Field(const FieldInfo& info, QWidget* parent) : QLineEdit(parent) {

@@ -9,14 +9,29 @@
 
 namespace qmx {
 
-/// A button that is no wider than its caption needs.
+/// A button that is no wider than its caption needs. One that has an icon may show that in place of
+/// its caption, which then is its text all the same; where it has no tool tip the caption is shown
+/// in the manner of one.
 class CommandButton : public QPushButton {
   Q_OBJECT
 
  public:
   CommandButton(const Control& control, const QString& caption, QWidget* parent);
-  QSize sizeHint() const override;
+
+  void ShowCaption(bool shows);
+  bool ShowsCaption() const { return showsCaption_ || icon().isNull(); }
+  QSize CaptionSize() const;
+  /// The size with the icon, where there is one.
+  QSize SmallestSize() const;
+  QSize sizeHint() const override { return ShowsCaption() ? CaptionSize() : SmallestSize(); }
   QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  bool showsCaption_ = true;
 };
 
 /// A text field whose whole text is selected when it receives the focus, so that typing replaces

@@ -11,8 +11,7 @@ namespace {
 
 constexpr int kStep = 28;  // About the height of a title bar.
 constexpr int kGap = 6;
-constexpr int kNarrowest = 300;  // What a small screen does not make a window narrower than.
-constexpr int kAmple = 400;      // With so much room beside it the main window is left free.
+constexpr int kAmple = 400;  // With so much room beside it the main window is left free.
 constexpr int kRoomBelow = 4;
 constexpr int kTitle = 30;  // What a window's frame adds to its height,
 constexpr int kEdges = 10;  // and to its width, about.
@@ -64,14 +63,14 @@ std::optional<QPoint> FreePlaceAround(const QRect& mainFrame, const std::vector<
 }  // namespace
 
 void PlaceBeside(const QRect& mainFrame, const QRect& taskArea, const std::vector<QWidget*>& others,
-                 QWidget& window) {
+                 QWidget& window, int narrowest) {
   if (const auto place = FreePlaceAround(mainFrame, others, window)) return window.move(*place);
   const QRect screen = window.screen()->availableGeometry();
   const int beside = mainFrame.right() + kGap;
   const int free = taskArea.right() + kGap;
   const bool isAmple = screen.right() - kGap - beside >= kAmple;
   const int room = screen.right() - kEdges - (isAmple ? beside : free);
-  const int width = std::min(window.width(), std::max(room, kNarrowest));
+  const int width = std::min(window.width(), std::max(room, narrowest));
   if (width < window.width()) {
     const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     window.resize(width, window.height() + bar);

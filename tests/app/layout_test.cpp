@@ -4,6 +4,8 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QGroupBox>
+#include <QHelpEvent>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -11,8 +13,12 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
+#include <cmath>
 #include <set>
 
+#include "app/result_frame.h"
+#include "app/widgets.h"
 #include "commands/task_table.h"
 #include "support/desktop_bench.h"
 #include "workspace/field_table.h"
@@ -105,10 +111,15 @@ TEST_F(Layout, CaptionsOfFramesAndTasksAreTheirOwn) {
   EXPECT_EQ(Main().windowTitle(), "Orvane");
 }
 
+const QScrollArea& Area(Desktop& desktop) {
+  return *qobject_cast<QScrollArea*>(desktop.Main().centralWidget());
+}
+
 TEST_F(Layout, FitsASmallScreenWithoutScrolling) {
   ShowAllFrames(*this);
   ASSERT_EQ(Main().screen()->size(), QSize(1366, 768));
-  EXPECT_LE(Main().width(), 1366);
+  // Three fifths of the screen; the rest is for the windows of the matrices.
+  EXPECT_LE(Main().width(), 820);
   // A title bar and the desktop's panel take the rest.
   EXPECT_LE(Main().height(), 768 - 40 - 28);
   const auto* area = qobject_cast<QScrollArea*>(Main().centralWidget());
@@ -116,19 +127,182 @@ TEST_F(Layout, FitsASmallScreenWithoutScrolling) {
   EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
 }
 
-TEST_F(Layout, NothingIsClipped) {
-  ShowAllFrames(*this);
+/// Every text and icon has the room that it asks for.
+void ExpectNothingClipped(Desktop& desktop) {
   int seen = 0;
-  for (const QWidget* widget : Main().findChildren<QWidget*>()) {
+  for (const QWidget* widget : desktop.Main().findChildren<QWidget*>()) {
+    const auto* label = qobject_cast<const QLabel*>(widget);
     const bool hasText = qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-                         qobject_cast<const QLabel*>(widget) != nullptr ||
-                         qobject_cast<const QLineEdit*>(widget) != nullptr;
+                         label != nullptr || qobject_cast<const QLineEdit*>(widget) != nullptr;
     if (!hasText || !widget->isVisible() || widget->objectName().startsWith("qt_")) continue;
     ++seen;
-    EXPECT_GE(widget->width(), widget->sizeHint().width()) << widget->objectName().toStdString();
-    EXPECT_GE(widget->height(), widget->sizeHint().height()) << widget->objectName().toStdString();
+    const int width = widget->width();
+    const bool wraps = label != nullptr && label->wordWrap();
+    EXPECT_GE(width, wraps ? 1 : widget->sizeHint().width()) << widget->objectName().toStdString();
+    const int height = wraps ? label->heightForWidth(width) : widget->sizeHint().height();
+    EXPECT_GE(widget->height(), height) << widget->objectName().toStdString();
   }
   EXPECT_GT(seen, 150);
+}
+
+TEST_F(Layout, NothingIsClipped) {
+  ShowAllFrames(*this);
+  ExpectNothingClipped(*this);
+  for (const int width : {Area(*this).widget()->minimumSizeHint().width(), 1000, 1366}) {
+    Main().resize(width, Main().height());
+    ExpectNothingClipped(*this);
+  }
+}
+
+/// The layout in a font that is half as large again, as desktops of 144 dots an inch have it.
+class LargeFont {
+ public:
+  LargeFont() {
+    QFont font = before_;
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    QApplication::setFont(font);
+  }
+  ~LargeFont() { QApplication::setFont(before_); }
+
+ private:
+  QFont before_ = QApplication::font();
+};
+class LargeLayout : public LargeFont, public Desktop {};
+
+TEST_F(LargeLayout, ScrollsOneWayOnlyAndClipsNothing) {
+  ShowAllFrames(*this);
+  EXPECT_LE(Main().width(), 1366);
+  EXPECT_EQ(Area(*this).horizontalScrollBar()->maximum(), 0);
+  ExpectNothingClipped(*this);
+}
+
+TEST_F(Layout, ScrollsOneWayOnlyOnHalfOfALargeScreen) {
+  // What 1920 x 1080 leaves at twice the size.
+  Main().resize(960, 500);
+  ShowAllFrames(*this);
+  EXPECT_EQ(Area(*this).horizontalScrollBar()->maximum(), 0);
+  EXPECT_GT(Area(*this).verticalScrollBar()->maximum(), 0);
+}
+
+std::vector<CommandButton*> IconButtons(Desktop& desktop) {
+  std::vector<CommandButton*> buttons;
+  for (auto* button : desktop.Main().findChildren<CommandButton*>()) {
+    if (!button->icon().isNull()) buttons.push_back(button);
+  }
+  return buttons;
+}
+
+TEST_F(Layout, CaptionsAreShownWhereThereIsRoomForThem) {
+  ShowAllFrames(*this);
+  ASSERT_EQ(IconButtons(*this).size(), 18U * 5 - 2 + 5 + 3 * 3);
+  for (const CommandButton* button : IconButtons(*this)) {
+    EXPECT_FALSE(button->text().isEmpty()) << button->objectName().toStdString();
+    EXPECT_FALSE(button->accessibleName().isEmpty()) << button->objectName().toStdString();
+  }
+  EXPECT_FALSE(Get<CommandButton>(cmdShow(kSlotA))->ShowsCaption());
+  EXPECT_FALSE(Get<CommandButton>(cmdShow(kSlotSum))->ShowsCaption());
+  EXPECT_TRUE(Get<CommandButton>(cmdCreateA)->ShowsCaption());
+  Main().resize(1366, Main().height());
+  for (const CommandButton* button : IconButtons(*this))
+    EXPECT_TRUE(button->ShowsCaption()) << button->objectName().toStdString();
+  EXPECT_EQ(Get<CommandButton>(cmdShow(kSlotA))->text(), "Show");
+}
+
+TEST_F(Layout, AnIconIsLargeEnoughForAFinger) {
+  ShowAllFrames(*this);
+  for (const CommandButton* button : IconButtons(*this)) {
+    EXPECT_GE(button->width(), 28) << button->objectName().toStdString();
+    EXPECT_GE(button->height(), 28) << button->objectName().toStdString();
+  }
+}
+
+TEST_F(Layout, AnIconWithoutAToolTipShowsItsCaptionUnderTheMouse) {
+  auto* button = Get<CommandButton>(cmdClearA);
+  EXPECT_EQ(button->toolTip(), "");
+  QHelpEvent hover(QEvent::ToolTip, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
+  QCoreApplication::sendEvent(button, &hover);
+  EXPECT_EQ(QToolTip::text(), "Clear");
+  QToolTip::hideText();
+}
+
+/// The colours of a light and of a dark desktop.
+QPalette Colours(bool dark) { return QPalette(dark ? QColor(53, 53, 53) : QColor(239, 239, 239)); }
+
+class Coloured : public ::testing::TestWithParam<bool> {
+ public:
+  Coloured() { QApplication::setPalette(Colours(GetParam())); }
+  ~Coloured() override { QApplication::setPalette(before_); }
+
+ private:
+  QPalette before_ = QApplication::palette();
+};
+
+/// The largest contrast of any pixel with the one in the corner.
+double ContrastIn(const QImage& picture) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  const auto luminance = [&](const QColor& colour) {
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+  };
+  const double ground = luminance(picture.pixelColor(0, 0));
+  double most = 1;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const double one = luminance(picture.pixelColor(x, y));
+      most = std::max(most, (std::max(one, ground) + 0.05) / (std::min(one, ground) + 0.05));
+    }
+  }
+  return most;
+}
+
+TEST_P(Coloured, NamesOfResultsCanBeReadWhetherThereOrNot) {
+  struct Bench : Desktop {
+    void TestBody() override {}
+  } desktop;
+  int names = 0;
+  for (const bool there : {false, true}) {
+    if (there) ShowAllFrames(desktop);
+    for (ResultTitle* title : desktop.Main().findChildren<ResultTitle*>()) {
+      ++names;
+      const QPalette::ColorGroup group = there ? QPalette::Active : QPalette::Disabled;
+      const QPalette colours = title->palette();
+      QImage sample(2, 1, QImage::Format_RGB32);
+      sample.setPixelColor(0, 0, colours.color(QPalette::Active, QPalette::Window));
+      sample.setPixelColor(1, 0, colours.color(group, QPalette::WindowText));
+      EXPECT_EQ(title->isEnabled(), there);
+      EXPECT_GE(ContrastIn(sample), 4.5) << title->text().toStdString();
+    }
+  }
+  EXPECT_EQ(names, 30);
+}
+
+TEST_P(Coloured, IconsHaveTheColourOfTheTextOfButtons) {
+  struct Bench : Desktop {
+    void TestBody() override {}
+  } desktop;
+  ShowAllFrames(desktop);
+  const QColor ink = QApplication::palette().color(QPalette::ButtonText);
+  for (CommandButton* button : IconButtons(desktop)) {
+    const QImage picture = button->icon().pixmap(QSize(36, 36)).toImage();
+    int inked = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+      for (int x = 0; x < picture.width(); ++x) inked += picture.pixelColor(x, y) == ink ? 1 : 0;
+    }
+    EXPECT_GT(inked, 30) << button->objectName().toStdString();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(LightAndDark, Coloured, ::testing::Bool());
+
+TEST_F(Layout, ALongNumberMovesNothing) {
+  const QPoint place = Get(cmdTask(kTaskTrace))->mapTo(&Main(), QPoint(0, 0));
+  program.Windows().SetText(lblDeterminantOfA, "-1.23456789012345E-105");
+  QTest::qWait(20);
+  EXPECT_EQ(Get(cmdTask(kTaskTrace))->mapTo(&Main(), QPoint(0, 0)), place);
+  EXPECT_GE(Get(lblDeterminantOfA)->width(), Get(lblDeterminantOfA)->sizeHint().width());
+  EXPECT_EQ(Area(*this).horizontalScrollBar()->maximum(), 0);
 }
 
 TEST_F(Layout, FramesThatAppearMoveNothing) {

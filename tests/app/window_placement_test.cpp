@@ -15,7 +15,7 @@ class Placement : public ::testing::Test {
   QWidget& Add(QSize size) {
     auto window = std::make_unique<QWidget>();
     window->resize(size);
-    PlaceBeside(mainFrame, taskArea, shown, *window);
+    PlaceBeside(mainFrame, taskArea, shown, *window, 300);
     shown.push_back(window.get());
     windows.push_back(std::move(window));
     return *windows.back();
