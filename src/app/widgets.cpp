@@ -12,8 +12,10 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "commands/entry_advice.h"
 #include "grids/one_line.h"
 #include "grids/qt_text.h"
+#include "grids/reading_mark.h"
 
 namespace qmx {
 namespace {
@@ -90,6 +92,9 @@ Field::Field(const FieldInfo& info, QWidget* parent) : QLineEdit(parent) {
   setToolTip(ToQString(info.toolTip));
   setAccessibleName(ToQString(info.meaning));
   TakeOneLine(*this, nullptr, tr("A field holds one line; several were not taken."));
+  MarkReading(*this, [kind = info.kind](const QString& text) {
+    return QString::fromStdString(FieldNote(kind, text.toStdString()));
+  });
 }
 
 QSize Field::sizeHint() const {

@@ -237,14 +237,19 @@ std::string FileNumber(double value) {
   return {buffer.data(), WriteFileNumber(buffer.data(), value)};
 }
 
-double Val(std::string_view text) {
-  const auto [negative, rest] = SplitSign(SkipBlanks(text));
+double Val(std::string_view text) { return ReadNumber(text).value; }
+
+NumberRead ReadNumber(std::string_view text) {
+  const std::string_view number = SkipBlanks(text);
+  const std::size_t begin = text.size() - number.size();
+  const auto [negative, rest] = SplitSign(number);
+  const std::size_t digits = text.size() - rest.size();
   for (std::size_t length = NumberLength(rest); length > 0;
        length = NumberLength(rest.substr(0, length - 1))) {
     if (const auto value = ConvertNumber(rest.substr(0, length)))
-      return negative ? -*value : *value;
+      return {negative ? -*value : *value, begin, digits + length};
   }
-  return 0;
+  return {0, begin, begin};
 }
 
 std::optional<double> ParseNumber(std::string_view text) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -63,6 +64,16 @@ std::string CStrExact(double value);
 ///   "12abc" -> 12   "1.5e" -> 1.5   "1e3" -> 1000   " .5" -> 0.5   "+7" -> 7   "" -> 0   "1e999"
 ///   -> 1e99   "-" -> 0
 double Val(std::string_view text);
+
+/// What Val makes of a text, and how much of it: the part from `begin` up to `end` is the number;
+/// both are equal where there is none.
+///   " 12abc" -> 12 from 1 to 3   "1.5e" -> 1.5 from 0 to 3   "-" -> 0 from 0 to 0
+struct NumberRead {
+  double value = 0;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+NumberRead ReadNumber(std::string_view text);
 
 /// The double that a whole text is, with an optional sign in front and no blanks; nothing where the
 /// text is not exactly one finite number.

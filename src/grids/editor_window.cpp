@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "commands/block_text.h"
+#include "commands/entry_advice.h"
 #include "commands/grid_commands.h"
 
 namespace qmx {
@@ -20,6 +21,34 @@ EditorWindow::EditorWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow
   connect(&Grid(), &MatrixGrid::CharacterTyped, this, &EditorWindow::StartTyping);
   connect(Box(), &EntryBox::ArrowPressed, this, &EditorWindow::MoveAndEdit);
   connect(Box(), &EntryBox::textChanged, this, &EditorWindow::Commit);
+  AddEntryLine();
+}
+
+void EditorWindow::AddEntryLine() {
+  line_ = new EntryLine(this);
+  AddBelow(line_);
+  connect(Box(), &EntryBox::KeyRefused, this, &EditorWindow::ShowRefusal);
+  connect(Grid().selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &EditorWindow::ShowElement);
+  connect(&Grid().Model(), &QAbstractItemModel::dataChanged, this, &EditorWindow::ShowElement);
+  connect(&Grid().Model(), &QAbstractItemModel::modelReset, this, &EditorWindow::ShowElement);
+}
+
+void EditorWindow::ShowElement() {
+  if (!Grid().HasCurrentCell()) {
+    line_->clear();
+    return;
+  }
+  const int row = Grid().Row();
+  const int col = Grid().Col();
+  const std::string text = Grid().TextMatrix(row, col).toStdString();
+  line_->ShowElement(
+      QString::fromStdString(ElementLine(Slot(), row, col, Grid().Model().Value(row, col))),
+      text.empty() ? QString() : QString::fromStdString(WhyReadInPart(text)));
+}
+
+void EditorWindow::ShowRefusal(const QString& key) {
+  line_->ShowRefusal(QString::fromStdString(KeyRefusal(key.toStdString())));
 }
 
 bool EditorWindow::IsHeldOff() {
@@ -32,7 +61,11 @@ void EditorWindow::StartEditing() {
 }
 
 void EditorWindow::StartTyping(const QString& character) {
-  if (!IsAcceptedInCell(character.front()) || IsHeldOff()) return;
+  if (!IsAcceptedInCell(character.front())) {
+    ShowRefusal(character);
+    return;
+  }
+  if (IsHeldOff()) return;
   StartEditing();
   FillEntryBox(character.front());
   Commit(character.front());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "grids/entry_line.h"
 #include "grids/grid_window.h"
 
 namespace qmx {
@@ -17,12 +18,18 @@ class EditorWindow : public GridWindow {
  private:
   /// True, and the user told so, while nothing can be changed.
   bool IsHeldOff();
+  void AddEntryLine();
+  /// Brings the lower line in line with the current element.
+  void ShowElement();
+  void ShowRefusal(const QString& key);
   void StartEditing();
   void StartTyping(const QString& character);
   void Commit(const QString& text);
   void MoveAndEdit(int key);
   void PasteIntoCells() override;
   void PasteIntoBox() override;
+
+  EntryLine* line_ = nullptr;
 };
 
 }  // namespace qmx

@@ -12,18 +12,23 @@
 namespace qmx {
 namespace {
 
-bool IsDiscarded(const QKeyEvent& event) {
+/// The name of a key that does nothing; empty for any other.
+QString DiscardedKey(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Backspace:
+      return QStringLiteral("Backspace");
     case Qt::Key_Return:
     case Qt::Key_Enter:
+      return QStringLiteral("Enter");
     case Qt::Key_Escape:
-      return true;
+      return QStringLiteral("Escape");
     default:
       break;
   }
   const QString text = event.text();
-  return !text.isEmpty() && text.front().isPrint() && !IsAcceptedInCell(text.front());
+  const bool isDiscarded =
+      !text.isEmpty() && text.front().isPrint() && !IsAcceptedInCell(text.front());
+  return isDiscarded ? text : QString();
 }
 
 bool SelectsText(const QKeyEvent& event) {
@@ -62,7 +67,9 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
     Q_EMIT PasteRequested();
   } else if (SelectsText(*event)) {
     SelectTextOrCells(event);
-  } else if (!IsDiscarded(*event)) {
+  } else if (const QString discarded = DiscardedKey(*event); !discarded.isEmpty()) {
+    Q_EMIT KeyRefused(discarded);
+  } else {
     QLineEdit::keyPressEvent(event);
   }
 }

@@ -25,6 +25,8 @@ class EntryBox : public QLineEdit {
   /// The keys, and the entries of its menu, that copy and paste.
   void CopyRequested();
   void PasteRequested();
+  /// A key that does nothing here: its character, or "Backspace", "Enter" or "Escape".
+  void KeyRefused(const QString& key);
   /// The keyboard went on to the next or previous control.
   void LeftByTab();
   /// Its menu is about to open: others may add what they have to offer.

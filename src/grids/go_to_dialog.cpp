@@ -6,7 +6,9 @@
 #include <QPushButton>
 
 #include "base/number_text.h"
+#include "commands/entry_advice.h"
 #include "grids/one_line.h"
+#include "grids/reading_mark.h"
 
 namespace qmx {
 
@@ -17,8 +19,8 @@ GoToDialog::GoToDialog(int rows, int cols, GridCell current, QWidget* parent)
   setAttribute(Qt::WA_DeleteOnClose);
   setModal(true);
   auto* form = new QFormLayout(this);
-  row_ = AddField("txtGoToRow", tr("&Row (1 to %1):").arg(rows), current.row);
-  col_ = AddField("txtGoToColumn", tr("C&olumn (1 to %1):").arg(cols), current.col);
+  row_ = AddField("txtGoToRow", tr("&Row (1 to %1):"), current.row, rows);
+  col_ = AddField("txtGoToColumn", tr("C&olumn (1 to %1):"), current.col, cols);
   refusal_ = new QLabel(this);
   refusal_->setObjectName("lblGoToRefusal");
   refusal_->setWordWrap(true);
@@ -39,13 +41,16 @@ GoToDialog::GoToDialog(int rows, int cols, GridCell current, QWidget* parent)
   row_->selectAll();
 }
 
-QLineEdit* GoToDialog::AddField(const char* name, const QString& label, int proposed) {
+QLineEdit* GoToDialog::AddField(const char* name, const QString& label, int proposed, int most) {
   auto* field = new QLineEdit(QString::number(proposed), this);
   field->setObjectName(name);
   field->setAlignment(Qt::AlignRight);
   field->setToolTip(tr("A whole number"));
   TakeOneLine(*field, nullptr, tr("A field holds one line; several were not taken."));
-  static_cast<QFormLayout*>(layout())->addRow(label, field);
+  MarkReading(*field, [most](const QString& text) {
+    return QString::fromStdString(CountNote(text.toStdString(), 1, most));
+  });
+  static_cast<QFormLayout*>(layout())->addRow(label.arg(most), field);
   return field;
 }
 

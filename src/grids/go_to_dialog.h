@@ -25,7 +25,7 @@ class GoToDialog : public QDialog {
   void Chosen(GridCell cell);
 
  private:
-  QLineEdit* AddField(const char* name, const QString& label, int proposed);
+  QLineEdit* AddField(const char* name, const QString& label, int proposed, int most);
   /// The number in a field; 0 after a refusal.
   int Read(QLineEdit* field, const QString& what, int most);
 

@@ -100,6 +100,15 @@ QString GridModel::Text(int row, int col) const {
   return ElementText(row, col);
 }
 
+double GridModel::Value(int row, int col) const {
+  if (!IsData(row, col)) return 0;
+  const auto written = all_.texts.constFind(KeyOf(row, col));
+  if (written != all_.texts.constEnd()) return Val(written->toStdString());
+  if (const auto inBlock = all_.blocks.Find(row, col)) return Val(*inBlock);
+  const int i = row - headerRows_ + 1;
+  return i > all_.columns[col].filled ? 0 : all_.values(i, col);
+}
+
 bool GridModel::IsBlank(int row, int col) const {
   const auto written = all_.texts.constFind(KeyOf(row, col));
   if (written != all_.texts.constEnd()) return written->isEmpty();

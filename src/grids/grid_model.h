@@ -37,6 +37,9 @@ class GridModel : public QAbstractTableModel {
   void SetText(int row, int col, const QString& text);
   /// Writes a block of data cells, its first cell at (row, col); it must lie within the grid.
   void SetTexts(int row, int col, TextBlock texts);
+  /// The number that a data cell stands for: that of a text that was written there, as it is read,
+  /// else the element; 0 where there is neither.
+  double Value(int row, int col) const;
   /// True if a cell has no text.
   bool IsBlank(int row, int col) const;
   /// Colour of a cell's text: its own, else that of all cells; invalid where none was given.

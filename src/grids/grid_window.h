@@ -49,6 +49,8 @@ class GridWindow : public QWidget {
   /// Adds the entry box. It lies over the grid as a sibling, so that screen readers meet it.
   void AddEntryBox();
   void AddToggle();
+  /// Adds a widget below all that is there.
+  void AddBelow(QWidget* widget) { layout_->addWidget(widget); }
   /// Lays the entry box over the current cell, with the cell's text and tool tip.
   void OpenEntryBox();
   /// Writes a text into the entry box as if nobody had typed it.

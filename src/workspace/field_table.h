@@ -10,8 +10,9 @@
 
 namespace qmx {
 
-/// What a field's text stands for when a command reads it.
-enum class FieldKind { kDimension, kNumber };
+/// What a field's text stands for when a command reads it: a count, which is refused where it is
+/// none; a number; or a number that is rounded to a whole one.
+enum class FieldKind { kDimension, kNumber, kWholeNumber };
 
 /// All that is fixed about one text field of the main window.
 struct FieldInfo {
@@ -47,7 +48,7 @@ inline constexpr std::array<FieldInfo, 16> kFields{{
     {txtError, ".001", "Approximate error bound:", "Error MUST be >0", "Approximate error bound",
      FieldKind::kNumber},
     {txtMaxcy, "100", "Maximum # of iterations:", "Limits number of main loop iterations",
-     "Maximum number of iterations", FieldKind::kNumber},
+     "Maximum number of iterations", FieldKind::kWholeNumber},
     {txtErs, ".1", "Error reference for shift:", "Error MUST be >0", "Error reference for shift",
      FieldKind::kNumber},
     {txtPert, ".001", "Additional shift (if singularity):", "MUST be >0",
