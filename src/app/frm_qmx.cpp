@@ -17,6 +17,7 @@
 #include <algorithm>
 
 #include "app/panels.h"
+#include "app/tasks_menu.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
 #include "workspace/slot_table.h"
@@ -125,6 +126,7 @@ void frmQMX::BuildMenus() {
                     {"mnuRedo", "&Redo", QKeySequence(Qt::CTRL | Qt::Key_Y)}});
   Action("mnuRedo")->setShortcuts(
       {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+  AddTasksMenu(menuBar());
   QMenu* tools = menuBar()->addMenu(tr("&Tools"));
   AddEntries(tools, {{"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
   QMenu* windows = menuBar()->addMenu(tr("&Windows"));

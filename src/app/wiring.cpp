@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <functional>
 
+#include "app/tasks_menu.h"
 #include "app/widgets.h"
 #include "commands/dispatcher.h"
 #include "commands/document_status.h"
@@ -206,6 +207,7 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& comman
   WireSystem(wires);
   WireParameters(wires);
   WireMenus(wires, commands);
+  WireTasksMenu(window);
   WireWindowMenu(window, screen, commands);
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
   QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
