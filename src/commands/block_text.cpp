@@ -134,7 +134,8 @@ std::string CountOf(std::size_t count, const char* what) {
 /// Goes through the cells of a text once.
 class BlockReader {
  public:
-  explicit BlockReader(std::string_view text) : text_(text), separator_(SeparatorOf(text)) {}
+  BlockReader(std::string_view text, char separator, char decimalSign = '.')
+      : text_(text), separator_(separator), decimalSign_(decimalSign) {}
 
   NumberBlock Read() {
     while (ReadRow() && at_ < text_.size()) SkipLineEnd();
@@ -161,6 +162,8 @@ class BlockReader {
 
   std::string_view text_;
   char separator_;
+  char decimalSign_;
+  std::string comma_;  ///< A cell with its comma, as a point.
   std::size_t at_ = 0;
   std::size_t row_ = 0;  ///< Of the cell that is being read, from 1.
   std::size_t col_ = 0;
@@ -215,6 +218,11 @@ bool BlockReader::ReadCell() {
 }
 
 bool BlockReader::TakeNumber(std::string_view cell) {
+  if (decimalSign_ == ',' && cell.find(',') != std::string_view::npos) {
+    comma_ = cell;
+    comma_[comma_.find(',')] = '.';
+    cell = comma_;
+  }
   if (const auto value = ParseNumber(cell)) {
     block_.values.push_back(*value);
     block_.texts.Append(cell);
@@ -232,11 +240,36 @@ bool BlockReader::TakeNumber(std::string_view cell) {
   return Refuse(place + Shown(cell) + ", which is no number.");
 }
 
+/// True if the commas of a text whose numbers are separated by something else can only be decimal
+/// signs: there is no point, one of them does not stand before three digits as between thousands,
+/// and they do not separate numbers either.
+bool HasDecimalCommas(std::string_view text, char separator) {
+  constexpr std::string_view kBetween = " \t;\r\n\"";
+  if (text.find('.') != std::string_view::npos) return false;
+  bool found = false;
+  for (std::size_t comma = text.find(','); comma != std::string_view::npos;) {
+    const std::size_t before = text.find_last_of(kBetween, comma);
+    const std::size_t start = before == std::string_view::npos ? 0 : before + 1;
+    const std::size_t end = std::min(text.find_first_of(kBetween, comma), text.size());
+    const std::string_view chunk = text.substr(start, end - start);
+    const std::string_view number = Mantissa(chunk);
+    if (!MayBeDecimalComma(chunk) || number.front() == ',') return false;
+    found = found || !MayBeThousands(chunk) || number.starts_with("0,");
+    comma = text.find(',', end);
+  }
+  return found && (separator != ' ' || !BlockReader(text, ',').Read().problem.empty());
+}
+
 }  // namespace
 
 NumberBlock ReadNumberBlock(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  return BlockReader(WithoutTrailingLines(text)).Read();
+  text = WithoutTrailingLines(text);
+  const char separator = SeparatorOf(text);
+  NumberBlock block = BlockReader(text, separator).Read();
+  if (block.problem.empty() || !HasDecimalCommas(text, separator)) return block;
+  NumberBlock withCommas = BlockReader(text, separator, ',').Read();
+  return withCommas.problem.empty() ? withCommas : block;
 }
 
 std::string PlainCellText(std::string_view text) {

@@ -26,6 +26,12 @@ struct NumberBlock {
 /// without any of them by blanks. A number may have blanks and one pair of double quotes around it
 /// and the minus sign of Unicode. The decimal point is ".", and there are no thousands separators.
 ///
+/// Decimal commas are read where the text cannot mean anything else: there is no point in it, one
+/// of its commas does not stand before exactly three digits, and commas would not separate numbers
+/// of rows of equal length. Such texts get points in the block.
+///   "1,5\t2" -> 1.5, 2   "1,5 2,25" -> 1.5, 2.25   "1,5\n2\n" -> 1.5 and 2 in a column
+///   "1,5" and "1,234\t2" may mean several things and are refused
+///
 /// A problem names the first bad cell or row of the block, counted from 1, and what stands there.
 NumberBlock ReadNumberBlock(std::string_view text);
 

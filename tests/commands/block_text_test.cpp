@@ -63,11 +63,29 @@ constexpr const char* kComma =
 TEST(BlockText, ACommaThatMayBeADecimalOneIsRefused) {
   EXPECT_EQ(Read("1,5"), std::string("row 1, column 1 of it is \"1,5\"") + kComma);
   EXPECT_EQ(Read("1.5\t2\n3\t-2,5E3"), std::string("row 2, column 2 of it is \"-2,5E3\"") + kComma);
-  EXPECT_EQ(Read("1;2,5"), std::string("row 1, column 2 of it is \"2,5\"") + kComma);
+  EXPECT_EQ(Read("1.5;2,5"), std::string("row 1, column 2 of it is \"2,5\"") + kComma);
   EXPECT_EQ(Read("1.5 2,5"), std::string("row 1, column 2 of it is \"2,5\"") + kComma);
   EXPECT_EQ(Read("1,2\n3,4"), std::string("row 1, column 1 of it is \"1,2\"") + kComma);
   EXPECT_EQ(Read("\"1,5\",\"2,5\""), std::string("row 1, column 1 of it is \"1,5\"") + kComma);
   EXPECT_EQ(Read("7\n,5"), std::string("row 2, column 1 of it is \",5\"") + kComma);
+}
+
+TEST(BlockText, DecimalCommasAreReadWhereTheyCanBeNothingElse) {
+  EXPECT_EQ(Read("1,5\t2\n-3\t0,25\n"), "2x2: 1.5 2 -3 0.25");
+  EXPECT_EQ(Read("1;2,5"), "1x2: 1 2.5");
+  EXPECT_EQ(Read("1,5 2,25"), "1x2: 1.5 2.25");
+  EXPECT_EQ(Read("1,5\n2,25\n3\n"), "3x1: 1.5 2.25 3");
+  EXPECT_EQ(Read("\"1,5\"\t\"2,5E-3\""), "1x2: 1.5 2.5E-3");
+  EXPECT_EQ(Read("1,234\t2,5"), "1x2: 1.234 2.5");
+  EXPECT_EQ(Read("0,123\t0,456"), "1x2: 0.123 0.456");
+  EXPECT_EQ(ReadNumberBlock("0,1\t2,5").values, (std::vector<double>{0.1, 2.5}));
+}
+
+TEST(BlockText, DecimalCommasThatMayBeSomethingElseAreRefused) {
+  for (const char* text : {"1,234\t5,678", "1,5", "1,5\n2,5", "1,5;2.5", "1,5\t1,2,3", ",5\t1,5"}) {
+    EXPECT_TRUE(Read(text).ends_with(kComma)) << Read(text);
+  }
+  EXPECT_EQ(Read("1,5\tx"), std::string("row 1, column 1 of it is \"1,5\"") + kComma);
 }
 
 TEST(BlockText, ThousandsSeparatorsAreRefused) {
