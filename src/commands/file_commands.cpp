@@ -7,6 +7,8 @@
 #include "base/function_ref.h"
 #include "base/number_text.h"
 #include "commands/file_apply.h"
+#include "commands/file_boxes.h"
+#include "commands/import_commands.h"
 #include "commands/parameters.h"
 #include "files/lu_file.h"
 #include "files/matrix_file.h"
@@ -19,12 +21,6 @@ namespace qmx {
 namespace {
 
 constexpr std::string_view kProjectEnding = ".qmx";
-
-void ShowFileProblem(Context& context, const std::string& name, const std::string& what,
-                     const std::string& problem) {
-  context.dialogs.ShowMessage(
-      {"The file \"" + name + "\" " + what + "\n\n" + problem, Icon::kCritical});
-}
 
 /// Asks for a name that becomes the current file name, also where it stays empty. `ending` is what
 /// will be appended to it.
@@ -42,33 +38,39 @@ std::string AskForOpening(Context& context, std::string_view ending = {}) {
   return name;
 }
 
-/// Writes the bytes that `compose` makes to the current file, where computations run.
+/// Writes the bytes that `compose` makes to the current file.
 bool WriteCurrentFile(Context& context, FunctionRef<std::string()> compose) {
-  const std::string& name = context.workspace.currentFileName;
-  FileOutcome outcome;
-  context.work.Run([&](Progress&) { outcome = context.files.Replace(name, compose()); });
-  if (outcome.Ok()) return true;
-  const std::string what =
-      outcome.copy.empty()
-          ? "could not be written. It is as it was before."
-          : "could not be written whole. What was to be written is in \"" + outcome.copy + "\".";
-  ShowFileProblem(context, name, what, outcome.problem);
-  return false;
+  return WriteFile(context, context.workspace.currentFileName, compose);
+}
+
+constexpr const char* kImportReadsIt =
+    "\n\nThis looks like a file of another program. File > Import reads such files.";
+
+/// What is said at the end where one of our readers has refused a file.
+using Hint = std::string (*)(std::string_view bytes, const Memory& memory);
+
+std::string NoHint(std::string_view, const Memory&) { return {}; }
+std::string ImportHint(std::string_view bytes, const Memory& memory) {
+  return IsForeign(bytes, memory) ? kImportReadsIt : std::string();
 }
 
 /// Reads and checks a file with one of the readers. After a problem the user has been told and
 /// there is nothing.
 template <typename Reader>
-auto ReadFile(Context& context, const std::string& name, Reader reader)
+auto ReadFile(Context& context, const std::string& name, Reader reader, Hint hint = NoHint)
     -> std::optional<decltype(reader(std::string_view(), SystemMemory()).content)> {
   decltype(reader(std::string_view(), SystemMemory())) reading;
+  std::string hinted;
   context.work.Run([&](Progress&) {
     std::string bytes;
     reading.problem = context.files.Read(name, bytes).problem;
-    if (reading.Ok()) reading = reader(bytes, context.memory);
+    if (!reading.Ok()) return;
+    reading = reader(bytes, context.memory);
+    if (!reading.Ok()) hinted = hint(bytes, context.memory);
   });
   if (reading.Ok()) return std::move(reading.content);
-  ShowFileProblem(context, name, "could not be read. Nothing was changed.", reading.problem);
+  ShowFileProblem(context, name, "could not be read. Nothing was changed.",
+                  reading.problem + hinted);
   return std::nullopt;
 }
 
@@ -107,9 +109,10 @@ void RetrieveOperand(Context& context, Slot operand) {
   // The dialog proposes the file used last; a cancelled one leaves that name.
   const std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName, {});
   if (name.empty()) return;
-  auto matrix = ReadFile(context, name, [operand](std::string_view bytes, const Memory& memory) {
+  const auto reader = [operand](std::string_view bytes, const Memory& memory) {
     return ReadOperandFile(operand, bytes, memory);
-  });
+  };
+  auto matrix = ReadFile(context, name, reader, ImportHint);
   if (!matrix) return;
   context.workspace.currentFileName = name;
   const int rows = matrix->Rows();
@@ -122,7 +125,7 @@ void RetrieveOperand(Context& context, Slot operand) {
 void RetrieveSystem(Context& context) {
   const std::string name = AskForOpening(context);
   if (name.empty()) return;
-  auto section = ReadFile(context, name, ReadSystemFile);
+  auto section = ReadFile(context, name, ReadSystemFile, ImportHint);
   if (!section) return;
   context.workspace.currentFileName = name;
   Reset(context, kResultSystem);

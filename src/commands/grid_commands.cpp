@@ -70,10 +70,35 @@ class CellWriter {
   const ShownCells& shown_;
 };
 
+/// Where a block goes that a matrix has no room for.
+std::string PasteAsHint(Slot slot, const TextBlock& block) {
+  return " Edit > Paste as " + std::string(slot == kSlotB ? "B" : "A") + " makes a matrix of " +
+         RowsAndColumns(block.rows, block.cols) + " of it.";
+}
+
 /// True if the numbers of a text fit into memory: the shortest ones take two bytes of it and about
 /// twenty times as much while they are read.
 bool HasRoomForNumbers(const Memory& memory, std::string_view text) {
   return text.size() <= memory.Available() / 20;
+}
+
+void RefusePaste(Context& context, const std::string& problem, const std::string& hint = {}) {
+  context.dialogs.ShowMessage(
+      {"The block cannot be pasted: " + problem + "\n\nNothing was changed." + hint,
+       Icon::kCritical});
+}
+
+/// Reads a block of numbers; nothing after a message where the text is none.
+std::optional<NumberBlock> ReadBlock(Context& context, std::string_view text) {
+  if (!HasRoomForNumbers(context.memory, text)) {
+    context.dialogs.ShowMessage(
+        {"There is not enough memory to paste so many cells.", Icon::kCritical});
+    return std::nullopt;
+  }
+  NumberBlock block = ReadNumberBlock(text);
+  if (block.problem.empty()) return block;
+  RefusePaste(context, block.problem);
+  return std::nullopt;
 }
 
 /// True if the text of so many cells fits into memory, in the forms that it takes on its way to the
@@ -83,6 +108,12 @@ bool HasRoomForText(const Memory& memory, const CellRange& cells) {
   const std::size_t rows = cells.lastRow - cells.firstRow + 1;
   const std::size_t cols = cells.lastCol - cells.firstCol + 1;
   return rows <= memory.Available() / kBytesPerCell / cols;
+}
+
+std::nullopt_t RefuseCopy(Context& context) {
+  context.dialogs.ShowMessage(
+      {"There is not enough memory to copy so many cells.", Icon::kCritical});
+  return std::nullopt;
 }
 
 /// The one way in which elements of an editor's matrix are written: a block of them from (row, col)
@@ -115,32 +146,37 @@ std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int co
                                     std::string_view text, const BeforePaste& before) {
   const Matrix& array = context.workspace.At(slot).array;
   if (!array.Contains(row, col)) return std::nullopt;
-  if (!HasRoomForNumbers(context.memory, text)) {
-    context.dialogs.ShowMessage(
-        {"There is not enough memory to paste so many cells.", Icon::kCritical});
-    return std::nullopt;
-  }
-  NumberBlock block = ReadNumberBlock(text);
-  std::string problem = std::move(block.problem);
-  if (problem.empty()) problem = RoomProblem(array, slot, row, col, block.texts);
+  std::optional<NumberBlock> block = ReadBlock(context, text);
+  if (!block) return std::nullopt;
+  const std::string problem = RoomProblem(array, slot, row, col, block->texts);
   if (!problem.empty()) {
-    context.dialogs.ShowMessage(
-        {"The block cannot be pasted: " + problem + "\n\nNothing was changed.", Icon::kCritical});
+    RefusePaste(context, problem, PasteAsHint(slot, block->texts));
     return std::nullopt;
   }
-  const CellRange range{row, col, row + block.texts.rows - 1, col + block.texts.cols - 1};
+  const CellRange range{row, col, row + block->texts.rows - 1, col + block->texts.cols - 1};
   if (before) before(range);
-  WriteElements(context, slot, row, col, block.values.data(), std::move(block.texts));
+  WriteElements(context, slot, row, col, block->values.data(), std::move(block->texts));
   return range;
+}
+
+void PasteAs(Context& context, Slot operand, std::string_view text) {
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    context.dialogs.ShowMessage(
+        {"There are no numbers in the clipboard that could be pasted.", Icon::kCritical});
+    return;
+  }
+  const std::optional<NumberBlock> block = ReadBlock(context, text);
+  if (!block) return;
+  Matrix values = Matrix::Unset(block->texts.rows, block->texts.cols);
+  std::copy(block->values.begin(), block->values.end(), values.Data());
+  context.windows.HideEntryBox(operand);
+  Publish(context, operand, Publication(std::move(values)));
+  context.windows.BringMainToFront();
 }
 
 std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,
                                      const ShownCells& shown, bool headers) {
-  if (!HasRoomForText(context.memory, cells)) {
-    context.dialogs.ShowMessage(
-        {"There is not enough memory to copy so many cells.", Icon::kCritical});
-    return std::nullopt;
-  }
+  if (!HasRoomForText(context.memory, cells)) return RefuseCopy(context);
   CellWriter writer(context.workspace, slot, shown);
   const auto appendRow = [&](int row) {
     if (headers) writer.Append(row, 0);
@@ -154,6 +190,28 @@ std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRang
   if (headers && InfoOf(slot).kind != WindowKind::kColumnViewer) appendRow(0);
   for (int row = cells.firstRow; row <= cells.lastRow; ++row) appendRow(row);
   return std::move(writer.text);
+}
+
+std::optional<std::string> CopyBlockAs(Context& context, Slot slot, const CellRange& cells,
+                                       CopyForm form) {
+  const Matrix& array = context.workspace.At(slot).array;
+  if (!array.Contains(cells.firstRow, cells.firstCol) ||
+      !array.Contains(cells.lastRow, cells.lastCol))
+    return std::nullopt;
+  if (!HasRoomForText(context.memory, cells)) return RefuseCopy(context);
+  const int cols = cells.lastCol - cells.firstCol + 1;
+  std::string text;
+  context.work.Run([&](Progress& progress) {
+    Matrix block = Matrix::Unset(cells.lastRow - cells.firstRow + 1, cols);
+    for (int i = 1; i <= block.Rows(); ++i) {
+      const double* from = array.Row(cells.firstRow + i - 1) + cells.firstCol - 1;
+      std::copy_n(from, cols, block.Row(i));
+    }
+    progress.Report(0);
+    text = CopyText(block, form);
+    progress.Report(1);
+  });
+  return text;
 }
 
 std::string CellToolTip(Slot slot, int row, int col, const std::string& text) {

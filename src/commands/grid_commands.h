@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "exchange/copy_forms.h"
 #include "workspace/context.h"
 
 namespace qmx {
@@ -33,6 +34,10 @@ using BeforePaste = std::function<void(const CellRange& cells)>;
 std::optional<CellRange> PasteBlock(Context& context, Slot slot, int row, int col,
                                     std::string_view text, const BeforePaste& before = {});
 
+/// Makes A or B of a block of numbers, in its size; what was there is replaced. Nothing after a
+/// message where the text is no block of numbers.
+void PasteAs(Context& context, Slot operand, std::string_view text);
+
 /// What a copy asks of a slot's grid: what cell (row, col) shows, counted as in CellRange, with 0
 /// for the headers; and whether it shows nothing.
 struct ShownCells {
@@ -47,6 +52,11 @@ struct ShownCells {
 /// not fit into memory.
 std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,
                                      const ShownCells& shown, bool headers = false);
+
+/// A block of elements as text in a form that another program takes, with all digits. Nothing after
+/// a message where the text would not fit into memory.
+std::optional<std::string> CopyBlockAs(Context& context, Slot slot, const CellRange& cells,
+                                       CopyForm form);
 
 /// The tool tip of a cell's entry box: "A(2,3)=7" in an editor, "(2,3)=7" in a viewer.
 std::string CellToolTip(Slot slot, int row, int col, const std::string& text);

@@ -120,7 +120,7 @@ TEST_F(GridCommandsTest, PastingErasesNoResult) {
 TEST_F(GridCommandsTest, AWrongBlockIsRefusedAsAWhole) {
   EnterA(Rows({{1, 2, 3}, {4, 5, 6}}));
   const auto before = screen.grids[kSlotA].texts;
-  EXPECT_FALSE(PasteBlock(context, kSlotA, 1, 1, "7\t8\t9\n7\t8\t2,5\n"));
+  EXPECT_FALSE(PasteBlock(context, kSlotA, 1, 1, "7\t8\t9.5\n7\t8\t2,5\n"));
   EXPECT_EQ(
       screen.LastMessage(),
       "The block cannot be pasted: row 2, column 3 of it is \"2,5\". A decimal point is needed, "
@@ -135,10 +135,15 @@ TEST_F(GridCommandsTest, ABlockBeyondTheMatrixIsRefused) {
   EXPECT_FALSE(PasteBlock(context, kSlotA, 2, 3, "7\t8\n9\t10"));
   EXPECT_EQ(screen.LastMessage(),
             "The block cannot be pasted: it has 2 rows and 2 columns, but from A(2,3) on there is "
-            "room for 1 row and 1 column.\n\nNothing was changed.");
+            "room for 1 row and 1 column.\n\n"
+            "Nothing was changed. Edit > Paste as A makes a matrix of 2 rows and 2 columns of it.");
   EXPECT_EQ(Array(kSlotA), Rows({{1, 2, 3}, {4, 5, 6}}));
+  EnterB(Rows({{1}}));
+  EXPECT_FALSE(PasteBlock(context, kSlotB, 1, 1, "7\t8"));
+  EXPECT_TRUE(screen.LastMessage().ends_with(
+      "\n\nNothing was changed. Edit > Paste as B makes a matrix of 1 row and 2 columns of it."));
   EXPECT_FALSE(PasteBlock(context, kSlotA, 3, 1, "7"));
-  EXPECT_FALSE(PasteBlock(context, kSlotB, 1, 1, "7"));
+  EXPECT_FALSE(PasteBlock(context, kSlotB, 2, 1, "7"));
 }
 
 /// What a slot's grid shows, as its window tells it.
@@ -196,6 +201,49 @@ TEST_F(GridCommandsTest, WhatIsCopiedPastesBackBitByBit) {
   const auto text = CopyBlock(context, kSlotA, {1, 1, 2, 2}, Shown(screen.grids[kSlotA]));
   EXPECT_TRUE(PasteBlock(context, kSlotB, 1, 1, *text));
   EXPECT_EQ(Array(kSlotB), Array(kSlotA));
+}
+
+TEST_F(GridCommandsTest, PasteAsMakesAMatrixInTheSizeOfTheBlock) {
+  PasteAs(context, kSlotA, "1\t2,5\t3\n4\t5\t6\n");
+  EXPECT_EQ(Array(kSlotA), Rows({{1, 2.5, 3}, {4, 5, 6}}));
+  EXPECT_TRUE(workspace.ACreated);
+  EXPECT_EQ(screen.Text(txtRowsA), "2");
+  EXPECT_EQ(screen.Text(txtColsA), "3");
+  EXPECT_EQ(screen.windows[kSlotA], WindowState::kShown);
+  EXPECT_EQ(screen.grids[kSlotA].Text(1, 2), "2.5");
+  EXPECT_EQ(screen.grids[kSlotA].rows, 3) << "with the headers";
+  PasteAs(context, kSlotA, "7");
+  EXPECT_EQ(Array(kSlotA), Rows({{7}}));
+  PasteAs(context, kSlotB, "8 9");
+  EXPECT_EQ(Array(kSlotB), Rows({{8, 9}}));
+  EXPECT_TRUE(NoMessage());
+}
+
+TEST_F(GridCommandsTest, PasteAsRefusesWhatIsNoBlock) {
+  PasteAs(context, kSlotA, " \n");
+  EXPECT_EQ(screen.LastMessage(), "There are no numbers in the clipboard that could be pasted.");
+  PasteAs(context, kSlotA, "1\tx");
+  EXPECT_EQ(screen.LastMessage(),
+            "The block cannot be pasted: row 1, column 2 of it is \"x\", which is no number.\n\n"
+            "Nothing was changed.");
+  memory.available = 10;
+  PasteAs(context, kSlotA, "1\t2");
+  EXPECT_EQ(screen.LastMessage(), "There is not enough memory to paste so many cells.");
+  EXPECT_FALSE(workspace.ACreated);
+}
+
+TEST_F(GridCommandsTest, ABlockIsCopiedInTheFormOfAnotherProgram) {
+  EnterA(Rows({{1, 0.5}, {1.0 / 3, 4}, {5, 6}}));
+  EXPECT_EQ(CopyBlockAs(context, kSlotA, {1, 1, 2, 2}, CopyForm::kMatlab),
+            "[1, 0.5;\n 0.3333333333333333, 4]\n");
+  EXPECT_EQ(CopyBlockAs(context, kSlotA, {2, 1, 3, 1}, CopyForm::kDecimalComma),
+            "0,3333333333333333\n5\n");
+  EXPECT_EQ(CopyBlockAs(context, kSlotA, {1, 1, 4, 1}, CopyForm::kText), std::nullopt);
+  EXPECT_EQ(CopyBlockAs(context, kSlotB, {1, 1, 1, 1}, CopyForm::kText), std::nullopt);
+  EXPECT_TRUE(NoMessage());
+  memory.available = 10;
+  EXPECT_EQ(CopyBlockAs(context, kSlotA, {1, 1, 3, 2}, CopyForm::kText), std::nullopt);
+  EXPECT_EQ(screen.LastMessage(), "There is not enough memory to copy so many cells.");
 }
 
 }  // namespace

@@ -8,12 +8,16 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "commands/dispatcher.h"
+#include "commands/export_commands.h"
 #include "commands/file_commands.h"
 #include "commands/grid_commands.h"
+#include "commands/import_commands.h"
 #include "commands/lifecycle.h"
 #include "commands/parameters.h"
+#include "commands/system_columns.h"
 #include "support/core_walk.h"
 #include "workspace/task_numbers.h"
 
@@ -62,6 +66,23 @@ void EnterBoth(test::RunnerBench& bench) {
 template <int kTask>
 void PressIt(test::RunnerBench& bench) {
   bench.runner.Step("task", [](Context& c) { PressTask(c, kTask); });
+}
+
+/// Accepts whatever is proposed, once, and takes no memory for that.
+class AcceptOnce : public ForeignDialogs {
+ public:
+  bool AskImport(ImportQuestion&) override { return std::exchange(willing_, false); }
+  bool AskExport(Slot, ForeignChoice&) override { return std::exchange(willing_, false); }
+  std::optional<int> AskRightSide(int) override { return 1; }
+
+ private:
+  bool willing_ = true;
+};
+
+template <Slot kTarget>
+void ImportIt(test::RunnerBench& bench) {
+  AcceptOnce dialogs;
+  bench.runner.Step("Import", [&](Context& c) { ImportFile(c, dialogs, kTarget); });
 }
 
 void FillEverything(test::RunnerBench& bench) {
@@ -126,6 +147,49 @@ constexpr Trial kTrials[] = {
      [](test::RunnerBench& bench) { bench.runner.WriteCell(kSlotA, 1, 2, "7"); }},
     {"Paste", EnterBoth,
      [](test::RunnerBench& bench) { bench.runner.Paste(kSlotA, 1, 1, "5\t6\n7\t8\n"); }},
+    {"PasteAs", EnterBoth,
+     [](test::RunnerBench& bench) {
+       bench.runner.Step("Paste", [](Context& c) { PasteAs(c, kSlotB, "5\t6,5\n7\t8\n"); });
+     }},
+    {"ImportTable",
+     [](test::RunnerBench& bench) {
+       EnterBoth(bench);
+       bench.files.files["f"] = "1;2,5\n3;4\n";
+       bench.screen.fileNames = {"f"};
+     },
+     ImportIt<kSlotA>},
+    {"ImportOctaveText",
+     [](test::RunnerBench& bench) {
+       bench.files.files["f"] = "# name: M\n# type: matrix\n# rows: 1\n# columns: 2\n 1 2\n";
+       bench.screen.fileNames = {"f"};
+     },
+     ImportIt<kSlotCreated>},
+    {"ImportSystem",
+     [](test::RunnerBench& bench) {
+       FillEverything(bench);
+       bench.files.files["f"] = "1,2\n3,4\n5,7\n";
+       bench.screen.fileNames = {"f"};
+     },
+     ImportIt<kSlotSystem>},
+    {"IntoSystem",
+     [](test::RunnerBench& bench) {
+       FillEverything(bench);
+       bench.Reset(kSlotB);
+       bench.EnterB(Rows({{1}, {2}, {3}}));
+     },
+     [](test::RunnerBench& bench) {
+       AcceptOnce dialogs;
+       bench.runner.Step("Into", [&](Context& c) { IntoSystem(c, dialogs); });
+     }},
+    {"Export",
+     [](test::RunnerBench& bench) {
+       EnterBoth(bench);
+       bench.screen.fileNames = {"f"};
+     },
+     [](test::RunnerBench& bench) {
+       AcceptOnce dialogs;
+       bench.runner.Do([&](Context& c) { ExportSlot(c, dialogs, kSlotA); });
+     }},
     {"Open", SaveEverything,
      [](test::RunnerBench& bench) { bench.runner.Step("Open", OpenProject); }},
     {"Save", SaveEverything, [](test::RunnerBench& bench) { bench.runner.Do(SaveProjectAs); }},
