@@ -120,7 +120,12 @@ GridWindow& DesktopScreen::Ensure(Slot slot) {
   std::unique_ptr<GridWindow>& window = windows_[slot];
   if (window == nullptr) {
     if (InfoOf(slot).IsEditor()) {
-      window = std::make_unique<EditorWindow>(commands_, slot);
+      auto editor = std::make_unique<EditorWindow>(commands_, slot);
+      QObject::connect(editor.get(), &EditorWindow::FileDropped, editor.get(),
+                       [this, slot](const QString& name) {
+                         if (onDrop_) onDrop_(slot, name);
+                       });
+      window = std::move(editor);
     } else {
       window = std::make_unique<ViewerWindow>(commands_, slot);
     }

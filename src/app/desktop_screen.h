@@ -3,6 +3,7 @@
 
 #include <QTimer>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "app/desktop_work.h"
@@ -74,6 +75,9 @@ class DesktopScreen : public Panel,
   ResultsWindow* Results() const { return results_.get(); }
   /// All windows but the main one that are on the screen.
   std::vector<QWidget*> ShownWindows() const;
+  /// Is told of files that are dropped on editors.
+  using DropHandler = std::function<void(Slot slot, const QString& name)>;
+  void SetDropHandler(DropHandler handler) { onDrop_ = std::move(handler); }
   /// Unloads all windows but the main one.
   void CloseAllWindows();
 
@@ -93,6 +97,7 @@ class DesktopScreen : public Panel,
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;
+  DropHandler onDrop_;
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   QTimer focusMover_;                  ///< Moves the focus when the command is done.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.

@@ -27,6 +27,7 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
       guard_(settings),
       desktop_(window_, screen_),
+      exchange_(window_, screen_, commands_),
       recent_(window_.findChild<QMenu*>("mnuRecent"),
               [this](const QString& name) {
                 OpenByName(commands_, QFile::encodeName(name).toStdString());
@@ -76,6 +77,7 @@ void Program::AfterCommand() {
   window_.Action("mnuLastSession")->setEnabled(!session_.Latest().empty());
   ShowWhatStandsWhere(window_, commands_, workspace_);
   MarkStaleResults(window_, screen_, workspace_);
+  exchange_.Update(workspace_);
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }

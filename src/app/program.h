@@ -5,6 +5,7 @@
 
 #include "app/desktop_menu.h"
 #include "app/desktop_screen.h"
+#include "app/exchange_menu.h"
 #include "app/frm_qmx.h"
 #include "app/recent_projects.h"
 #include "base/fault.h"
@@ -48,6 +49,7 @@ class Program {
   CommandRunner commands_;
   DecimalGuard guard_;
   DesktopMenu desktop_;
+  ExchangeMenu exchange_;
   RecentProjects recent_;
   std::unique_ptr<FileStore> stateFiles_;  ///< Of the session: they are written in the background.
   LastSession session_;

@@ -3,6 +3,9 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <algorithm>
 
 #include "commands/block_text.h"
@@ -15,6 +18,7 @@ EditorWindow::EditorWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow
   AddEntryBox();
   AddToggle();
   AddPaste();
+  setAcceptDrops(true);
   if (slot == kSlotSystem) Grid().SetLastColumnApart();
   connect(&Grid(), &MatrixGrid::CellChosen, this, &EditorWindow::StartEditing);
   connect(&Grid(), &MatrixGrid::ArrowPressed, this, &EditorWindow::MoveAndEdit);
@@ -49,6 +53,17 @@ void EditorWindow::ShowElement() {
 
 void EditorWindow::ShowRefusal(const QString& key) {
   line_->ShowRefusal(QString::fromStdString(KeyRefusal(key.toStdString())));
+}
+
+void EditorWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void EditorWindow::dropEvent(QDropEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  event->acceptProposedAction();
+  Q_EMIT FileDropped(urls.front().toLocalFile());
 }
 
 bool EditorWindow::IsHeldOff() {

@@ -15,6 +15,14 @@ class EditorWindow : public GridWindow {
  public:
   EditorWindow(CommandRunner& commands, qmx::Slot slot);
 
+ Q_SIGNALS:
+  /// A file of this computer, the first of several, was dropped on the window.
+  void FileDropped(const QString& name);
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
  private:
   /// True, and the user told so, while nothing can be changed.
   bool IsHeldOff();

@@ -3,7 +3,9 @@
 
 #include <QAction>
 #include <QContextMenuEvent>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <tuple>
 
@@ -82,6 +84,15 @@ void EntryBox::SelectTextOrCells(QKeyEvent* event) {
   QLineEdit::keyPressEvent(event);
   event->accept();
   if (state() == before) Q_EMIT SelectionKeyPressed(*event);
+}
+
+// Files are for the window behind the box.
+void EntryBox::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) {
+    event->ignore();
+  } else {
+    QLineEdit::dragEnterEvent(event);
+  }
 }
 
 // The line edit's own menu would copy and paste past the signals.

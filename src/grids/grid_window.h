@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include "commands/command_runner.h"
+#include "exchange/copy_forms.h"
 #include "grids/entry_box.h"
 #include "grids/matrix_grid.h"
 #include "workspace/slot_table.h"
@@ -38,6 +39,9 @@ class GridWindow : public QWidget {
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
   void AcceptSize() { fitted_ = size(); }
+  /// Copies the selected cells, or the whole matrix where none are selected, in the form of another
+  /// program.
+  void CopyAs(CopyForm form);
   /// Ends the edit or inspection of a cell.
   void HideEntryBox();
 
@@ -76,6 +80,7 @@ class GridWindow : public QWidget {
   void ShowMenu(const QPoint& where);
   void ExtendBoxMenu(QMenu* menu);
   void CopyCells(bool headers);
+  QMenu* MakeCopyAsMenu(QMenu* parent);
   void CopyFromBox();
   void GoTo();
 

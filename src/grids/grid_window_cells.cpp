@@ -8,6 +8,7 @@
 #include "commands/grid_commands.h"
 #include "grids/go_to_dialog.h"
 #include "grids/grid_window.h"
+#include "grids/qt_text.h"
 
 namespace qmx {
 
@@ -55,6 +56,7 @@ void GridWindow::ShowMenu(const QPoint& where) {
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setToolTipsVisible(true);
   menu->addActions({copy_, copyWithHeaders_});
+  menu->addMenu(MakeCopyAsMenu(menu));
   if (paste_ != nullptr) {
     const QMimeData* held = QApplication::clipboard()->mimeData();
     paste_->setEnabled(held != nullptr && held->hasText());
@@ -91,6 +93,27 @@ void GridWindow::CopyCells(bool headers) {
   // A single number goes into a field as well.
   if (cells.IsOneCell() && !headers) text->pop_back();
   QApplication::clipboard()->setText(QString::fromStdString(*text));
+}
+
+QMenu* GridWindow::MakeCopyAsMenu(QMenu* parent) {
+  auto* menu = new QMenu(tr("Copy &as"), parent);
+  menu->setObjectName("mnuCopyAs");
+  for (const CopyFormInfo& info : kCopyForms) {
+    QAction* entry = menu->addAction(ToQString(info.title));
+    entry->setObjectName(QString("mnuCopyAs_%1").arg(static_cast<int>(info.form)));
+    connect(entry, &QAction::triggered, this, [this, form = info.form] { CopyAs(form); });
+  }
+  return menu;
+}
+
+void GridWindow::CopyAs(CopyForm form) {
+  const int shift = 1 - grid_->Model().HeaderRows();
+  CellRange cells{1, 1, grid_->Model().DataRows(), grid_->Model().DataCols()};
+  if (const std::optional<CellBlock> block = grid_->Selected())
+    cells = {block->top + shift, block->left, block->bottom + shift, block->right};
+  std::optional<std::string> text;
+  commands_.Do([&](Context& context) { text = CopyBlockAs(context, slot_, cells, form); });
+  if (text) QApplication::clipboard()->setText(QString::fromStdString(*text));
 }
 
 void GridWindow::CopyFromBox() {

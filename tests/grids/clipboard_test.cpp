@@ -148,7 +148,8 @@ TEST_F(Clipboard, OneNumberIsPastedIntoTheOpenCellsText) {
 TEST_F(Clipboard, WhatIsNoNumberIsRefusedAndNothingChanges) {
   Enter(kSlotA, 2, 2, {"1", "2", "3", "4"});
   ClickCell(kSlotA, 1, 1);
-  for (const char* text : {"7\t8\n9\t1,5", "1,5", "7\t8\t9", "1\n2\n3", "7\tx", "1E999", "1\t\t"}) {
+  for (const char* text :
+       {"7\t8.5\n9\t1,5", "1,5", "7\t8\t9", "1\n2\n3", "7\tx", "1E999", "1\t\t"}) {
     Put(text);
     Window(kSlotA).activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotA)));
