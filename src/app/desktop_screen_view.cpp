@@ -9,6 +9,7 @@
 
 #include "app/desktop_screen.h"
 #include "app/widgets.h"
+#include "grids/announcer.h"
 
 namespace qmx {
 namespace {
@@ -142,6 +143,7 @@ void DesktopScreen::RestoreText(Slot slot, int row, int col,
 
 void DesktopScreen::SetStatus(const std::string& text) {
   main_.SetStatus(QString::fromStdString(text));
+  if (!text.empty()) Announce(FrontWindow(), QString::fromStdString(text));
 }
 
 }  // namespace qmx

@@ -13,10 +13,12 @@
 
 #include "app/wiring.h"
 #include "base/fault.h"
+#include "commands/computed_news.h"
 #include "commands/file_commands.h"
 #include "commands/parameters.h"
 #include "desktop/file_store_system.h"
 #include "files/project_file.h"
+#include "grids/announcer.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -78,8 +80,17 @@ void Program::AfterCommand() {
   ShowWhatStandsWhere(window_, commands_, workspace_);
   MarkStaleResults(window_, screen_, workspace_);
   exchange_.Update(workspace_);
+  AnnounceComputed();
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
+}
+
+/// Results open without the keyboard: who does not see them hears of them.
+void Program::AnnounceComputed() {
+  const std::string news = ComputedNews(workspace_);
+  if (news.empty()) return;
+  QWidget* active = QApplication::activeWindow();
+  Announce(active != nullptr ? *active : window_, QString::fromStdString(news));
 }
 
 void Program::End() {

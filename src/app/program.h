@@ -37,6 +37,7 @@ class Program {
 
  private:
   void AfterCommand();
+  void AnnounceComputed();
   LastSession::Compose CaptureSession() const;
   void OpenLastSession();
   void End();

@@ -46,6 +46,7 @@ bool CommandRunner::Guard(FunctionRef<void()> part) {
   }
   busy_ = true;
   savedNow_ = false;
+  context_.workspace.computedNow = {};
   std::optional<Fault> fault = FaultOf([&] {
     context_.view.SetStatus({});
     part();

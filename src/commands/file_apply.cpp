@@ -125,6 +125,7 @@ void ApplyProject(Context& context, ProjectImage image) {
   }
   // What a project holds counts as computed from the operands that it holds.
   for (const ResultInfo& info : kResults) NoteComputed(context.workspace, info.result);
+  context.workspace.computedNow = {};
 }
 
 }  // namespace qmx

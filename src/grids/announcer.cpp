@@ -31,13 +31,13 @@ Announcer::Announcer(QWidget* window) : QWidget(window) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setGeometry(0, 0, 1, 1);
   lower();
-  show();
+  hide();
 }
 
 void Announcer::Say(const QString& text) {
+  hide();
   setAccessibleName(text);
-  QAccessibleEvent shown(this, QAccessible::ObjectShow);
-  QAccessible::updateAccessibility(&shown);
+  show();
 }
 
 }  // namespace qmx

@@ -106,7 +106,7 @@ void EditorWindow::MoveAndEdit(int key) {
   if (key == Qt::Key_Left) next = (place + all - 1) % all;
   if (key == Qt::Key_Down) next = (row + 1) % rows * cols + col;
   if (key == Qt::Key_Up) next = (row + rows - 1) % rows * cols + col;
-  Grid().SetCurrentCell(static_cast<int>(next / cols) + 1, static_cast<int>(next % cols) + 1);
+  Grid().SetCellToCover(static_cast<int>(next / cols) + 1, static_cast<int>(next % cols) + 1);
   StartEditing();
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "commands/grid_commands.h"
+#include "grids/accessible_grid.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -150,19 +151,24 @@ void GridWindow::OpenEntryBox() {
   grid_->SetCurrentCell(grid_->Row(), grid_->Col());
   commands_.EndCell();
   const QString text = grid_->TextMatrix(grid_->Row(), grid_->Col());
+  const bool hadFocus = box_->hasFocus();
   FillEntryBox(text);
+  box_->selectAll();
   ShowToolTip(text);
+  // After the text, whose change is not to be heard as if it were typed.
+  if (hadFocus) RenewForScreenReaders(*box_);
+  box_->setAccessibleName(NameOfCell(*grid_, grid_->Row(), grid_->Col()));
   box_->show();
   PlaceEntryBox();
   box_->raise();
   box_->setFocus();
-  box_->selectAll();
+  // The box has gone to another cell and taken the keyboard along.
+  if (hadFocus) TellFocus(*box_);
 }
 
 void GridWindow::ShowToolTip(const QString& text) {
   const std::string tip = CellToolTip(slot_, grid_->Row(), grid_->Col(), text.toStdString());
   box_->setToolTip(QString::fromStdString(tip));
-  box_->setAccessibleName(tr("Row %1, column %2").arg(grid_->Row()).arg(grid_->Col()));
 }
 
 void GridWindow::PlaceEntryBox() {
@@ -181,8 +187,9 @@ void GridWindow::HideEntryBox() {
   if (box_ == nullptr || box_->isHidden()) return;
   commands_.EndCell();
   const bool hadFocus = box_->hasFocus() || focusWidget() == box_;
-  box_->hide();
+  // First, lest the keyboard pass through another control on its way.
   if (hadFocus) grid_->setFocus();
+  box_->hide();
 }
 
 bool GridWindow::event(QEvent* event) {

@@ -2,8 +2,11 @@
 #include "grids/matrix_grid.h"
 
 #include <QHeaderView>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
+
+#include "grids/accessible_grid.h"
 
 namespace qmx {
 namespace {
@@ -18,6 +21,7 @@ QColor ToQColor(Colour colour) {
 
 MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
     : QTableView(parent), model_(new GridModel(hasHeaderRow, this)) {
+  UseAccessibleGrids();
   setModel(model_);
   setLayoutDirection(Qt::LeftToRight);
   setSelectionMode(QAbstractItemView::ContiguousSelection);
@@ -128,6 +132,11 @@ void MatrixGrid::SetCurrentCell(int row, int col) {
   EndSelection();
   PlaceCurrentCell({row, col});
   scrollTo(currentIndex(), EnsureVisible);
+}
+
+void MatrixGrid::SetCellToCover(int row, int col) {
+  const QScopedValueRollback<bool> guard(covering_, true);
+  SetCurrentCell(row, col);
 }
 
 bool MatrixGrid::IsInSight(int row, int col) const {

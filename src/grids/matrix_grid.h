@@ -61,6 +61,8 @@ class MatrixGrid final : public QTableView {
   bool HasCurrentCell() const { return model_->IsData(Row(), Col()); }
   /// Makes a data cell the current one, scrolls it into sight and ends the selection.
   void SetCurrentCell(int row, int col);
+  /// The same for a cell that an entry box will cover at once: screen readers are told of the box.
+  void SetCellToCover(int row, int col);
   /// The selected cells; nothing where none are.
   std::optional<CellBlock> Selected() const;
   /// The selected cells, else the current one, which must be there.
@@ -109,6 +111,7 @@ class MatrixGrid final : public QTableView {
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void timerEvent(QTimerEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -164,6 +167,7 @@ class MatrixGrid final : public QTableView {
   bool lastColumnApart_ = false;
   int headerWidth_ = 0;
   GridSelection selection_;
+  bool covering_ = false;    ///< The current cell changes, to be covered.
   bool publishing_ = false;  ///< The selection model changes by our own doing.
   bool dragging_ = false;
   QPoint dragPoint_;

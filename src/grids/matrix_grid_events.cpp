@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "grids/accessible_grid.h"
 #include "grids/matrix_grid.h"
 
 namespace qmx {
@@ -101,10 +102,9 @@ void MatrixGrid::PaintSelectionFrame(QPainter& painter) const {
 }
 
 void MatrixGrid::PaintCurrentCell(QPainter& painter) const {
-  if (!currentIndex().isValid()) return;
-  const QColor colour =
-      palette().color(hasFocus() ? QPalette::Active : QPalette::Inactive, QPalette::Highlight);
-  painter.setPen(QPen(colour, hasFocus() ? 2 : 1));
+  // The frame tells where the keys go to: there is one of its kind on the screen.
+  if (!currentIndex().isValid() || !hasFocus()) return;
+  painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(visualRect(currentIndex()).adjusted(1, 1, -2, -2));
 }
@@ -180,6 +180,7 @@ void MatrixGrid::changeEvent(QEvent* event) {
 void MatrixGrid::focusInEvent(QFocusEvent* event) {
   QTableView::focusInEvent(event);
   viewport()->update();
+  TellFocus(*this);
 }
 
 void MatrixGrid::focusOutEvent(QFocusEvent* event) {

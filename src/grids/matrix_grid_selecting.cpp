@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QTimerEvent>
 
+#include "grids/accessible_grid.h"
 #include "grids/matrix_grid.h"
 
 namespace qmx {
@@ -89,6 +90,12 @@ void MatrixGrid::selectionChanged(const QItemSelection& selected,
   QAccessibleEvent changed(this, QAccessible::SelectionWithin);
   QAccessible::updateAccessibility(&changed);
   if (!publishing_) TakeOver(selected);
+}
+
+// The table's own routine counts cells in a way that is not that of our tree.
+void MatrixGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  if (!covering_) TellFocus(*this);
+  QAbstractItemView::currentChanged(current, previous);
 }
 
 /// A change that came from outside, from assistive technology: one cell is a choice, as a click on

@@ -14,14 +14,20 @@ ViewerWindow::ViewerWindow(CommandRunner& commands, qmx::Slot slot) : GridWindow
   if (kind != WindowKind::kPlainViewer) AddToggle();
 }
 
-void ViewerWindow::MoveBy(int key) {
+GridCell ViewerWindow::Neighbour(int key) {
   const int down = (key == Qt::Key_Down) - (key == Qt::Key_Up);
   const int right = (key == Qt::Key_Right) - (key == Qt::Key_Left);
-  Grid().SetCurrentCell(Grid().Row() + down, Grid().Col() + right);
+  return {Grid().Row() + down, Grid().Col() + right};
+}
+
+void ViewerWindow::MoveBy(int key) {
+  const GridCell cell = Neighbour(key);
+  Grid().SetCurrentCell(cell.row, cell.col);
 }
 
 void ViewerWindow::MoveAndInspect(int key) {
-  MoveBy(key);
+  const GridCell cell = Neighbour(key);
+  Grid().SetCellToCover(cell.row, cell.col);
   OpenEntryBox();
 }
 

@@ -15,6 +15,8 @@ class ViewerWindow : public GridWindow {
   ViewerWindow(CommandRunner& commands, qmx::Slot slot);
 
  private:
+  /// The cell that an arrow leads to, which may lie outside.
+  GridCell Neighbour(int key);
   void MoveBy(int key);
   void MoveAndInspect(int key);
 };

@@ -30,6 +30,7 @@ void NoteChange(Workspace& workspace, Slot slot) {
 
 void NoteComputed(Workspace& workspace, Result result) {
   workspace.computedFrom[result] = workspace.revisions;
+  workspace.computedNow[result] = true;
 }
 
 std::string Staleness(const Workspace& workspace, Result result) {

@@ -132,6 +132,8 @@ struct Workspace {
 
   Revisions revisions;
   std::array<Revisions, kResultCount> computedFrom;  ///< What they were when a result was computed.
+  /// What the command that runs, or ran last, has computed.
+  std::array<bool, kResultCount> computedNow{};
 
   std::int16_t SystemMethod =
       kSystemOneShot;          ///< Index of the selected way of solving, a SystemKind.

@@ -91,6 +91,43 @@ std::string AccessibleNode::Text() const {
   return Taken(atspi_text_get_text(text.get(), 0, length, nullptr));
 }
 
+bool AccessibleNode::Focus() const {
+  const auto component = Owned(atspi_accessible_get_component_iface(object_.get()));
+  return component != nullptr && atspi_component_grab_focus(component.get(), nullptr) != 0;
+}
+
+std::pair<int, int> AccessibleNode::TableSize() const {
+  const auto table = Owned(atspi_accessible_get_table_iface(object_.get()));
+  if (table == nullptr) return {-1, -1};
+  return {atspi_table_get_n_rows(table.get(), nullptr),
+          atspi_table_get_n_columns(table.get(), nullptr)};
+}
+
+AccessibleNode AccessibleNode::TableCell(int row, int col) const {
+  const auto table = Owned(atspi_accessible_get_table_iface(object_.get()));
+  if (table == nullptr) return {};
+  return AccessibleNode(atspi_table_get_accessible_at(table.get(), row, col, nullptr));
+}
+
+std::pair<int, int> AccessibleNode::PlaceOf(const AccessibleNode& cell) const {
+  const auto table = Owned(atspi_accessible_get_table_iface(object_.get()));
+  if (table == nullptr) return {-1, -1};
+  const int index = atspi_accessible_get_index_in_parent(cell.object_.get(), nullptr);
+  return {atspi_table_get_row_at_index(table.get(), index, nullptr),
+          atspi_table_get_column_at_index(table.get(), index, nullptr)};
+}
+
+std::string AccessibleNode::RowHeader(int row) const {
+  const auto table = Owned(atspi_accessible_get_table_iface(object_.get()));
+  return table == nullptr ? "" : Taken(atspi_table_get_row_description(table.get(), row, nullptr));
+}
+
+std::string AccessibleNode::ColumnHeader(int col) const {
+  const auto table = Owned(atspi_accessible_get_table_iface(object_.get()));
+  return table == nullptr ? ""
+                          : Taken(atspi_table_get_column_description(table.get(), col, nullptr));
+}
+
 AccessibleNode AccessibleDesktop() { return AccessibleNode(atspi_get_desktop(0)); }
 
 }  // namespace qmx::test

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qmx::test {
@@ -34,6 +35,15 @@ class AccessibleNode {
   bool Press() const;
   bool SetText(const std::string& text) const;
   std::string Text() const;
+  bool Focus() const;
+
+  /// A table's rows and columns, and one of its cells, counted from 0.
+  std::pair<int, int> TableSize() const;
+  AccessibleNode TableCell(int row, int col) const;
+  /// Where a table has one of its cells, counted from 0, and what it says of its rows and columns.
+  std::pair<int, int> PlaceOf(const AccessibleNode& cell) const;
+  std::string RowHeader(int row) const;
+  std::string ColumnHeader(int col) const;
 
  private:
   std::shared_ptr<AtspiAccessible> object_;
