@@ -62,6 +62,9 @@ struct ProductSizes {
 /// How a product as a task is cut, apart from how its parts are multiplied.
 struct ProductTaskSizes {
   int tinyOperand = 25;  ///< Elements of each operand up to which the textbook's loop is quickest.
+  /// Multiplications from which the members of a team share it, and those of the smallest piece.
+  double shareFrom = 8e6;
+  double leastPiece = 1e5;
 };
 
 /// How an elimination is cut.

@@ -2,13 +2,17 @@
 #include "algorithms/ordered_product.h"
 
 #include <algorithm>
+#include <array>
 #include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <memory>
+#include <new>
 #include <type_traits>
 
 #include "algorithms/product_tiles.h"
+#include "base/team.h"
 
 namespace qmx {
 namespace {
@@ -98,9 +102,15 @@ struct PackedOperands {
   alignas(64) double b[kMostPackedB];
 };
 
-PackedOperands& Packed() {
-  static PackedOperands packed;
-  return packed;
+/// Those of the running member of the team; null where there is no memory for them.
+PackedOperands* Packed() {
+  static PackedOperands first;
+  static std::array<std::unique_ptr<PackedOperands>, kMostMembers> others;
+  const int member = Team::Member();
+  if (member == 0) return &first;
+  std::unique_ptr<PackedOperands>& own = others[member];
+  if (own == nullptr) own.reset(new (std::nothrow) PackedOperands);
+  return own.get();
 }
 
 /// The multiplications of a job.
@@ -114,9 +124,8 @@ void Note(WorkMeter* meter, const ProductJob& done) {
 
 /// Blocks of the products in increasing order, for each of them blocks of columns, and for each of
 /// these blocks of rows.
-void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
-               const ProductJob& job, WorkMeter* meter) {
-  PackedOperands& packed = Packed();
+void RunPacked(const Kernels& kernels, const ProductSizes& sizes, PackedOperands& packed,
+               Run runBlock, const ProductJob& job, WorkMeter* meter) {
   const int depth = EvenPart(job.depth, sizes.depth, 1);
   const int rows = EvenPart(job.rows, sizes.rows, kernels.tileRows);
   const int cols = EvenPart(job.cols, sizes.cols, kernels.tileCols);
@@ -143,9 +152,8 @@ void RunPacked(const Kernels& kernels, const ProductSizes& sizes, Run runBlock,
 }
 
 /// Copies panels of A before they are used, for rows that compete with each other.
-void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, Run run,
+void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, double* packed, Run run,
                        const ProductJob& job, WorkMeter* meter) {
-  double* const packed = Packed().a;
   const int depth = EvenPart(job.depth, sizes.depth, 1);
   assert(kernels.tileRows * depth <= kMostPackedA);
   ProductJob panel = job;
@@ -199,13 +207,16 @@ void RunSized(const Kernels& kernels, const ProductSizes& sizes, Run run, Run ru
                        A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
   const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= sizes.page;
   const int packFrom = inPages ? sizes.packPagesFrom : sizes.packFrom;
-  if (std::min(job.rows, job.cols) >= packFrom) {
-    RunPacked(kernels, sizes, runPacked, job, meter);
-  } else if (job.aCol == 1 && job.aRow % sizes.competingStride == 0 &&
-             job.rows > kernels.tileRows / 2) {
-    RunByPackedPanels(kernels, sizes, run, job, meter);
-  } else {
+  const bool packs = std::min(job.rows, job.cols) >= packFrom;
+  const bool packsPanels = !packs && job.aCol == 1 && job.aRow % sizes.competingStride == 0 &&
+                           job.rows > kernels.tileRows / 2;
+  PackedOperands* const packed = packs || packsPanels ? Packed() : nullptr;
+  if (packed == nullptr) {
     RunUnpacked(kernels, run, job, meter);
+  } else if (packs) {
+    RunPacked(kernels, sizes, *packed, runPacked, job, meter);
+  } else {
+    RunByPackedPanels(kernels, sizes, packed->a, run, job, meter);
   }
 }
 

@@ -1,0 +1,259 @@
+#include "base/team.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cfenv>
+#include <charconv>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "base/progress.h"
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+#endif
+
+namespace qmx {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+
+/// So long a member looks for the next job, and the caller for the end of this one, before it
+/// sleeps: a sleeper comes 35 to 50 us after it is woken.
+constexpr microseconds kSpin(100);
+/// Between two looks of a caller that sleeps.
+constexpr milliseconds kLook(2);
+/// A caller that waited so much longer than its own pieces took was kept waiting by a member that
+/// did not get its core.
+constexpr milliseconds kPatience(1);
+constexpr milliseconds kAloneAtFirst(20);
+constexpr milliseconds kAloneAtMost(200);
+
+thread_local int thisMember = 0;
+
+void Pause() {
+#if defined(__x86_64__)
+  _mm_pause();
+#else
+  std::this_thread::yield();
+#endif
+}
+
+constexpr std::uint64_t kOnePieceOn = 1;
+constexpr int PiecesOf(std::uint64_t left) { return static_cast<int>(left >> 16 & 0xffff); }
+constexpr int NextOf(std::uint64_t left) { return static_cast<int>(left & 0xffff); }
+
+/// Whether it became true while the thread looked.
+template <class Condition>
+bool SpinFor(Condition condition) {
+  const auto until = std::chrono::steady_clock::now() + kSpin;
+  constexpr int kLooksPerTime = 32;
+  do {
+    for (int look = 0; look < kLooksPerTime; ++look) {
+      if (condition()) return true;
+      Pause();
+    }
+  } while (std::chrono::steady_clock::now() < until);
+  return condition();
+}
+
+}  // namespace
+
+Team::Team(int members) : wanted_(members), members_(members) {
+  assert(members >= 1 && members <= kMostMembers);
+}
+
+Team::~Team() {
+  {
+    const std::lock_guard lock(mutex_);
+    ends_ = true;
+  }
+  wake_.notify_all();
+  for (std::thread& thread : threads_) thread.join();
+}
+
+int Team::Member() { return thisMember; }
+
+void Team::Start() {
+  if (!threads_.empty() || wanted_ == 1) return;
+  try {
+    threads_.reserve(wanted_ - 1);
+    for (int member = 1; member < wanted_; ++member) {
+      threads_.emplace_back([this, member] { Serve(member); });
+    }
+  } catch (const std::exception&) {
+    // Without memory or threads for all of them fewer do the same.
+    members_ = static_cast<int>(threads_.size()) + 1;
+  }
+}
+
+void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
+  assert(pieces <= kMostPieces);
+  const bool alone = pieces < 2 || Members() == 1 || thisMember != 0 ||
+                     busy_.exchange(true, std::memory_order_acquire);
+  if (alone) {
+    for (int piece = 0; piece < pieces; ++piece) work(piece);
+    return;
+  }
+  struct Release {
+    std::atomic<bool>& busy;
+    ~Release() { busy.store(false, std::memory_order_release); }
+  } const release{busy_};
+  if (Clock::now() < aloneUntil_) {
+    for (int piece = 0; piece < pieces; ++piece) work(piece);
+    return;
+  }
+  Start();
+  Open(pieces, work);
+  Clock::duration longest{};
+  Clock::time_point since = Clock::now();
+  while (TakePiece()) {
+    const Clock::time_point now = Clock::now();
+    longest = std::max(longest, now - since);
+    since = now;
+  }
+  WaitForOthers(whileWaiting);
+  BackOff(Clock::now() - since, longest);
+  Close();
+}
+
+void Team::Open(int pieces, const Work& work) {
+  pieces_ = pieces;
+  work_ = &work;
+  done_.store(0, std::memory_order_relaxed);
+  failed_.store(pieces, std::memory_order_relaxed);
+  faults_.store(0, std::memory_order_relaxed);
+  stopped_.store(false, std::memory_order_relaxed);
+  const std::uint64_t generation = (left_.load(std::memory_order_relaxed) >> 32) + 1;
+  left_.store(generation << 32 | static_cast<std::uint64_t>(pieces) << 16);
+  const std::lock_guard lock(mutex_);
+  if (parked_ > 0) wake_.notify_all();
+}
+
+void Team::Close() {
+  work_ = nullptr;
+  std::feraiseexcept(faults_.load(std::memory_order_relaxed));
+  std::exception_ptr failure;
+  {
+    const std::lock_guard lock(mutex_);
+    failure = std::exchange(failure_, nullptr);
+  }
+  if (stopped_.load(std::memory_order_relaxed)) throw Stopped();
+  if (failure != nullptr) std::rethrow_exception(failure);
+}
+
+void Team::Serve(int member) {
+  thisMember = member;
+  const auto isThereWork = [this] {
+    const std::uint64_t left = left_.load(std::memory_order_relaxed);
+    return NextOf(left) < PiecesOf(left);
+  };
+  for (;;) {
+    while (TakePiece()) {
+    }
+    if (SpinFor(isThereWork)) continue;
+    std::unique_lock lock(mutex_);
+    ++parked_;
+    wake_.wait(lock, [&] { return ends_ || isThereWork(); });
+    --parked_;
+    if (ends_) return;
+  }
+}
+
+/// Runs the next piece; false where there is none.
+bool Team::TakePiece() {
+  std::uint64_t left = left_.load(std::memory_order_acquire);
+  do {
+    if (NextOf(left) >= PiecesOf(left)) return false;
+  } while (!left_.compare_exchange_weak(left, left + kOnePieceOn, std::memory_order_acq_rel,
+                                        std::memory_order_acquire));
+  RunPiece(NextOf(left));
+  return true;
+}
+
+void Team::RunPiece(int piece) {
+  const int pieces = pieces_;  // The job may be gone once this piece is done.
+  if (!IsStopped() && piece < failed_.load(std::memory_order_relaxed)) {
+    if (thisMember != 0) std::feclearexcept(FE_ALL_EXCEPT);
+    try {
+      (*work_)(piece);
+    } catch (const Stopped&) {
+      stopped_.store(true, std::memory_order_relaxed);
+    } catch (...) {
+      NoteFailure(piece, std::current_exception());
+    }
+    if (thisMember != 0) {
+      faults_.fetch_or(std::fetestexcept(FE_ALL_EXCEPT), std::memory_order_relaxed);
+    }
+  }
+  const bool last = done_.fetch_add(1, std::memory_order_acq_rel) == pieces - 1;
+  if (!last || thisMember == 0) return;
+  const std::lock_guard lock(mutex_);
+  if (callerSleeps_) ended_.notify_one();
+}
+
+void Team::NoteFailure(int piece, std::exception_ptr failure) {
+  const std::lock_guard lock(mutex_);
+  if (piece >= failed_.load(std::memory_order_relaxed)) return;
+  failed_.store(piece, std::memory_order_relaxed);
+  failure_ = std::move(failure);
+}
+
+void Team::WaitForOthers(WhileWaiting whileWaiting) {
+  if (SpinFor([this] { return AllDone(); })) return;
+  std::unique_lock lock(mutex_);
+  callerSleeps_ = true;
+  while (!ended_.wait_for(lock, kLook, [this] { return AllDone(); })) {
+    lock.unlock();
+    try {
+      if (!IsStopped()) whileWaiting();
+    } catch (const Stopped&) {
+      stopped_.store(true, std::memory_order_relaxed);
+    } catch (...) {
+      constexpr int kBeforeAll = -1;
+      NoteFailure(kBeforeAll, std::current_exception());
+    }
+    lock.lock();
+  }
+  callerSleeps_ = false;
+}
+
+void Team::BackOff(Clock::duration waited, Clock::duration longest) {
+  if (waited <= kPatience + 2 * longest) {
+    aloneFor_ = {};
+    return;
+  }
+  aloneFor_ = std::clamp<Clock::duration>(2 * aloneFor_, kAloneAtFirst, kAloneAtMost);
+  aloneUntil_ = Clock::now() + aloneFor_;
+}
+
+namespace {
+
+Team*& TeamInUse() {
+  // It outlives everything, also what ends the process without a word to its threads.
+  static Team* team = new Team(MembersFor(std::getenv("QMX_THREADS"),
+                                          static_cast<int>(std::thread::hardware_concurrency())));
+  return team;
+}
+
+}  // namespace
+
+Team& SharedTeam() { return *TeamInUse(); }
+
+UseTeam::UseTeam(Team& team) : before_(std::exchange(TeamInUse(), &team)) {}
+UseTeam::~UseTeam() { TeamInUse() = before_; }
+
+int MembersFor(const char* limit, int cores) {
+  const int all = std::clamp(cores, 1, kMostMembers);
+  if (limit == nullptr) return all;
+  const std::string_view text = limit;
+  int members = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), members);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  return isNumber && members > 0 ? std::min(members, all) : all;
+}
+
+}  // namespace qmx

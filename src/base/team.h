@@ -1,0 +1,122 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <exception>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "base/function_ref.h"
+
+namespace qmx {
+
+/// The most threads that ever share a computation.
+inline constexpr int kMostMembers = 64;
+
+/// Threads that share the independent pieces of a computation. Whoever has pieces takes part itself
+/// and waits only for pieces that somebody has begun, never for a thread that sleeps: on a busy
+/// machine it is then no slower than alone.
+///
+/// The pieces that are left stand in one word, {generation, pieces, next piece}, and are claimed by
+/// compare and swap. A member that comes late cannot claim a piece of a newer job by the word of an
+/// older one. What a job consists of is read only with a piece in hand: until that one is done the
+/// job cannot end.
+class Team {
+ public:
+  using Work = FunctionRef<void(int piece)>;
+  using WhileWaiting = FunctionRef<void()>;
+
+  /// With the caller itself, 1..kMostMembers. Threads are started when they are first needed;
+  /// where the system has none, the team stays smaller.
+  explicit Team(int members);
+  /// No job may be running.
+  ~Team();
+  Team(const Team&) = delete;
+  Team& operator=(const Team&) = delete;
+
+  int Members() const { return members_; }
+  /// Which member the running thread is: 0 for all that belong to no team, else 1..Members() - 1.
+  /// Storage of its own for each of them is never used by two at a time, as long as not more than
+  /// one thread outside the team computes.
+  static int Member();
+
+  /// Runs work(0), work(1), ... work(pieces - 1), side by side as far as members are free, and returns
+  /// when all are done. They are begun in this order. `whileWaiting` is called every few
+  /// milliseconds while the caller has nothing left to do; it may throw.
+  ///
+  /// The arithmetic faults of all pieces are raised in the caller. Of several pieces that throw the
+  /// first one counts, as in a loop; pieces behind it are not begun any more. Where Stopped is
+  /// thrown, by a piece or while waiting, nothing else is begun and Stopped is thrown on.
+  ///
+  /// Called by a piece, or while another thread's job is running, it is a plain loop.
+  void Share(int pieces, Work work, WhileWaiting whileWaiting);
+
+  /// Whether somebody has stopped the running job: pieces may then end by throwing Stopped.
+  bool IsStopped() const { return stopped_.load(std::memory_order_relaxed); }
+
+  /// The most pieces of one job.
+  static constexpr int kMostPieces = (1 << 16) - 1;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  void Start();
+  void Serve(int member);
+  bool TakePiece();
+  void RunPiece(int piece);
+  void NoteFailure(int piece, std::exception_ptr failure);
+  void WaitForOthers(WhileWaiting whileWaiting);
+  bool AllDone() const { return done_.load(std::memory_order_acquire) == pieces_; }
+  void BackOff(Clock::duration waited, Clock::duration longest);
+  void Open(int pieces, const Work& work);
+  void Close();
+
+  const int wanted_;
+  std::atomic<int> members_;
+  std::vector<std::thread> threads_;
+
+  std::atomic<bool> busy_ = false;      ///< Somebody's job is running.
+  std::atomic<std::uint64_t> left_ = 0;  ///< {generation 32, pieces 16, next piece 16}.
+  std::atomic<int> done_ = 0;
+  std::atomic<bool> stopped_ = false;
+  std::atomic<int> failed_ = 0;  ///< The first piece that threw, or behind the last.
+  std::atomic<int> faults_ = 0;  ///< Arithmetic faults of the other members.
+  int pieces_ = 0;
+  const Work* work_ = nullptr;
+
+  std::mutex mutex_;  ///< Of what follows.
+  std::condition_variable wake_;
+  std::condition_variable ended_;
+  int parked_ = 0;
+  bool callerSleeps_ = false;
+  bool ends_ = false;
+  std::exception_ptr failure_;  ///< Of piece failed_.
+
+  Clock::time_point aloneUntil_;      ///< Before, jobs are plain loops.
+  Clock::duration aloneFor_{};
+};
+
+/// The team that computations are shared with: by default as many members as the process may use
+/// cores, at most as many as the environment's QMX_THREADS says where that is a number from 1 on.
+Team& SharedTeam();
+
+/// For tests and benchmarks: while it lives, SharedTeam is this one.
+class UseTeam {
+ public:
+  explicit UseTeam(Team& team);
+  ~UseTeam();
+  UseTeam(const UseTeam&) = delete;
+  UseTeam& operator=(const UseTeam&) = delete;
+
+ private:
+  Team* before_;
+};
+
+/// The members that SharedTeam has for this text of QMX_THREADS, which may be null, on so many
+/// cores.
+int MembersFor(const char* limit, int cores);
+
+}  // namespace qmx
