@@ -4,10 +4,12 @@
 #include <algorithm>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/pivot_search.h"
+#include "algorithms/shared_work.h"
 #include "base/arithmetic.h"
 #include "base/fault.h"
 #include "base/vector.h"
@@ -25,6 +27,16 @@
 //         +-------+-------+-------+-------+      rows of the block to the right, and A22 := A22 -
 //         |  L1   | panel |       |  A22  |      L21·U12, which is where the time goes.
 //         +-------+-------+-------+-------+
+//
+// Where a team shares the work, a block goes ahead: while one member brings the columns of the next
+// block up to date and eliminates them, the others take the steps of this one in strips of what is
+// behind. Whoever does a strip does all of it: exchanges, pivot rows and A22.
+//
+//          this    next    strips         1. this + next       2. next + the one behind ...
+//         +-------+-------+-------+---
+//         | done  | piece | piece | ...
+//         |       |   0   |   1   |
+//         +-------+-------+-------+---
 //
 // A panel is copied out with its columns as rows, so that what belongs together lies together.
 // Every element takes its steps one by one in the order of the columns, as in the textbook loop.
@@ -71,6 +83,15 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
   return result;
 }
 
+/// Columns whose steps the rest of the matrix takes all at once.
+struct Block {
+  int first = 1;
+  int last = 0;
+  bool missesPivot = false;  ///< Whether a column had none.
+  /// Pairs of rows, in the order of their exchange.
+  std::vector<std::pair<int, int>> exchanges;
+};
+
 class Eliminator {
  public:
   Eliminator(Matrix& W, PivotRule rule, double* order, WorkMeter& meter,
@@ -86,73 +107,123 @@ class Eliminator {
   Elimination Run(int columns);
 
  private:
-  void EliminateBlock(int first, int last, int right);
-  void EliminatePanel(int first, int last);
-  bool EliminatePanelColumn(const View& panel, int first, int j, double& largest);
-  void TakeStepsInRows(int first, int top, int bottom, int from, int to);
-  void TakeSteps(int first, int last, int top, int bottom, int from, int to);
-
-  void NoteExchange(int i, int p);
+  void RunAlone(int columns);
+  void RunShared(int columns);
+  Block BlockFrom(int first, int columns) const;
+  void EliminateBlock(Block& block, int right, WorkMeter& meter);
+  void EliminatePanel(Block& block, int first, int last, WorkMeter& meter);
+  bool EliminatePanelColumn(Block& block, const View& panel, int first, int j, double& largest);
+  void TakeStepsInRows(const Block& block, int top, int bottom, int from, int to, WorkMeter& meter);
+  void TakeSteps(const Block& block, int first, int last, int top, int bottom, int from, int to,
+                 WorkMeter& meter);
+  void Follow(const Block& block, int from, int to, WorkMeter& meter);
+  void FollowExchanges(const Block& block, int from, int to);
 
   Matrix& W_;
   const PivotRule rule_;
   double* const order_;
   WorkMeter& meter_;
   const EliminationSizes& sizes_;
-  Vector<char> eliminated_;   ///< For each column, whether it had a pivot.
-  bool missesPivot_ = false;  ///< Whether a column had none.
+  bool shared_ = false;      ///< A block exchanges its own columns alone; the others follow.
+  Vector<char> eliminated_;  ///< For each column, whether it had a pivot.
   ColumnPanel panel_;
   Elimination result_;
 };
 
 Elimination Eliminator::Run(int columns) {
-  for (int first = 1; first <= columns && result_.complete; first += sizes_.block) {
-    const int last = std::min(first + sizes_.block - 1, columns);
-    // There is no other block for what stands right of the last one.
-    const int right = last == columns ? W_.Cols() : last;
-    EliminateBlock(first, last, right);
-    for (int from = right + 1; from <= W_.Cols(); from += sizes_.strip) {
-      const int to = std::min(from + sizes_.strip - 1, W_.Cols());
-      TakeStepsInRows(first, first, last, from, to);
-    }
-    TakeSteps(first, last, last + 1, W_.Rows(), last + 1, W_.Cols());
+  shared_ = columns >= sizes_.shareFrom && SharedTeam().Members() > 1;
+  if (shared_) {
+    RunShared(columns);
+  } else {
+    RunAlone(columns);
   }
   return result_;
 }
 
+void Eliminator::RunAlone(int columns) {
+  for (int first = 1; first <= columns && result_.complete; first += sizes_.block) {
+    Block block{first, std::min(first + sizes_.block - 1, columns), false, {}};
+    const int last = block.last;
+    // There is no other block for what stands right of the last one.
+    const int right = last == columns ? W_.Cols() : last;
+    EliminateBlock(block, right, meter_);
+    for (int from = right + 1; from <= W_.Cols(); from += sizes_.strip) {
+      const int to = std::min(from + sizes_.strip - 1, W_.Cols());
+      TakeStepsInRows(block, first, last, from, to, meter_);
+    }
+    TakeSteps(block, first, last, last + 1, W_.Rows(), last + 1, W_.Cols(), meter_);
+  }
+}
+
+void Eliminator::RunShared(int columns) {
+  Block block = BlockFrom(1, columns);
+  EliminateBlock(block, block.last, meter_);
+  for (bool isLast = false; !isLast;) {
+    isLast = !result_.complete || block.last == columns;
+    Block next =
+        isLast ? Block{block.last + 1, block.last, false, {}} : BlockFrom(block.last + 1, columns);
+    const Strips strips = StripsOf(next.last + 1, W_.Cols(), sizes_.sharedStrip);
+    SharePieces(meter_, strips.count + 2, [&](int piece, WorkMeter& meter) {
+      if (piece == 0) {
+        Follow(block, next.first, next.last, meter);
+        if (!isLast) EliminateBlock(next, next.last, meter);
+      } else if (piece <= strips.count) {
+        Follow(block, strips.First(piece - 1), strips.Last(piece - 1), meter);
+      } else {
+        FollowExchanges(block, 1, block.first - 1);
+      }
+    });
+    block = std::move(next);
+  }
+}
+
+/// The next block. The first and the last ones are narrow: while a block is eliminated by one
+/// member, the others have as much to do as the block before left them.
+Block Eliminator::BlockFrom(int first, int columns) const {
+  const int least = std::max(1, sizes_.block / 4);
+  const int left = columns - first + 1;
+  const int narrow = first == 1 ? least : first <= least + 1 ? 2 * least : sizes_.block;
+  const int width = std::min(narrow, std::max(least, left / 4));
+  const int panels = std::max(1, width / sizes_.panel) * sizes_.panel;
+  return {first, std::min(first + panels - 1, columns), false, {}};
+}
+
 /// Leaves the columns up to `right` in the rows first..last as they are in the end.
-void Eliminator::EliminateBlock(int first, int last, int right) {
+void Eliminator::EliminateBlock(Block& block, int right, WorkMeter& meter) {
   const int rows = W_.Rows();
+  const int first = block.first;
+  const int last = block.last;
   for (int left = first; left <= last; left += sizes_.panel) {
     const int end = std::min(left + sizes_.panel - 1, last);
-    TakeSteps(first, left - 1, left, rows, left, end);
-    EliminatePanel(left, end);
-    TakeStepsInRows(first, left, end, end + 1, right);
+    TakeSteps(block, first, left - 1, left, rows, left, end, meter);
+    EliminatePanel(block, left, end, meter);
+    TakeStepsInRows(block, left, end, end + 1, right, meter);
     if (!result_.complete) {
       // What is below has been waiting for panels that do not come any more.
-      TakeSteps(first, end, end + 1, rows, end + 1, last);
-      TakeSteps(first, end, end + 1, last, last + 1, right);
+      TakeSteps(block, first, end, end + 1, rows, end + 1, last, meter);
+      TakeSteps(block, first, end, end + 1, last, last + 1, right, meter);
       return;
     }
   }
 }
 
-void Eliminator::EliminatePanel(int first, int last) {
+void Eliminator::EliminatePanel(Block& block, int first, int last, WorkMeter& meter) {
   const View place = Part(W_, first, first, W_.Rows() - first + 1, last - first + 1);
   const View panel = panel_.Read(place);
   double largest = LargestMagnitude(panel.first, panel.cols);
   for (int j = 0; j < panel.rows && result_.complete; ++j) {
-    eliminated_(first + j) = EliminatePanelColumn(panel, first, j, largest);
-    missesPivot_ = missesPivot_ || eliminated_(first + j) == 0;
+    eliminated_(first + j) = EliminatePanelColumn(block, panel, first, j, largest);
+    block.missesPivot = block.missesPivot || eliminated_(first + j) == 0;
   }
   ColumnPanel::Write(panel, place);
-  meter_.Add(0.5 * panel.rows * panel.rows * panel.cols);
+  meter.Add(0.5 * panel.rows * panel.rows * panel.cols);
 }
 
 /// Row j of `panel` holds column first + j of W from row `first` on; its diagonal element is
 /// panel(j, j). `largest` is the largest magnitude at and below it, and becomes that of the next
 /// column. False where the column has no pivot.
-bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, double& largest) {
+bool Eliminator::EliminatePanelColumn(Block& block, const View& panel, int first, int j,
+                                      double& largest) {
   double* const column = &panel(j, j);
   const int below = panel.cols - j - 1;
   const int p =
@@ -165,8 +236,16 @@ bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, doubl
   }
   if (p != 0) {
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, j), panel(r, j + p));
-    SwapNumbers(W_.Row(first + j), W_.Row(first + j + p), W_.Cols());
-    NoteExchange(first + j - 1, first + j + p - 1);
+    const int row = first + j;
+    if (shared_) {
+      const int left = block.first - 1;
+      SwapNumbers(W_.Row(row) + left, W_.Row(row + p) + left, block.last - left);
+      block.exchanges.emplace_back(row, row + p);
+    } else {
+      SwapNumbers(W_.Row(row), W_.Row(row + p), W_.Cols());
+    }
+    if (order_ != nullptr) std::swap(order_[row - 1], order_[row + p - 1]);
+    ++result_.exchanges;
   }
   PanelStep step;
   step.column = column + 1;
@@ -181,43 +260,55 @@ bool Eliminator::EliminatePanelColumn(const View& panel, int first, int j, doubl
   return true;
 }
 
-/// The rows top..bottom take the steps of the rows first..bottom above their own in the columns
-/// from..to.
-void Eliminator::TakeStepsInRows(int first, int top, int bottom, int from, int to) {
+/// The rows top..bottom take the steps of the block's rows above their own in the columns from..to.
+void Eliminator::TakeStepsInRows(const Block& block, int top, int bottom, int from, int to,
+                                 WorkMeter& meter) {
   if (from > to) return;
   for (; top <= bottom; top += sizes_.panel) {
     const int end = std::min(top + sizes_.panel - 1, bottom);
-    TakeSteps(first, top - 1, top, end, from, to);
-    if (missesPivot_) {
-      for (int i = top + 1; i <= end; ++i) TakeSteps(top, i - 1, i, i, from, to);
+    TakeSteps(block, block.first, top - 1, top, end, from, to, meter);
+    if (block.missesPivot) {
+      for (int i = top + 1; i <= end; ++i) TakeSteps(block, top, i - 1, i, i, from, to, meter);
     } else {
       const int rows = end - top + 1;
       EliminatePivotRows(Part(W_, top, top, rows, rows), Part(W_, top, from, rows, to - from + 1));
-      meter_.Add(0.5 * rows * rows * (to - from + 1));
+      meter.Add(0.5 * rows * rows * (to - from + 1));
     }
   }
 }
 
-/// Takes the steps of the columns first..last, all that had a pivot, in the rows top..bottom of the
-/// columns from..to.
-void Eliminator::TakeSteps(int first, int last, int top, int bottom, int from, int to) {
+/// Takes the steps of the block's columns first..last, all that had a pivot, in the rows
+/// top..bottom of the columns from..to.
+void Eliminator::TakeSteps(const Block& block, int first, int last, int top, int bottom, int from,
+                           int to, WorkMeter& meter) {
   if (top > bottom || from > to) return;
   for (int run = first; run <= last;) {
-    int end = missesPivot_ ? run : last + 1;  // One behind.
+    int end = block.missesPivot ? run : last + 1;  // One behind.
     while (end <= last && eliminated_(end) != 0) ++end;
     if (end > run) {
       SubtractProduct(Part(W_, top, run, bottom - top + 1, end - run),
                       Part(W_, run, from, end - run, to - from + 1),
-                      Part(W_, top, from, bottom - top + 1, to - from + 1), meter_);
+                      Part(W_, top, from, bottom - top + 1, to - from + 1), meter);
     }
     run = end + 1;
   }
 }
 
-/// Rows counted from 0.
-void Eliminator::NoteExchange(int i, int p) {
-  if (order_ != nullptr) std::swap(order_[i], order_[p]);
-  ++result_.exchanges;
+/// Columns behind a block do with it what its own columns did.
+void Eliminator::Follow(const Block& block, int from, int to, WorkMeter& meter) {
+  FollowExchanges(block, from, to);
+  for (int left = from; left <= to; left += sizes_.strip) {
+    const int right = std::min(left + sizes_.strip - 1, to);
+    TakeStepsInRows(block, block.first, block.last, left, right, meter);
+  }
+  TakeSteps(block, block.first, block.last, block.last + 1, W_.Rows(), from, to, meter);
+}
+
+void Eliminator::FollowExchanges(const Block& block, int from, int to) {
+  if (from > to) return;
+  for (const auto& [upper, lower] : block.exchanges) {
+    SwapNumbers(W_.Row(upper) + (from - 1), W_.Row(lower) + (from - 1), to - from + 1);
+  }
 }
 
 }  // namespace

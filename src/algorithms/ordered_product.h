@@ -15,8 +15,8 @@ namespace qmx {
 // is what the inner loop of a textbook does, so the algorithms built on it keep the bits of the
 // textbook loop while the work on different elements is done side by side. With it what else is
 // best done in the widest vectors of the processor.
-// It keeps packed operands in storage of its own, for each member of a team: beside these one thread
-// at a time may use it.
+// It keeps packed operands in storage of its own, for each member of a team: beside these one
+// thread at a time may use it.
 
 /// A rectangular part of a matrix, or of its transpose. Counted from 0.
 template <class Number>

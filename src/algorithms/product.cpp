@@ -11,25 +11,16 @@
 namespace qmx {
 namespace {
 
-/// Strips of C, cut along its larger dimension at the edges of tiles.
-struct Strips {
-  bool ofRows = false;
-  int size = 0;  ///< Rows or columns of each but the last.
-  int count = 0;
-};
-
-Strips StripsOf(const Matrix& C, double work, const ProductTaskSizes& sizes) {
+/// Strips of the larger dimension of C, cut at the edges of tiles.
+Strips StripsOfProduct(const Matrix& C, double work, const ProductTaskSizes& sizes) {
+  const int all = std::max(C.Rows(), C.Cols());
+  if (work < sizes.shareFrom) return {1, all, all, 1};
   // More than one for each member: on a busy machine not all of them come as far.
   constexpr int kForEach = 2;
-  const bool ofRows = C.Rows() >= C.Cols();
-  const int all = std::max(C.Rows(), C.Cols());
-  if (work < sizes.shareFrom) return {ofRows, all, 1};
-  const double wanted =
-      std::min<double>(kForEach * SharedTeam().Members(), work / sizes.leastPiece);
-  const int tile = ofRows ? CurrentKernels().tileRows : CurrentKernels().tileCols;
-  const int least = (all + static_cast<int>(wanted) - 1) / std::max(static_cast<int>(wanted), 1);
-  const int size = std::min(all, (least + tile - 1) / tile * tile);
-  return {ofRows, size, (all + size - 1) / size};
+  const int most = static_cast<int>(
+      std::min<double>(kForEach * SharedTeam().Members(), work / sizes.leastPiece));
+  const int step = C.Rows() >= C.Cols() ? CurrentKernels().tileRows : CurrentKernels().tileCols;
+  return StripsOf(1, all, std::max(1, all / std::max(1, most)), step);
 }
 
 /// Out of line, because tiny products should not have to save its many registers.
@@ -37,12 +28,11 @@ Strips StripsOf(const Matrix& C, double work, const ProductTaskSizes& sizes) {
                                      Progress& progress, const ProductTaskSizes& sizes) {
   const double work = static_cast<double>(A.Rows()) * A.Cols() * B.Cols();
   WorkMeter whole(progress, work);
-  const Strips strips = StripsOf(C, work, sizes);
+  const Strips strips = StripsOfProduct(C, work, sizes);
   SharePieces(whole, strips.count, [&](int piece, WorkMeter& meter) {
-    const int from = piece * strips.size + 1;
-    const int all = strips.ofRows ? C.Rows() : C.Cols();
-    const int size = std::min(strips.size, all - from + 1);
-    if (strips.ofRows) {
+    const int from = strips.First(piece);
+    const int size = strips.Last(piece) - from + 1;
+    if (C.Rows() >= C.Cols()) {
       SetProduct(Part(A, from, 1, size, A.Cols()), Part(B, 1, 1, B.Rows(), B.Cols()),
                  Part(C, from, 1, size, C.Cols()), meter);
     } else {

@@ -1,9 +1,35 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
+#include <algorithm>
 
 #include "algorithms/work_meter.h"
 #include "base/team.h"
 
 namespace qmx {
+
+/// Columns or rows from..to in strips for the pieces of a job.
+struct Strips {
+  int from = 1;
+  int to = 0;
+  int size = 1;  ///< Of each but the last.
+  int count = 0;
+
+  int First(int strip) const { return from + strip * size; }
+  int Last(int strip) const { return std::min(First(strip) + size - 1, to); }
+};
+
+/// Strips of from..to, as even as can be and at most `most` wide, and as many as there are members
+/// where that leaves them a quarter of it; but for the last they are multiples of `step`.
+inline Strips StripsOf(int from, int to, int most, int step = 1) {
+  const int all = to - from + 1;
+  if (all <= 0) return {from, to, 1, 0};
+  const int members = SharedTeam().Members();
+  const int enough = std::min(members, (all + most / 4) / std::max(1, most / 4));
+  const int parts = std::max({1, enough, (all + most - 1) / most});
+  const int size = ((all + parts - 1) / parts + step - 1) / step * step;
+  return {from, to, size, (all + size - 1) / size};
+}
 
 /// Runs work(piece, meter) for all pieces, as Team::Share tells. Each member has a meter to add its
 /// work to; all of it arrives at `whole`, and a stop heard there ends them all.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include <atomic>
@@ -43,8 +44,8 @@ class Team {
   /// one thread outside the team computes.
   static int Member();
 
-  /// Runs work(0), work(1), ... work(pieces - 1), side by side as far as members are free, and returns
-  /// when all are done. They are begun in this order. `whileWaiting` is called every few
+  /// Runs work(0), work(1), ... work(pieces - 1), side by side as far as members are free, and
+  /// returns when all are done. They are begun in this order. `whileWaiting` is called every few
   /// milliseconds while the caller has nothing left to do; it may throw.
   ///
   /// The arithmetic faults of all pieces are raised in the caller. Of several pieces that throw the
@@ -78,7 +79,7 @@ class Team {
   std::atomic<int> members_;
   std::vector<std::thread> threads_;
 
-  std::atomic<bool> busy_ = false;      ///< Somebody's job is running.
+  std::atomic<bool> busy_ = false;       ///< Somebody's job is running.
   std::atomic<std::uint64_t> left_ = 0;  ///< {generation 32, pieces 16, next piece 16}.
   std::atomic<int> done_ = 0;
   std::atomic<bool> stopped_ = false;
@@ -95,7 +96,7 @@ class Team {
   bool ends_ = false;
   std::exception_ptr failure_;  ///< Of piece failed_.
 
-  Clock::time_point aloneUntil_;      ///< Before, jobs are plain loops.
+  Clock::time_point aloneUntil_;  ///< Before, jobs are plain loops.
   Clock::duration aloneFor_{};
 };
 

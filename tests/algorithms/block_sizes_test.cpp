@@ -18,6 +18,7 @@
 #include "algorithms/linear_system.h"
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
+#include "base/team.h"
 #include "output/reports.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
@@ -25,7 +26,7 @@
 #include "support/core_instruction_sets.h"
 
 // Every algorithm with blocks so small that all their edges lie inside matrices of an order of
-// about 7: none of the sizes may change a bit.
+// about 7: none of the sizes may change a bit, nor may the number of threads that share the work.
 
 namespace qmx {
 namespace {
@@ -40,8 +41,13 @@ Progress unheard;
 
 /// Blocks of so many columns, rows or steps each, from the smallest order on.
 BlockSizes Sizes(int block, int panel, int strip) {
-  return {.product = {.tinyOperand = 0},
-          .elimination = {.smallOrder = 0, .block = block, .panel = panel, .strip = strip},
+  return {.product = {.tinyOperand = 0, .shareFrom = 0, .leastPiece = 1},
+          .elimination = {.smallOrder = 0,
+                          .block = block,
+                          .panel = panel,
+                          .strip = strip,
+                          .shareFrom = 0,
+                          .sharedStrip = strip},
           .exchange = {.smallOrder = 0,
                        .block = block,
                        .panel = panel,
@@ -101,10 +107,13 @@ void ForEachCase(const char* task, CaseShape shape, int largest,
   constexpr int kRounds = 8000;
   testing::ForEachInstructionSet([&](InstructionSet set) {
     CaseSource cases(1700 + static_cast<int>(set), shape, largest);
+    std::array<Team, 5> teams{Team(1), Team(2), Team(3), Team(7), Team(64)};
     Comparison comparison(std::string(task) + " in tiny blocks, instruction set " +
                           std::to_string(static_cast<int>(set)));
     for (int round = 0; round < kRounds && !comparison.HasSeenEnough(); ++round) {
       const auto& [name, sizes] = kAllSizes[round % kAllSizes.size()];
+      // Another team for all sizes in turn.
+      const UseTeam use(teams[round / kAllSizes.size() % teams.size()]);
       compare(comparison, cases, cases.Next(), sizes, name);
     }
   });

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "base/team.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +46,8 @@ TEST_P(TeamTest, RunsEveryPieceOnce) {
   Team team(GetParam());
   for (int pieces = 0; pieces < 40; ++pieces) {
     std::vector<std::atomic<int>> runs(pieces);
-    team.Share(pieces, [&](int piece) { ++runs[piece]; }, Nothing);
+    team.Share(
+        pieces, [&](int piece) { ++runs[piece]; }, Nothing);
     for (const std::atomic<int>& count : runs) EXPECT_EQ(count, 1);
   }
 }
@@ -55,7 +57,8 @@ TEST_P(TeamTest, StandsThousandsOfShortJobsInARow) {
   std::int64_t sum = 0;
   for (int job = 0; job < 5000; ++job) {
     int numbers[5] = {};
-    team.Share(5, [&](int piece) { numbers[piece] = job + piece; }, Nothing);
+    team.Share(
+        5, [&](int piece) { numbers[piece] = job + piece; }, Nothing);
     sum += std::accumulate(numbers, numbers + 5, std::int64_t{0});
   }
   EXPECT_EQ(sum, 5LL * 4999 * 5000 / 2 + 10 * 5000);
@@ -80,9 +83,12 @@ TEST_P(TeamTest, ThrowsWhatTheFirstFailingPieceOfALoopWouldThrow) {
 
 TEST_P(TeamTest, WorksOnAfterAFailure) {
   Team team(GetParam());
-  EXPECT_THROW(team.Share(8, [](int) { throw std::bad_alloc(); }, Nothing), std::bad_alloc);
+  EXPECT_THROW(team.Share(
+                   8, [](int) { throw std::bad_alloc(); }, Nothing),
+               std::bad_alloc);
   std::atomic<int> runs = 0;
-  team.Share(8, [&](int) { ++runs; }, Nothing);
+  team.Share(
+      8, [&](int) { ++runs; }, Nothing);
   EXPECT_EQ(runs, 8);
 }
 
@@ -115,7 +121,8 @@ TEST_P(TeamTest, BringsTheArithmeticFaultsOfAllPiecesToTheCaller) {
         Nothing);
     EXPECT_EQ(std::fetestexcept(FE_DIVBYZERO | FE_INVALID | FE_OVERFLOW), FE_DIVBYZERO);
     std::feclearexcept(FE_ALL_EXCEPT);
-    team.Share(12, [](int) {}, Nothing);
+    team.Share(
+        12, [](int) {}, Nothing);
     EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0) << "a fault of an earlier job came again";
   }
 }
@@ -124,7 +131,8 @@ TEST_P(TeamTest, KeepsTheFaultsThatTheCallerHadBefore) {
   Team team(GetParam());
   std::feclearexcept(FE_ALL_EXCEPT);
   std::feraiseexcept(FE_OVERFLOW);
-  team.Share(12, [](int) {}, Nothing);
+  team.Share(
+      12, [](int) {}, Nothing);
   EXPECT_NE(std::fetestexcept(FE_OVERFLOW), 0);
   std::feclearexcept(FE_ALL_EXCEPT);
 }
@@ -152,7 +160,9 @@ TEST_P(TeamTest, TwoThreadsThatShareAtOnceBothEnd) {
   Team team(GetParam());
   std::atomic<int> runs = 0;
   const auto share = [&] {
-    for (int job = 0; job < 200; ++job) team.Share(7, [&](int) { ++runs; }, Nothing);
+    for (int job = 0; job < 200; ++job)
+      team.Share(
+          7, [&](int) { ++runs; }, Nothing);
   };
   std::thread other(share);
   share();
@@ -220,7 +230,8 @@ TEST(TeamOfSeveralTest, DoesNotWaitForTheMembersOfAnotherThreadsJob) {
   });
   begun.Come();
   std::atomic<int> runs = 0;
-  team.Share(4, [&](int) { ++runs; }, Nothing);
+  team.Share(
+      4, [&](int) { ++runs; }, Nothing);
   EXPECT_EQ(runs, 4);
   over = true;
   other.join();
