@@ -92,6 +92,8 @@ struct ExchangeSizes {
   /// Up to here the columns are put in order by single writes; beyond, reads here and there are so
   /// much quicker that turning the order round pays. kMostScattered at most.
   int scatter = 32;
+  int shareFrom = 200;  ///< As in EliminationSizes, too.
+  int sharedStrip = 256;
 };
 
 /// How the minors of an adjoint share their eliminations.

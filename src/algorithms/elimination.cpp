@@ -177,15 +177,9 @@ void Eliminator::RunShared(int columns) {
   }
 }
 
-/// The next block. The first and the last ones are narrow: while a block is eliminated by one
-/// member, the others have as much to do as the block before left them.
 Block Eliminator::BlockFrom(int first, int columns) const {
-  const int least = std::max(1, sizes_.block / 4);
-  const int left = columns - first + 1;
-  const int narrow = first == 1 ? least : first <= least + 1 ? 2 * least : sizes_.block;
-  const int width = std::min(narrow, std::max(least, left / 4));
-  const int panels = std::max(1, width / sizes_.panel) * sizes_.panel;
-  return {first, std::min(first + panels - 1, columns), false, {}};
+  const int width = ColumnsAhead(first, columns, sizes_.block, sizes_.panel);
+  return {first, first + width - 1, false, {}};
 }
 
 /// Leaves the columns up to `right` in the rows first..last as they are in the end.

@@ -7,10 +7,12 @@
 #include <cstddef>
 #include <numeric>
 #include <utility>
+#include <vector>
 
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/pivot_search.h"
+#include "algorithms/shared_work.h"
 
 // Columns are exchanged block by block. The steps of a block are made in its own columns first, and
 // their factors f are kept; then every other column takes all of them at once:
@@ -23,6 +25,9 @@
 //       +--------+-------------+--------+   3. A1 := A1 - F1·U and A3 := A3 - F3·U, which is where
 //       |   A3   |      F3     |   B3   |      the time goes; B1 and B3 likewise.
 //       +--------+-------------+--------+
+//
+// Where a team shares the work, the next block goes ahead: while one member gives it these steps
+// and exchanges it, the others give them to strips of all other columns, left and right.
 //
 // A block is exchanged in the same way from two halves, down to a panel of a few columns that is
 // copied out with its columns as rows. Every element takes its steps one by one in the order of the
@@ -62,32 +67,51 @@ class Exchanger {
   void ExchangeInLongRows(int i);
 };
 
+/// Columns that are exchanged before all others take their steps at once.
+struct Block {
+  int first = 1;
+  int last = 0;
+  int done = 0;       ///< The last column that was exchanged.
+  View factors = {};  ///< Of its steps, in the rows of the matrix.
+  /// Pairs of rows, in the order of their exchange.
+  std::vector<std::pair<int, int>> exchanges = {};
+
+  /// Those of `steps` steps from `step` on in `rows` rows from `row` on.
+  View Factors(int row, int step, int rows, int steps) const {
+    return Part(factors, row - 1, step - first, rows, steps);
+  }
+};
+
 class BlockExchanger : public Exchanger {
  public:
   BlockExchanger(Matrix& W, EqualPivots rule, WorkMeter& meter, const ExchangeSizes& sizes)
-      : Exchanger(W, rule, sizes), meter_(meter) {}
+      : Exchanger(W, rule, sizes),
+        meter_(meter),
+        shared_(n_ >= sizes.shareFrom && SharedTeam().Members() > 1) {}
 
   JordanExchange Run();
 
  private:
-  void ExchangeBlock(int first, int last);
-  void ExchangePanel(int first, int last);
-  bool ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
+  void RunAlone();
+  void RunShared();
+  Block BlockFrom(int first, int columns, Matrix& factors) const;
+  void ExchangeBlock(Block& block, int first, int last, WorkMeter& meter);
+  void ExchangePanel(Block& block, int first, int last, WorkMeter& meter);
+  bool ExchangePanelColumn(Block& block, const View& panel, const View& factors, int first, int s,
                            double& largest);
   double TakeStep(const View& panel, int i, int s);
-  void ApplyBlock(int first, int last, int from, int to);
-  void TakeStepsInPivotRows(int first, int last, int from, const View& U);
+  void ApplyBlock(const Block& block, int first, int last, int from, int to, WorkMeter& meter);
+  void TakeStepsInPivotRows(const Block& block, int first, int last, int from, const View& U);
+  void Follow(const Block& block, int from, int to, WorkMeter& meter);
 
   int PivotRow(int i, const double* column, double largest) const;
-  void ExchangeRows(int i, int p);
-  View Factors(int row, int step, int rows, int steps);
+  void ExchangeRows(Block& block, int i, int p);
 
   WorkMeter& meter_;
-  int block_ = 1;  ///< First column of the block in work.
+  const bool shared_;  ///< A block exchanges rows in its own columns alone; the others follow.
   ColumnPanel panel_;
   ColumnPanel panelFactors_;  ///< The factors of the steps of the panel in work.
-  Matrix factors_;            ///< Those of all steps of the block, in the rows of W.
-  Matrix pivotRows_;          ///< U, without gaps between its rows.
+  Matrix pivotRows_;          ///< U, without gaps between its rows; each strip has its own place.
 };
 
 /// The textbook loop itself.
@@ -187,71 +211,134 @@ int BlockExchanger::PivotRow(int i, const double* column, double largest) const 
   return FirstNumber(p, [&](int k) { return k + PlaceOf(largest, column + k - 1, n_ - k + 1); });
 }
 
-void BlockExchanger::ExchangeRows(int i, int p) {
-  SwapNumbers(W_.Row(i), W_.Row(p), n_);
+void BlockExchanger::ExchangeRows(Block& block, int i, int p) {
+  if (shared_) {
+    const int left = block.first - 1;
+    SwapNumbers(W_.Row(i) + left, W_.Row(p) + left, block.last - left);
+    block.exchanges.emplace_back(i, p);
+  } else {
+    SwapNumbers(W_.Row(i), W_.Row(p), n_);
+  }
   NoteExchange(i, p);
 }
 
 JordanExchange BlockExchanger::Run() {
   panel_ = ColumnPanel(n_);
   panelFactors_ = ColumnPanel(n_);
-  factors_ = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
-  pivotRows_ = Matrix::Unset(std::min(sizes_.block, n_), n_);
-  for (block_ = 1; block_ <= n_ && result_.complete; block_ += sizes_.block) {
-    const int last = std::min(block_ + sizes_.block - 1, n_);
-    ExchangeBlock(block_, last);
-    ApplyBlock(block_, last, 1, block_ - 1);
-    ApplyBlock(block_, last, last + 1, n_);
+  pivotRows_ = Matrix::Unset(n_, std::min(sizes_.block, n_));
+  if (shared_) {
+    RunShared();
+  } else {
+    RunAlone();
   }
   return std::move(result_);
 }
 
-void BlockExchanger::ExchangeBlock(int first, int last) {
+void BlockExchanger::RunAlone() {
+  Matrix factors = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
+  for (int first = 1; first <= n_ && result_.complete; first += sizes_.block) {
+    Block block = BlockFrom(first, sizes_.block, factors);
+    ExchangeBlock(block, block.first, block.last, meter_);
+    ApplyBlock(block, block.first, block.done, 1, block.first - 1, meter_);
+    ApplyBlock(block, block.first, block.done, block.last + 1, n_, meter_);
+  }
+}
+
+void BlockExchanger::RunShared() {
+  Matrix factors = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
+  Matrix nextFactors = factors;
+  const auto columns = [this](int first) {
+    return ColumnsAhead(first, n_, sizes_.block, sizes_.panel);
+  };
+  Block block = BlockFrom(1, columns(1), factors);
+  ExchangeBlock(block, block.first, block.last, meter_);
+  for (bool isLast = false; !isLast;) {
+    isLast = !result_.complete || block.last == n_;
+    const int ahead = isLast ? 0 : columns(block.last + 1);
+    Block next = BlockFrom(block.last + 1, ahead, nextFactors);
+    const Strips left = StripsOf(1, block.first - 1, sizes_.sharedStrip);
+    const Strips right = StripsOf(next.last + 1, n_, sizes_.sharedStrip);
+    SharePieces(meter_, 1 + left.count + right.count, [&](int piece, WorkMeter& meter) {
+      if (piece == 0) {
+        Follow(block, next.first, next.last, meter);
+        if (!isLast) ExchangeBlock(next, next.first, next.last, meter);
+        return;
+      }
+      const bool isLeft = piece <= left.count;
+      const Strips& strips = isLeft ? left : right;
+      const int strip = isLeft ? piece - 1 : piece - 1 - left.count;
+      Follow(block, strips.First(strip), strips.Last(strip), meter);
+    });
+    std::swap(factors, nextFactors);
+    block = std::move(next);
+  }
+}
+
+/// So many columns, as far as there are.
+Block BlockExchanger::BlockFrom(int first, int columns, Matrix& factors) const {
+  return {.first = first,
+          .last = std::min(first + columns - 1, n_),
+          .done = first - 1,
+          .factors = Part(factors, 1, 1, n_, sizes_.block)};
+}
+
+/// The columns first..last of a block.
+void BlockExchanger::ExchangeBlock(Block& block, int first, int last, WorkMeter& meter) {
   const int columns = last - first + 1;
   if (columns <= sizes_.panel) {
-    ExchangePanel(first, last);
+    ExchangePanel(block, first, last, meter);
     return;
   }
   const int panels = (columns + sizes_.panel - 1) / sizes_.panel;
   const int middle = first + panels / 2 * sizes_.panel - 1;
-  ExchangeBlock(first, middle);
-  ApplyBlock(first, middle, middle + 1, last);
+  ExchangeBlock(block, first, middle, meter);
+  ApplyBlock(block, first, block.done, middle + 1, last, meter);
   if (!result_.complete) return;
-  ExchangeBlock(middle + 1, last);
-  ApplyBlock(middle + 1, last, first, middle);
+  ExchangeBlock(block, middle + 1, last, meter);
+  ApplyBlock(block, middle + 1, block.done, first, middle, meter);
 }
 
-void BlockExchanger::ExchangePanel(int first, int last) {
+/// Columns outside a block do with it what its own columns did.
+void BlockExchanger::Follow(const Block& block, int from, int to, WorkMeter& meter) {
+  if (from > to) return;
+  for (const auto& [upper, lower] : block.exchanges) {
+    SwapNumbers(W_.Row(upper) + (from - 1), W_.Row(lower) + (from - 1), to - from + 1);
+  }
+  ApplyBlock(block, block.first, block.done, from, to, meter);
+}
+
+void BlockExchanger::ExchangePanel(Block& block, int first, int last, WorkMeter& meter) {
   const View place = Part(W_, 1, first, n_, last - first + 1);
   const View panel = panel_.Read(place);
   const View factors = panelFactors_.Empty(panel.rows, n_);
   double largest = LargestMagnitude(&panel(0, first - 1), n_ - first + 1);
   for (int s = 0; s < panel.rows && result_.complete; ++s) {
-    result_.complete = ExchangePanelColumn(panel, factors, first, s, largest);
+    result_.complete = ExchangePanelColumn(block, panel, factors, first, s, largest);
   }
   ColumnPanel::Write(panel, place);
-  ColumnPanel::Write(factors, Factors(1, first, n_, panel.rows));
-  meter_.Add(1.0 * panel.rows * panel.rows * n_);
+  ColumnPanel::Write(factors, block.Factors(1, first, n_, panel.rows));
+  meter.Add(1.0 * panel.rows * panel.rows * n_);
 }
 
 /// Row s of `panel` holds column first + s of W, and row s of `factors` becomes those of its step.
 /// `largest` is the largest magnitude at and below the diagonal, and becomes that of the next
 /// column. False where the column has no pivot.
-bool BlockExchanger::ExchangePanelColumn(const View& panel, const View& factors, int first, int s,
-                                         double& largest) {
+bool BlockExchanger::ExchangePanelColumn(Block& block, const View& panel, const View& factors,
+                                         int first, int s, double& largest) {
   const int i = first + s;
   double* const column = &panel(s, 0);
   const int p = PivotRow(i, column, largest);
   if (p == 0) return false;
   if (p != i) {
-    ExchangeRows(i, p);
+    ExchangeRows(block, i, p);
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, i - 1), panel(r, p - 1));
     for (int r = 0; r < s; ++r) std::swap(factors(r, i - 1), factors(r, p - 1));
-    const int earlier = first - block_;
-    SwapNumbers(factors_.Row(i), factors_.Row(p), earlier);
+    const int earlier = first - block.first;
+    SwapNumbers(&block.factors(i - 1, 0), &block.factors(p - 1, 0), earlier);
   }
   const double pivot = column[i - 1];
   NotePivot(pivot);
+  block.done = i;
   largest = TakeStep(panel, i, s);
   for (int r = 0; r < panel.rows; ++r) panel(r, i - 1) /= pivot;
   MoveNegated(column, n_, &factors(s, 0));
@@ -280,44 +367,40 @@ double BlockExchanger::TakeStep(const View& panel, int i, int s) {
   return step.count == 0 ? 0 : TakePanelStep(step);
 }
 
-/// The factors of `steps` steps from `step` on in `rows` rows from `row` on.
-View BlockExchanger::Factors(int row, int step, int rows, int steps) {
-  return Part(factors_, row, step - block_ + 1, rows, steps);
-}
-
-/// Makes the steps of the columns first..last, as far as they got, in the columns from..to.
-void BlockExchanger::ApplyBlock(int first, int last, int from, int to) {
-  last = std::min(last, result_.steps);
+/// Makes the steps of the columns first..last of a block in the columns from..to.
+void BlockExchanger::ApplyBlock(const Block& block, int first, int last, int from, int to,
+                                WorkMeter& meter) {
   if (from > to || first > last) return;
   const int steps = last - first + 1;
   const int cols = to - from + 1;
-  const View U{pivotRows_.Data(), steps, cols, cols, 1};
+  const View U{pivotRows_.Row(from), steps, cols, cols, 1};
   for (int j = 0; j < cols; j += sizes_.strip) {
     const int strip = std::min(sizes_.strip, cols - j);
-    TakeStepsInPivotRows(first, last, from + j, Part(U, 0, j, steps, strip));
-    meter_.Add(1.0 * steps * steps * strip);
+    TakeStepsInPivotRows(block, first, last, from + j, Part(U, 0, j, steps, strip));
+    meter.Add(1.0 * steps * steps * strip);
   }
-  SubtractProduct(Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols),
-                  meter_);
-  SubtractProduct(Factors(last + 1, first, n_ - last, steps), U,
-                  Part(W_, last + 1, from, n_ - last, cols), meter_);
+  SubtractProduct(block.Factors(1, first, first - 1, steps), U, Part(W_, 1, from, first - 1, cols),
+                  meter);
+  SubtractProduct(block.Factors(last + 1, first, n_ - last, steps), U,
+                  Part(W_, last + 1, from, n_ - last, cols), meter);
 }
 
 /// The same in the rows first..last alone; U becomes these rows as they are before their division.
-void BlockExchanger::TakeStepsInPivotRows(int first, int last, int from, const View& U) {
+void BlockExchanger::TakeStepsInPivotRows(const Block& block, int first, int last, int from,
+                                          const View& U) {
   const int panel = sizes_.panel;
   const auto rowsOfU = [&](int i, int rows) { return Part(U, i - first, 0, rows, U.cols); };
   for (int top = first; top <= last; top += panel) {
     const int rows = std::min(panel, last - top + 1);
     const View X = Part(W_, top, from, rows, U.cols);
-    SubtractProduct(Factors(top, first, rows, top - first), rowsOfU(first, top - first), X);
-    ExchangePivotRows(Factors(top, top, rows, rows), result_.pivots.From(top), X,
+    SubtractProduct(block.Factors(top, first, rows, top - first), rowsOfU(first, top - first), X);
+    ExchangePivotRows(block.Factors(top, top, rows, rows), result_.pivots.From(top), X,
                       rowsOfU(top, rows));
   }
   for (int top = first; top + panel <= last; top += panel) {
     const int next = top + panel;
-    SubtractProduct(Factors(top, next, panel, last - next + 1), rowsOfU(next, last - next + 1),
-                    Part(W_, top, from, panel, U.cols));
+    SubtractProduct(block.Factors(top, next, panel, last - next + 1),
+                    rowsOfU(next, last - next + 1), Part(W_, top, from, panel, U.cols));
   }
 }
 

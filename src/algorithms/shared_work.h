@@ -31,6 +31,18 @@ inline Strips StripsOf(int from, int to, int most, int step = 1) {
   return {from, to, size, (all + size - 1) / size};
 }
 
+/// The columns of a block that goes ahead, from column `first` of `columns` ones. The first and the
+/// last ones are narrow: while one member has the block, the others have what the one before left
+/// them. A multiple of `panel` where it is not the last, and at most `block`.
+inline int ColumnsAhead(int first, int columns, int block, int panel) {
+  const int least = std::max(1, block / 4);
+  const int left = columns - first + 1;
+  const int growing = first == 1 ? least : first <= least + panel ? 2 * least : block;
+  const int width = std::min(growing, std::max(least, left / 4));
+  const int whole = std::max(1, width / panel) * panel;
+  return std::min({whole, std::max(block, 1), left});
+}
+
 /// Runs work(piece, meter) for all pieces, as Team::Share tells. Each member has a meter to add its
 /// work to; all of it arrives at `whole`, and a stop heard there ends them all.
 template <class Work>
