@@ -99,6 +99,7 @@ struct ExchangeSizes {
 /// How the minors of an adjoint share their eliminations.
 struct CofactorSizes {
   int smallOrder = 5;  ///< Up to here the bookkeeping of branches takes longer than it saves.
+  int shareFrom = 16;  ///< Order from which the members of a team share the branches.
 };
 
 /// How Gram-Schmidt is cut on a full matrix.

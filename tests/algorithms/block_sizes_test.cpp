@@ -57,7 +57,7 @@ BlockSizes Sizes(int block, int panel, int strip) {
                        .scatter = 2,
                        .shareFrom = 0,
                        .sharedStrip = strip},
-          .cofactors = {.smallOrder = 1},
+          .cofactors = {.smallOrder = 1, .shareFrom = 0},
           .qr = {.smallOrder = 0, .block = block, .tile = panel},
           .hessenberg = {.tinyReflector = 1,
                          .reflectionStrip = strip,
