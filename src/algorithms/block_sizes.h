@@ -107,6 +107,8 @@ struct QrSizes {
   int smallOrder = 16;  ///< Up to here the bookkeeping of blocks takes longer than it saves.
   int block = 256;      ///< Columns whose projections all later columns take at once.
   int tile = 16;        ///< Halves of blocks are rounded to it, the height of the tallest tile.
+  int shareFrom = 180;  ///< As in EliminationSizes.
+  int sharedStrip = 512;
 };
 
 /// How the reduction to Hessenberg form and the cycles of QR are cut.

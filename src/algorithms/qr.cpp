@@ -10,6 +10,7 @@
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/projection.h"
+#include "algorithms/shared_work.h"
 #include "base/vector.h"
 
 // Once column k of V is final, its projections of all later columns can be taken and subtracted: no
@@ -20,6 +21,10 @@
 //       +-------------+--------+       2. D := VLᵀ·A, the dot products with the columns of A.
 //       |     VL      |   VR   |       3. VR := VR - VL·C, where C is D divided by squared norms.
 //       +-------------+--------+       4. Make the right half final.
+//
+// Where a team shares the work, the next block goes ahead: while one member takes the projections
+// on this block from its columns and makes them final, the others take them from strips of the
+// columns behind.
 //
 // Every dot product grows with the row number and every element takes its projections in the order
 // of the columns, as in the textbook loop.
@@ -43,20 +48,22 @@ class GramSchmidt {
  private:
   QrFactors Factors(int columns);
 
-  bool FinishBlock(int first, int last);
-  bool FinishColumn(int j, int last);
+  bool FinishAll();
+  bool FinishAllShared();
+  bool FinishBlock(int first, int last, WorkMeter& meter);
+  bool FinishColumn(int j, int last, WorkMeter& meter);
   template <int kCount>
   void ProjectNext(int j, int from);
   void ProjectColumn(int j);
-  void Project(int first, int last, int from, int to);
-  void SubtractSome(int first, int from, const View& D, const View& C);
+  void Project(int first, int last, int from, int to, WorkMeter& meter);
+  void SubtractSome(int first, int from, const View& D, const View& C, WorkMeter& meter);
 
   const Matrix& A_;
   WorkMeter& meter_;
   const QrSizes& sizes_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
   Matrix R_;
-  Matrix coefficients_;  ///< C.
+  Matrix coefficients_;  ///< C, in the columns that are projected.
   Vector<double> squaredNorm_;
 };
 
@@ -65,12 +72,45 @@ QrFactors GramSchmidt::RunInBlocks() {
   const int n = A_.Cols();
   if (n > std::min(sizes_.smallOrder, sizes_.block))
     coefficients_ = Matrix(std::min(sizes_.block, n), n);
+  const bool shared = n >= sizes_.shareFrom && SharedTeam().Members() > 1;
+  return (shared ? FinishAllShared() : FinishAll()) ? Factors(n) : QrFactors();
+}
+
+/// False where a column vanished.
+bool GramSchmidt::FinishAll() {
+  const int n = A_.Cols();
   for (int first = 1; first <= n; first += sizes_.block) {
     const int last = std::min(first + sizes_.block - 1, n);
-    if (!FinishBlock(first, last)) return {};
-    Project(first, last, last + 1, n);
+    if (!FinishBlock(first, last, meter_)) return false;
+    Project(first, last, last + 1, n, meter_);
   }
-  return Factors(n);
+  return true;
+}
+
+bool GramSchmidt::FinishAllShared() {
+  const int n = A_.Cols();
+  const auto end = [this, n](int first) {
+    return first + ColumnsAhead(first, n, sizes_.block, sizes_.tile) - 1;
+  };
+  int first = 1;
+  int last = n == 0 ? 0 : end(first);
+  bool good = FinishBlock(first, last, meter_);
+  while (good && last < n) {
+    const int next = last + 1;
+    const int nextLast = end(next);
+    const Strips strips = StripsOf(nextLast + 1, n, sizes_.sharedStrip);
+    SharePieces(meter_, 1 + strips.count, [&](int piece, WorkMeter& meter) {
+      if (piece == 0) {
+        Project(first, last, next, nextLast, meter);
+        good = FinishBlock(next, nextLast, meter);
+      } else {
+        Project(first, last, strips.First(piece - 1), strips.Last(piece - 1), meter);
+      }
+    });
+    first = next;
+    last = nextLast;
+  }
+  return good;
 }
 
 /// The textbook loop itself: no step is taken for a column before the columns before it are final,
@@ -79,7 +119,7 @@ QrFactors GramSchmidt::RunColumnByColumn() {
   const int n = A_.Cols();
   for (int j = 1; j <= n; ++j) {
     ProjectColumn(j);
-    if (!FinishColumn(j, j)) return Factors(j - 1);
+    if (!FinishColumn(j, j, meter_)) return Factors(j - 1);
   }
   return Factors(n);
 }
@@ -97,28 +137,28 @@ QrFactors GramSchmidt::Factors(int columns) {
   return {columns == n, std::move(V_), std::move(R_)};
 }
 
-bool GramSchmidt::FinishBlock(int first, int last) {
+bool GramSchmidt::FinishBlock(int first, int last, WorkMeter& meter) {
   const int columns = last - first + 1;
   if (columns <= kColumnsAtOnce || A_.Cols() <= sizes_.smallOrder) {
     for (int j = first; j <= last; ++j) {
-      if (!FinishColumn(j, last)) return false;
+      if (!FinishColumn(j, last, meter)) return false;
     }
     return true;
   }
   const int middle = first + LeftHalf(columns, sizes_.tile) - 1;
-  if (!FinishBlock(first, middle)) return false;
-  Project(first, middle, middle + 1, last);
-  return FinishBlock(middle + 1, last);
+  if (!FinishBlock(first, middle, meter)) return false;
+  Project(first, middle, middle + 1, last, meter);
+  return FinishBlock(middle + 1, last, meter);
 }
 
 /// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
 /// columns up to `last` on it. False where the norm is zero.
-bool GramSchmidt::FinishColumn(int j, int last) {
+bool GramSchmidt::FinishColumn(int j, int last, WorkMeter& meter) {
   ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
-  meter_.Add(kStepDownColumn * V_.Rows());
+  meter.Add(kStepDownColumn * V_.Rows());
   if (squaredNorm_(j) != 0) return true;
   // The column that failed, and those before it, are done once more.
-  meter_.Expect(kStepDownColumn * V_.Rows() * j * (j - 1.0));
+  meter.Expect(kStepDownColumn * V_.Rows() * j * (j - 1.0));
   return false;
 }
 
@@ -159,14 +199,14 @@ void GramSchmidt::ProjectColumn(int j) {
 }
 
 /// Projects the columns from..to of A on the final columns first..last.
-void GramSchmidt::Project(int first, int last, int from, int to) {
+void GramSchmidt::Project(int first, int last, int from, int to, WorkMeter& meter) {
   if (from > to) return;
   const int steps = last - first + 1;
   const int cols = to - from + 1;
   const View D = Part(R_, first, from, steps, cols);
-  const View C = Part(coefficients_, 1, 1, steps, cols);
+  const View C = Part(coefficients_, 1, from, steps, cols);
   SetProduct(Part(std::as_const(V_), 1, first, V_.Rows(), steps).Transposed(),
-             Part(A_, 1, from, A_.Rows(), cols), D, meter_);
+             Part(A_, 1, from, A_.Rows(), cols), D, meter);
   bool hasZero = false;
   for (int k = 0; k < steps; ++k) {
     hasZero |= PlaceOf(0, &D(k, 0), cols) != cols;
@@ -174,10 +214,10 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
     DivideBy(squaredNorm_(first + k), &C(k, 0), cols);
   }
   if (hasZero) {
-    SubtractSome(first, from, D, C);
+    SubtractSome(first, from, D, C, meter);
   } else {
     SubtractProduct(Part(V_, 1, first, V_.Rows(), steps), C, Part(V_, 1, from, V_.Rows(), cols),
-                    meter_);
+                    meter);
   }
   for (int k = 0; k < steps; ++k) DivideBy(R_(first + k, first + k), &D(k, 0), cols);
 }
@@ -185,16 +225,17 @@ void GramSchmidt::Project(int first, int last, int from, int to) {
 /// V(r,j) = V(r,j) - C(k,j)·V(r,k) wherever the dot product D(k,j) is not exactly zero. Where it
 /// is, the column is left as it is, which a subtraction of zeros would not always do: -0 could
 /// become 0.
-void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C) {
+void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C,
+                               WorkMeter& meter) {
   std::vector<char> hasZero(D.cols);
   for (int k = 0; k < D.rows; ++k) {
     for (int j = 0; j < D.cols; ++j) hasZero[j] |= D(k, j) == 0;
   }
   for (int j = 0; j < D.cols;) {
     if (hasZero[j]) {
-      meter_.Expect(kStepDownColumn * V_.Rows() * D.rows);
+      meter.Expect(kStepDownColumn * V_.Rows() * D.rows);
       for (int k = 0; k < D.rows; ++k) {
-        meter_.Add(kStepDownColumn * V_.Rows());
+        meter.Add(kStepDownColumn * V_.Rows());
         if (D(k, j) == 0) continue;
         SubtractMultiples<1>(&V_(1, first + k), &V_(1, from + j), V_.Cols(), V_.Rows(), &C(k, j));
       }
@@ -204,7 +245,7 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
     const int end =
         static_cast<int>(std::find(hasZero.begin() + j, hasZero.end(), 1) - hasZero.begin());
     SubtractProduct(Part(V_, 1, first, V_.Rows(), D.rows), Part(C, 0, j, D.rows, end - j),
-                    Part(V_, 1, from + j, V_.Rows(), end - j), meter_);
+                    Part(V_, 1, from + j, V_.Rows(), end - j), meter);
     j = end;
   }
 }
