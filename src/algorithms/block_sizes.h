@@ -119,6 +119,8 @@ struct HessenbergSizes {
   int smallOrder = 15;        ///< Of a cycle: up to here blocks take longer than they save.
   int strip = 256;            ///< Columns that are projected at a time, at most.
   int tile = 16;              ///< Height of the strips that a triangle is cut into.
+  int shareFrom = 60;         ///< Order of a reflection from which the members of a team share it.
+  int shareCycleFrom = 200;   ///< Columns of a cycle from which they share its projections.
 };
 
 /// How the growing elimination of the definiteness test is cut.
@@ -135,7 +137,8 @@ struct LeastSquaresSizes {
   /// kernel better.
   int lowStrip = 32;
   int highStrip = 128;
-  int highFrom = 700;  ///< Unknowns from which strips are high.
+  int highFrom = 700;   ///< Unknowns from which strips are high.
+  int shareFrom = 200;  ///< Unknowns from which the members of a team share the strips.
 };
 
 /// All of them.

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <functional>
 #include <utility>
+#include <vector>
 
 #include "algorithms/ordered_product.h"
+#include "algorithms/shared_work.h"
 #include "base/arithmetic.h"
 
 namespace qmx {
@@ -22,24 +24,25 @@ bool IsReduced(const Matrix& M, int k) {
 /// What all reflections of one matrix work with.
 struct Reflection {
   Reflection(int order, WorkMeter& workMeter, const HessenbergSizes& blockSizes)
-      : sizes(blockSizes),
-        meter(workMeter),
-        H(Matrix::Unset(order, order)),
-        strip(Matrix::Unset(std::min(order, blockSizes.reflectionStrip) + 1, order)) {}
-  /// The vector of the reflector, from 0. It lies behind the strip, in its storage.
-  double* U() { return strip.Row(strip.Rows()); }
+      : sizes(blockSizes), meter(workMeter), H(Matrix::Unset(order, order)), u(order) {
+    const bool shared = order >= sizes.shareFrom && Team::Member() == 0;
+    strips.resize(shared ? SharedTeam().Members() : 1);
+    const int width = std::min(order, sizes.reflectionStrip);
+    for (Vector<double>& strip : strips) strip = Vector<double>(width * order);
+  }
 
   const HessenbergSizes& sizes;
   WorkMeter& meter;
-  Matrix H;      ///< The reflector.
-  Matrix strip;  ///< Of a product.
+  Matrix H;                            ///< The reflector.
+  Vector<double> u;                    ///< Its vector, from 0 as the reflector sees it.
+  std::vector<Vector<double>> strips;  ///< Of a product, one for each member.
 };
 
 /// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
 /// the identity. u is column k of M below the diagonal with the norm added to its first element.
 void FormReflector(const Matrix& M, int k, Reflection& work) {
   const int n = M.Rows();
-  double* const u = work.U();
+  double* const u = work.u.From(1);
   for (int i = k; i < n; ++i) u[i] = M(i + 1, k);
   double tail = 0.0;
   for (int i = k + 1; i < n; ++i) tail += u[i] * u[i];
@@ -55,14 +58,34 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
 }
 
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
-void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to) {
-  const View product{work.strip.Data(), to.rows, to.cols, to.cols, 1};
+void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to,
+                 WorkMeter& meter) {
+  Vector<double>& strip = work.strips[work.strips.size() > 1 ? Team::Member() : 0];
+  const View product{strip.From(1), to.rows, to.cols, to.cols, 1};
   if (A.cols <= std::min(work.sizes.tinyReflector, kMostTinyReflector)) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
-    SetProduct(A, B, product, work.meter);
+    SetProduct(A, B, product, meter);
   }
   for (int i = 0; i < to.rows; ++i) std::copy_n(&product(i, 0), to.cols, &to(i, 0));
+}
+
+/// Calls form(from, count, meter) for strips of the columns or rows from..to, side by side where
+/// the members share a reflection of an order of `rest`.
+template <class Form>
+void InStrips(int from, int to, int rest, Reflection& work, const Form& form) {
+  const int most = work.sizes.reflectionStrip;
+  const int all = to - from + 1;
+  if (work.strips.size() > 1 && rest >= work.sizes.shareFrom) {
+    const Strips strips = StripsOf(from, to, std::min(most, (all + 1) / 2), work.sizes.tile);
+    SharePieces(work.meter, strips.count, [&](int piece, WorkMeter& meter) {
+      form(strips.First(piece), strips.Last(piece) - strips.First(piece) + 1, meter);
+    });
+    return;
+  }
+  for (int first = from; first <= to; first += most) {
+    form(first, std::min(most, to + 1 - first), work.meter);
+  }
 }
 
 /// M := H·M, of which column k is formed only down to its subdiagonal element, the others being
@@ -77,11 +100,10 @@ void ReflectRows(int k, Reflection& work, Matrix& M) {
     M(m, k) = 0.0;
   }
   M(k + 1, k) = subdiagonal;
-  const int strip = work.sizes.reflectionStrip;
-  for (int from = k + 1; from <= n; from += strip) {
-    const View columns = Part(M, k + 1, from, rest, std::min(strip, n + 1 - from));
-    FormInPlace(Part(H, k + 1, k + 1, rest, rest), columns, work, columns);
-  }
+  InStrips(k + 1, n, rest, work, [&](int from, int count, WorkMeter& meter) {
+    const View columns = Part(M, k + 1, from, rest, count);
+    FormInPlace(Part(H, k + 1, k + 1, rest, rest), columns, work, columns, meter);
+  });
 }
 
 /// M := M·H in the columns from k + 1 on; the others stay as they are.
@@ -89,11 +111,10 @@ void ReflectColumns(int k, Reflection& work, Matrix& M) {
   const int n = M.Rows();
   const int rest = n - k;
   const ConstView H = Part(std::as_const(work.H), k + 1, k + 1, rest, rest);
-  const int strip = work.sizes.reflectionStrip;
-  for (int from = 1; from <= n; from += strip) {
-    const View rows = Part(M, from, k + 1, std::min(strip, n + 1 - from), rest);
-    FormInPlace(rows, H, work, rows);
-  }
+  InStrips(1, n, rest, work, [&](int from, int count, WorkMeter& meter) {
+    const View rows = Part(M, from, k + 1, count, rest);
+    FormInPlace(rows, H, work, rows, meter);
+  });
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vector>
+
 #include "algorithms/block_sizes.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/work_meter.h"
@@ -25,16 +27,21 @@ inline double ReductionWork(double n) { return n * n * n * (n * 7 / 12 + kMovedN
 struct HessenbergQr {
   explicit HessenbergQr(int order, const HessenbergSizes& blockSizes = kBlockSizes.hessenberg);
 
-  /// A steps x cols part of the coefficients, rows of which lie together.
+  /// Whether the members of the team share a step on a block of this order, or as many columns.
+  bool Shares(int order) const { return rooms.size() > 1 && order >= sizes.shareCycleFrom; }
+  /// The running member's steps x cols part of the coefficients, rows of which lie together.
   View Coefficients(int steps, int cols);
+  /// For R, in rows of a tile each.
+  Vector<double>& RoomForR();
 
   HessenbergSizes sizes;
   Matrix V;                    ///< Orthogonal columns, in the end divided by their norms.
   Vector<double> squaredNorm;  ///< Of the columns.
   Vector<double> norm;
-  /// A strip of projections divided by squared norms, later a strip of rows of R, `tile` of them at
-  /// most; nothing up to the small order.
-  Vector<double> room;
+  /// For each member a strip of projections divided by squared norms; the first is later a strip of
+  /// rows of R, `tile` of them at most. None up to the small order.
+  std::vector<Vector<double>> rooms;
+  Vector<double> roomForR;  ///< Where members share steps.
 };
 
 /// One QR step on the leading n x n block of a Hessenberg matrix M: factors it by classical

@@ -3,11 +3,13 @@
 #include <cassert>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 #include "algorithms/hessenberg.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/product_tiles.h"
 #include "algorithms/projection.h"
+#include "algorithms/shared_work.h"
 
 // Gram-Schmidt on a Hessenberg matrix goes like that on a full one: once the left half of a block
 // of columns is final, all projections on it go over the right half at once. Column k of V ends
@@ -55,11 +57,13 @@ class HessenbergStep {
   void TakeNorm(int j, double squared);
   template <int kCount>
   void ProjectNext(int j, int from);
-  void Project(int first, int last, int from, int to);
-  void Subtract(int first, int last, int from, const View& C);
+  void Project(int first, int last, int from, int to, WorkMeter& meter);
+  void Subtract(int first, int last, int from, const View& C, WorkMeter& meter);
   void FillQ();
-  ConstView TakeRowsOfR(int first, int rows);
-  void MultiplyRows(int first, int rows);
+  ConstView TakeRowsOfR(int first, int rows, double* to);
+  void MultiplyRows(const ConstView& R, int first, int rows, WorkMeter& meter);
+  void MultiplyAll();
+  void MultiplyAllShared();
   void MultiplyRow(int i);
 
   Matrix& M_;
@@ -79,7 +83,11 @@ void HessenbergStep::RunInBlocks() {
   }
   FinishColumns(1, n_);
   FillQ();
-  for (int i = 1; i <= n_; i += tile_) MultiplyRows(i, std::min(tile_, n_ + 1 - i));
+  if (work_.Shares(n_)) {
+    MultiplyAllShared();
+  } else {
+    MultiplyAll();
+  }
 }
 
 /// Without the kernel and what it needs.
@@ -101,8 +109,15 @@ void HessenbergStep::FinishColumns(int first, int last) {
   const int middle = first + LeftHalf(columns, tile_) - 1;
   FinishColumns(first, middle);
   const int strip = work_.sizes.strip;
-  for (int from = middle + 1; from <= last; from += strip) {
-    Project(first, middle, from, std::min(from + strip - 1, last));
+  if (work_.Shares(columns)) {
+    const Strips strips = StripsOf(middle + 1, last, strip, tile_);
+    SharePieces(meter_, strips.count, [&](int piece, WorkMeter& meter) {
+      Project(first, middle, strips.First(piece), strips.Last(piece), meter);
+    });
+  } else {
+    for (int from = middle + 1; from <= last; from += strip) {
+      Project(first, middle, from, std::min(from + strip - 1, last), meter_);
+    }
   }
   FinishColumns(middle + 1, last);
 }
@@ -145,32 +160,32 @@ void HessenbergStep::ProjectNext(int j, int from) {
 }
 
 /// Projects the columns from..to of M on the final columns first..last.
-void HessenbergStep::Project(int first, int last, int from, int to) {
+void HessenbergStep::Project(int first, int last, int from, int to, WorkMeter& meter) {
   const int cols = to - from + 1;
   const int all = last - first + 1;
   for (int top = first; top <= last; top += tile_) {
     const int bottom = std::min(top + tile_ - 1, last);
     const int steps = bottom - top + 1;
     SetProduct(Part(std::as_const(M_), 1, from, bottom + 1, cols).Transposed(),
-               Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps), meter_);
+               Part(V_, 1, top, bottom + 1, steps), Part(M_, from, top, cols, steps), meter);
   }
   const View C = work_.Coefficients(all, cols);
   CurrentKernels().transpose({&M_(from, first), M_.Cols(), cols, all, C.first, C.rowStride});
   for (int k = 0; k < all; ++k) DivideBy(squaredNorm_(first + k), &C(k, 0), cols);
   for (int j = from; j <= to; ++j) DivideByEach(norm_.From(first), &M_(j, first), all);
-  Subtract(first, last, from, C);
+  Subtract(first, last, from, C, meter);
 }
 
 /// V(i,j) = V(i,j) - C(k,j)·V(i,k) in the columns from `from` on, as many as C has. Row 0 of C
 /// belongs to column `first`.
-void HessenbergStep::Subtract(int first, int last, int from, const View& C) {
+void HessenbergStep::Subtract(int first, int last, int from, const View& C, WorkMeter& meter) {
   SubtractProduct(Part(V_, 1, first, first + 1, C.rows), C, Part(V_, 1, from, first + 1, C.cols),
-                  meter_);
+                  meter);
   for (int top = first + 2; top <= last + 1; top += tile_) {
     const int rows = std::min(tile_, last + 2 - top);
     const int steps = last - top + 2;
     SubtractProduct(Part(V_, top, top - 1, rows, steps), Part(C, top - first - 1, 0, steps, C.cols),
-                    Part(V_, top, from, rows, C.cols), meter_);
+                    Part(V_, top, from, rows, C.cols), meter);
   }
 }
 
@@ -182,23 +197,45 @@ void HessenbergStep::FillQ() {
   }
 }
 
+/// M := R·Q, a tile of rows at a time. Those of R go where the coefficients were.
+void HessenbergStep::MultiplyAll() {
+  for (int first = 1; first <= n_; first += tile_) {
+    const int rows = std::min(tile_, n_ + 1 - first);
+    MultiplyRows(TakeRowsOfR(first, rows, work_.rooms[0].From(1)), first, rows, meter_);
+  }
+}
+
+/// The same side by side. What one tile of rows leaves in M may be in the way of the R of another:
+/// all of R is taken out first.
+void HessenbergStep::MultiplyAllShared() {
+  Vector<double>& room = work_.RoomForR();
+  std::vector<ConstView> R;
+  std::ptrdiff_t taken = 0;
+  for (int first = 1; first <= n_; first += tile_) {
+    const int rows = std::min(tile_, n_ + 1 - first);
+    R.push_back(TakeRowsOfR(first, rows, room.From(1) + taken));
+    taken += std::ptrdiff_t{rows} * (n_ - first + 1);
+  }
+  SharePieces(meter_, static_cast<int>(R.size()), [&](int piece, WorkMeter& meter) {
+    MultiplyRows(R[piece], piece * tile_ + 1, R[piece].rows, meter);
+  });
+}
+
 /// M := R·Q in some rows, a tile of them at most. Row m of Q begins with column m - 1, row i of M
 /// with column i - 1; in front of these there are zeros.
-void HessenbergStep::MultiplyRows(int first, int rows) {
-  const ConstView R = TakeRowsOfR(first, rows);
+void HessenbergStep::MultiplyRows(const ConstView& R, int first, int rows, WorkMeter& meter) {
   for (int from = std::max(1, first - 1); from <= n_; from += tile_) {
     const int cols = std::min(tile_, n_ + 1 - from);
     const int depth = std::min(from + cols, n_) - first + 1;
     SetProduct({R.first, rows, depth, R.rowStride, R.colStride},
                Part(std::as_const(V_), first, from, depth, cols), Part(M_, first, from, rows, cols),
-               meter_);
+               meter);
   }
 }
 
-/// Moves rows of R from column `first` on, with zeros below the diagonal, to where the coefficients
-/// were, column by column. They leave zeros.
-ConstView HessenbergStep::TakeRowsOfR(int first, int rows) {
-  double* const to = work_.room.From(1);
+/// Moves rows of R from column `first` on, with zeros below the diagonal, to `to`, column by
+/// column. They leave zeros.
+ConstView HessenbergStep::TakeRowsOfR(int first, int rows, double* to) {
   double* out = to;
   for (int m = first; m <= n_; ++m, out += rows) {
     double* const from = &M_(m, first);
@@ -226,13 +263,25 @@ void HessenbergStep::MultiplyRow(int i) {
 HessenbergQr::HessenbergQr(int order, const HessenbergSizes& blockSizes)
     : sizes(blockSizes), V(order, order), squaredNorm(order), norm(order) {
   if (order <= sizes.smallOrder) return;
+  const bool shared = order >= sizes.shareCycleFrom && Team::Member() == 0;
+  rooms.resize(shared ? SharedTeam().Members() : 1);
   const int half = LargestHalf(order, sizes.tile);
-  room = Vector<double>(std::max(half * std::min(half, sizes.strip), order * sizes.tile));
+  const int coefficients = half * std::min(half, sizes.strip);
+  for (Vector<double>& room : rooms) {
+    room = Vector<double>(std::max(coefficients, order * sizes.tile));
+  }
 }
 
 View HessenbergQr::Coefficients(int steps, int cols) {
+  Vector<double>& room = rooms[rooms.size() > 1 ? Team::Member() : 0];
   assert(steps * cols <= room.Size());
   return {room.From(1), steps, cols, cols, 1};
+}
+
+Vector<double>& HessenbergQr::RoomForR() {
+  const int order = V.Rows();
+  if (roomForR.IsEmpty()) roomForR = Vector<double>((order + sizes.tile) * order);
+  return roomForR;
 }
 
 void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work, WorkMeter& meter) {

@@ -6,6 +6,7 @@
 
 #include "algorithms/elimination.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/shared_work.h"
 #include "algorithms/substitution.h"
 #include "base/number_text.h"
 
@@ -75,16 +76,23 @@ Matrix NormalEquations(const Matrix& system, const LeastSquaresSizes& sizes, Wor
   const int unknowns = system.Cols() - 1;
   const int stripRows = unknowns < sizes.highFrom ? sizes.lowStrip : sizes.highStrip;
   Matrix M(unknowns, unknowns + 1);
-  for (int first = 1; first <= unknowns; first += stripRows) {
+  const auto form = [&](int strip, WorkMeter& own) {
+    const int first = strip * stripRows + 1;
     const int last = std::min(first + stripRows - 1, unknowns);
     const int rows = last - first + 1;
-    const ConstView strip = Part(system, 1, first, m, rows).Transposed();
+    const ConstView upper = Part(system, 1, first, m, rows).Transposed();
     const int cols = last == unknowns ? unknowns + 1 : last;
-    AddProduct(strip, Part(system, 1, 1, m, cols), Part(M, first, 1, rows, cols), meter);
+    AddProduct(upper, Part(system, 1, 1, m, cols), Part(M, first, 1, rows, cols), own);
     if (last < unknowns) {
-      AddProduct(strip, Part(system, 1, unknowns + 1, m, 1), Part(M, first, unknowns + 1, rows, 1),
-                 meter);
+      AddProduct(upper, Part(system, 1, unknowns + 1, m, 1), Part(M, first, unknowns + 1, rows, 1),
+                 own);
     }
+  };
+  const int strips = (unknowns + stripRows - 1) / stripRows;
+  if (unknowns >= sizes.shareFrom) {
+    SharePieces(meter, strips, form);
+  } else {
+    for (int strip = 0; strip < strips; ++strip) form(strip, meter);
   }
   for (int i = 1; i <= unknowns; ++i) {
     for (int j = 1; j < i; ++j) M(j, i) = M(i, j);

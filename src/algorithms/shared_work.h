@@ -27,7 +27,8 @@ inline Strips StripsOf(int from, int to, int most, int step = 1) {
   const int members = SharedTeam().Members();
   const int enough = std::min(members, (all + most / 4) / std::max(1, most / 4));
   const int parts = std::max({1, enough, (all + most - 1) / most});
-  const int size = ((all + parts - 1) / parts + step - 1) / step * step;
+  const int even = ((all + parts - 1) / parts + step - 1) / step * step;
+  const int size = even <= most ? even : std::max(1, most >= step ? most / step * step : most);
   return {from, to, size, (all + size - 1) / size};
 }
 

@@ -64,9 +64,12 @@ BlockSizes Sizes(int block, int panel, int strip) {
                      .reflectionStrip = strip,
                      .smallOrder = 0,
                      .strip = strip,
-                     .tile = panel},
+                     .tile = panel,
+                     .shareFrom = 0,
+                     .shareCycleFrom = 0},
       .definiteness = {.smallOrder = 0, .steps = panel, .group = strip},
-      .leastSquares = {.fewElements = 0, .lowStrip = 2, .highStrip = 3, .highFrom = 5}};
+      .leastSquares = {
+          .fewElements = 0, .lowStrip = 2, .highStrip = 3, .highFrom = 5, .shareFrom = 0}};
 }
 
 /// The same without blocks.
