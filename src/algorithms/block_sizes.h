@@ -74,7 +74,7 @@ struct EliminationSizes {
   int panel = 8;  ///< Columns that are eliminated in storage of their own; kPanelColumns at most.
   /// So many columns take the steps of a whole block at a time: what they read stays in the cache.
   int strip = 96;
-  int shareFrom = 200;    ///< Columns to be eliminated from which the members of a team share them.
+  int shareFrom = 240;    ///< Columns to be eliminated from which the members of a team share them.
   int sharedStrip = 256;  ///< Columns of a member's piece, at most.
 };
 

@@ -156,6 +156,7 @@ void Eliminator::RunAlone(int columns) {
 }
 
 void Eliminator::RunShared(int columns) {
+  SharedTeam().Wake();
   Block block = BlockFrom(1, columns);
   EliminateBlock(block, block.last, meter_);
   for (bool isLast = false; !isLast;) {

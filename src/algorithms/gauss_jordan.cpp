@@ -245,6 +245,7 @@ void BlockExchanger::RunAlone() {
 }
 
 void BlockExchanger::RunShared() {
+  SharedTeam().Wake();
   Matrix factors = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
   Matrix nextFactors = factors;
   const auto columns = [this](int first) {

@@ -6,6 +6,7 @@
 
 #include "algorithms/elimination.h"
 #include "algorithms/gauss_jordan.h"
+#include "algorithms/shared_work.h"
 
 namespace qmx {
 namespace {
@@ -23,16 +24,18 @@ void ScatterColumns(Matrix& W, const Vector<int>& order) {
 }
 
 /// The same for one of any order.
-void GatherColumns(Matrix& W, const Vector<int>& order, WorkMeter& meter) {
+void GatherColumns(Matrix& W, const Vector<int>& order, WorkMeter& whole) {
   const int n = W.Rows();
   Vector<int> placeOf(n);
   for (int j = 1; j <= n; ++j) placeOf(order(j)) = j;
-  Vector<double> scrambled(n);
-  for (int i = 1; i <= n; ++i) {
-    std::copy_n(W.Row(i), n, scrambled.From(1));
-    for (int j = 1; j <= n; ++j) W(i, j) = scrambled(placeOf(j));
+  Matrix scrambled = Matrix::Unset(SharedTeam().Members(), n);
+  ShareRows(whole, n, n, [&](int i, WorkMeter& meter) {
+    double* const row = W.Row(i);
+    double* const before = scrambled.Row(Team::Member() + 1);
+    std::copy_n(row, n, before);
+    for (int j = 1; j <= n; ++j) row[j - 1] = before[placeOf(j) - 1];
     meter.Add(kMovedNumber * n);
-  }
+  });
 }
 
 void Unscramble(Matrix& W, const Vector<int>& order, WorkMeter& meter, const ExchangeSizes& sizes) {
@@ -67,11 +70,11 @@ std::optional<Matrix> AdjointByInverse(Matrix W, Progress& progress, const Block
   for (int k = 1; k <= done.steps; ++k) det *= done.pivots(k);
   if (!done.complete || (n > 0 && W(n, n) == 0)) return std::nullopt;
   const double sign = AlternatingSign(done.exchanges);
-  for (int i = 1; i <= n; ++i) {
+  ShareRows(meter, n, n, [&](int i, WorkMeter& own) {
     double* const row = W.Row(i);
     for (int j = 0; j < n; ++j) row[j] = sign * (det * row[j]);
-    meter.Add(kMovedNumber * n);
-  }
+    own.Add(kMovedNumber * n);
+  });
   Unscramble(W, done.order, meter, sizes.exchange);
   meter.End();
   return W;

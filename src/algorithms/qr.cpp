@@ -88,6 +88,7 @@ bool GramSchmidt::FinishAll() {
 }
 
 bool GramSchmidt::FinishAllShared() {
+  SharedTeam().Wake();
   const int n = A_.Cols();
   const auto end = [this, n](int first) {
     return first + ColumnsAhead(first, n, sizes_.block, sizes_.tile) - 1;
@@ -128,12 +129,12 @@ QrFactors GramSchmidt::RunColumnByColumn() {
 QrFactors GramSchmidt::Factors(int columns) {
   const int n = A_.Cols();
   for (int j = 1; j <= columns; ++j) squaredNorm_(j) = R_(j, j);
-  for (int r = 1; r <= V_.Rows(); ++r) {
+  ShareRows(meter_, V_.Rows(), n, [&](int r, WorkMeter& meter) {
     double* const row = V_.Row(r);
     DivideByEach(squaredNorm_.From(1), row, columns);
     std::fill(row + columns, row + n, 0.0);
-    meter_.Add(kMovedNumber * n);
-  }
+    meter.Add(kMovedNumber * n);
+  });
   return {columns == n, std::move(V_), std::move(R_)};
 }
 

@@ -72,4 +72,16 @@ void SharePieces(WorkMeter& whole, int pieces, const Work& work) {
   whole.Add(others.Take());
 }
 
+/// Runs work(row, meter) for the rows 1..rows of a matrix of so many columns, which do not need
+/// each other; strips of them are shared where they have numbers enough.
+template <class Work>
+void ShareRows(WorkMeter& whole, int rows, int cols, const Work& work) {
+  constexpr double kEnough = 3e4;
+  const int pieces = 1.0 * rows * cols < kEnough ? 1 : 4 * SharedTeam().Members();
+  const Strips strips = StripsOf(1, rows, std::max(1, (rows + pieces - 1) / pieces));
+  SharePieces(whole, strips.count, [&](int piece, WorkMeter& meter) {
+    for (int row = strips.First(piece); row <= strips.Last(piece); ++row) work(row, meter);
+  });
+}
+
 }  // namespace qmx

@@ -57,6 +57,8 @@ bool SpinFor(Condition condition) {
       if (condition()) return true;
       Pause();
     }
+    // Whoever it waits for may want the same core.
+    std::this_thread::yield();
   } while (std::chrono::steady_clock::now() < until);
   return condition();
 }
@@ -79,16 +81,17 @@ Team::~Team() {
 int Team::Member() { return thisMember; }
 
 void Team::Start() {
-  if (!threads_.empty() || wanted_ == 1) return;
-  try {
-    threads_.reserve(wanted_ - 1);
-    for (int member = 1; member < wanted_; ++member) {
-      threads_.emplace_back([this, member] { Serve(member); });
+  std::call_once(started_, [this] {
+    try {
+      threads_.reserve(wanted_ - 1);
+      for (int member = 1; member < wanted_; ++member) {
+        threads_.emplace_back([this, member] { Serve(member); });
+      }
+    } catch (const std::exception&) {
+      // Without memory or threads for all of them fewer do the same.
+      members_ = static_cast<int>(threads_.size()) + 1;
     }
-  } catch (const std::exception&) {
-    // Without memory or threads for all of them fewer do the same.
-    members_ = static_cast<int>(threads_.size()) + 1;
-  }
+  });
 }
 
 void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
@@ -119,6 +122,14 @@ void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
   WaitForOthers(whileWaiting);
   BackOff(Clock::now() - since, longest);
   Close();
+}
+
+void Team::Wake() {
+  if (Members() == 1 || thisMember != 0) return;
+  Start();
+  const std::lock_guard lock(mutex_);
+  ++calls_;
+  if (parked_ > 0) wake_.notify_all();
 }
 
 void Team::Open(int pieces, const Work& work) {
@@ -158,7 +169,8 @@ void Team::Serve(int member) {
     if (SpinFor(isThereWork)) continue;
     std::unique_lock lock(mutex_);
     ++parked_;
-    wake_.wait(lock, [&] { return ends_ || isThereWork(); });
+    const unsigned calls = calls_;
+    wake_.wait(lock, [&] { return ends_ || calls_ != calls || isThereWork(); });
     --parked_;
     if (ends_) return;
   }

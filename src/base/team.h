@@ -55,6 +55,9 @@ class Team {
   /// Called by a piece, or while another thread's job is running, it is a plain loop.
   void Share(int pieces, Work work, WhileWaiting whileWaiting);
 
+  /// Wakes members that sleep, so that they are there when a job comes in a moment.
+  void Wake();
+
   /// Whether somebody has stopped the running job: pieces may then end by throwing Stopped.
   bool IsStopped() const { return stopped_.load(std::memory_order_relaxed); }
 
@@ -77,6 +80,7 @@ class Team {
 
   const int wanted_;
   std::atomic<int> members_;
+  std::once_flag started_;
   std::vector<std::thread> threads_;
 
   std::atomic<bool> busy_ = false;       ///< Somebody's job is running.
@@ -92,6 +96,7 @@ class Team {
   std::condition_variable wake_;
   std::condition_variable ended_;
   int parked_ = 0;
+  unsigned calls_ = 0;  ///< Of Wake.
   bool callerSleeps_ = false;
   bool ends_ = false;
   std::exception_ptr failure_;  ///< Of piece failed_.
