@@ -4,15 +4,20 @@
 #   ./bench.sh                            the tasks and files, and what people wait for at the windows
 #   ./bench.sh --small                    the tasks against the plain loops at every size from 1 to 30
 #   ./bench.sh --sizes                    each size of blocks against its half and its double
+#   ./bench.sh --cores [--loaded]         wall times of one and of all cores, idle or beside busy processes
 #   ./bench.sh --windows                  the windows alone, on a virtual display
 #   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
-# The times are processor times of one thread; run it on an idle machine.
+# But for --cores the times are processor times of one thread; run it on an idle machine.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . scripts/packages.sh
 
 install_packages $build_packages $run_packages $display_packages $bench_packages
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DQMX_BENCH=ON -DQMX_TESTS=OFF -DQMX_DESKTOP=ON >/dev/null
+if [ "${1:-}" = --cores ]; then
+  cmake --build build/bench --target qmx_bench_cores
+  exec build/bench/bench/qmx_bench_cores "${@:2}"
+fi
 if [ "${1:-}" != --windows ]; then
   cmake --build build/bench --target qmx_bench_tasks qmx_bench_exchange
   build/bench/bench/qmx_bench_tasks --benchmark_repetitions=3 "$@"

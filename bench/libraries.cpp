@@ -17,7 +17,7 @@ using EigenMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen:
 
 }  // namespace
 
-void UseOneThread() { openblas_set_num_threads(1); }
+void UseThreads(int threads) { openblas_set_num_threads(threads); }
 
 double OpenBlasProduct(const Matrix& A, const Matrix& B) {
   Matrix C(A.Rows(), B.Cols());

@@ -3,11 +3,12 @@
 
 #include "base/matrix.h"
 
-// The same tasks by tuned libraries, on one thread.
+// The same tasks by tuned libraries.
 
 namespace qmx::bench {
 
-void UseOneThread();
+/// The threads that OpenBLAS and LAPACK share their work among. Eigen has one.
+void UseThreads(int threads);
 double OpenBlasProduct(const Matrix& A, const Matrix& B);
 double EigenProduct(const Matrix& A, const Matrix& B);
 /// dgetrf.

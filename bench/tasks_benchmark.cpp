@@ -20,6 +20,7 @@
 #include "algorithms/qr.h"
 #include "base/arithmetic.h"
 #include "base/memory.h"
+#include "base/team.h"
 #include "files/matrix_file.h"
 #include "operands.h"
 #include "peak.h"
@@ -345,9 +346,12 @@ void Suite::RegisterSmallSizes() {
 
 int main(int argc, char** argv) {
   qmx::KeepFreedMemory();  // As the program does, and for all sides.
+  // Processor times tell the work of one thread.
+  qmx::Team one(1);
+  const qmx::UseTeam use(one);
   benchmark::Initialize(&argc, argv);
 #if defined(QMX_BENCH_LIBRARIES)
-  qmx::bench::UseOneThread();
+  qmx::bench::UseThreads(1);
 #endif
   if (argc > 1 && std::string_view(argv[1]) == "--sizes") {
     qmx::bench::PrintSizes();

@@ -31,7 +31,7 @@ constexpr milliseconds kLook(2);
 /// did not get its core.
 constexpr milliseconds kPatience(1);
 constexpr milliseconds kAloneAtFirst(20);
-constexpr milliseconds kAloneAtMost(200);
+constexpr milliseconds kAloneAtMost(1000);
 
 thread_local int thisMember = 0;
 
@@ -236,10 +236,11 @@ void Team::WaitForOthers(WhileWaiting whileWaiting) {
 
 void Team::BackOff(Clock::duration waited, Clock::duration longest) {
   if (waited <= kPatience + 2 * longest) {
-    aloneFor_ = {};
+    // One good job does not make an idle machine.
+    aloneFor_ /= 2;
     return;
   }
-  aloneFor_ = std::clamp<Clock::duration>(2 * aloneFor_, kAloneAtFirst, kAloneAtMost);
+  aloneFor_ = std::clamp<Clock::duration>(4 * aloneFor_, kAloneAtFirst, kAloneAtMost);
   aloneUntil_ = Clock::now() + aloneFor_;
 }
 

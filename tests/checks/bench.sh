@@ -9,6 +9,7 @@ programs=$1/bench
 small='/(-|2|10|30)(/|$)'
 
 "$programs/qmx_bench_tasks" --benchmark_filter="$small"
+"$programs/qmx_bench_cores" --short
 "$programs/qmx_bench_proof" --benchmark_filter="$small" --benchmark_min_time=0.001
 # All of these read and write large files; the two kinds without decimal digits take no time.
 "$programs/qmx_bench_exchange" --benchmark_filter='MAT|NumPy' --benchmark_min_time=0.001

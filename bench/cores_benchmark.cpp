@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <numeric>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "algorithms/definiteness.h"
+#include "algorithms/elementary.h"
+#include "algorithms/hessenberg.h"
+#include "algorithms/inverse.h"
+#include "algorithms/linear_system.h"
+#include "algorithms/lu.h"
+#include "algorithms/qr.h"
+#include "base/memory.h"
+#include "base/team.h"
+#include "operands.h"
+#if defined(QMX_BENCH_LIBRARIES)
+#include "libraries.h"
+#endif
+
+// What all cores give: wall times of a task on one core and on all of them in alternating rounds,
+// since the others are not always there, and of the tuned library on as many threads. With --loaded
+// as many busy processes run beside as there are cores; with --short only small orders are run.
+
+namespace qmx::bench {
+namespace {
+
+Progress unheard;
+
+struct Task {
+  const char* name;
+  std::vector<int> orders;
+  std::function<std::function<void()>(int n)> make;
+  std::function<std::function<void()>(int n)> library;
+};
+
+/// Ready to be run again and again on operands of its own.
+template <class Run>
+std::function<std::function<void()>(int)> On(Run run) {
+  return [run](int n) { return [run, A = RandomMatrix(n, n)] { run(A); }; };
+}
+
+std::function<void()> Reduction(int n) {
+  return [A = RandomMatrix(n, n)] {
+    Matrix M = A;
+    WorkMeter meter(unheard, 1);
+    ReduceToHessenberg(M, meter);
+  };
+}
+
+/// Of a reduced matrix, whose first cycle is like all others.
+std::function<void()> Cycle(int n) {
+  Matrix M = RandomMatrix(n, n);
+  WorkMeter meter(unheard, 1);
+  ReduceToHessenberg(M, meter);
+  return [M, n] {
+    Matrix changed = M;
+    HessenbergQr work(n);
+    WorkMeter own(unheard, 1);
+    StepHessenbergQr(changed, n, work, own);
+  };
+}
+
+std::vector<Task> Tasks() {
+  std::vector<Task> tasks{
+      {"product", {100, 200, 300, 500, 1000}, On([](auto& A) { Product(A, A, unheard); }), {}},
+      {"LU", {200, 300, 500, 1000}, On([](auto& A) { FactorLu(A, true, unheard); }), {}},
+      {"inverse", {200, 300, 500, 1000}, On([](auto& A) { Inverse(A, unheard); }), {}},
+      {"QR", {200, 300, 500, 1000}, On([](auto& A) { FactorQr(A, unheard); }), {}},
+      {"least squares", {300, 500}, On([](auto& A) { SolveLeastSquares(A, unheard); }), {}},
+      {"cofactors", {30, 60, 100}, On([](auto& A) { AdjointByCofactors(A, unheard); }), {}},
+      {"reduction", {100, 200, 300}, Reduction, {}},
+      {"cycle", {200, 300, 500}, Cycle, {}},
+  };
+#if defined(QMX_BENCH_LIBRARIES)
+  tasks[0].library = On([](auto& A) { OpenBlasProduct(A, A); });
+  tasks[1].library = On([](auto& A) { LapackLu(A); });
+  tasks[2].library = On([](auto& A) { LapackInverse(A); });
+  tasks[3].library = On([](auto& A) { LapackQr(A); });
+#endif
+  return tasks;
+}
+
+double Milliseconds(const std::function<void()>& run) {
+  const auto begin = std::chrono::steady_clock::now();
+  run();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+      .count();
+}
+
+struct Times {
+  std::vector<double> all;
+  double Best() const { return *std::min_element(all.begin(), all.end()); }
+  double Mean() const {
+    return std::accumulate(all.begin(), all.end(), 0.0) / static_cast<double>(all.size());
+  }
+};
+
+void Measure(const Task& task, int n, bool loaded) {
+  Team one(1);
+  Team& all = SharedTeam();
+  const std::function<void()> run = task.make(n);
+  const std::function<void()> library = task.library ? task.library(n) : nullptr;
+  Times alone;
+  Times shared;
+  Times others;
+  constexpr int kRounds = 50;
+  constexpr double kEnough = 3000;
+  double spent = 0;
+  // The library's threads keep the cores for a while after their last job.
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));
+  for (int round = 0; round < kRounds && (round < 5 || loaded || spent < kEnough); ++round) {
+    {
+      const UseTeam use(one);
+      alone.all.push_back(Milliseconds(run));
+    }
+    {
+      const UseTeam use(all);
+      shared.all.push_back(Milliseconds(run));
+    }
+    spent += alone.all.back() + shared.all.back();
+  }
+  for (std::size_t round = 0; library && round < shared.all.size(); ++round) {
+    others.all.push_back(Milliseconds(library));
+  }
+  const auto figure = [loaded](const Times& times) { return loaded ? times.Mean() : times.Best(); };
+  std::printf("%-14s %5d %10.3f %10.3f %7.2f", task.name, n, figure(alone), figure(shared),
+              figure(alone) / figure(shared));
+  if (library) std::printf(" %9.2f", figure(others) / figure(shared));
+  std::printf("\n");
+  std::fflush(stdout);
+}
+
+/// Processes that do nothing but keep the cores busy, until it goes out of scope.
+class Load {
+ public:
+  explicit Load(unsigned processes) {
+    for (unsigned k = 0; k < processes; ++k) {
+      const pid_t child = fork();
+      if (child == 0) {
+        volatile bool goesOn = true;
+        while (goesOn) {
+        }
+      }
+      children_.push_back(child);
+    }
+  }
+  ~Load() {
+    for (const pid_t child : children_) {
+      kill(child, SIGKILL);
+      waitpid(child, nullptr, 0);
+    }
+  }
+  Load(const Load&) = delete;
+  Load& operator=(const Load&) = delete;
+
+ private:
+  std::vector<pid_t> children_;
+};
+
+}  // namespace
+}  // namespace qmx::bench
+
+int main(int argc, char** argv) {
+  using namespace qmx;
+  KeepFreedMemory();
+  const bool loaded = argc > 1 && std::strcmp(argv[1], "--loaded") == 0;
+  const bool brief = argc > 1 && std::strcmp(argv[1], "--short") == 0;
+  const bench::Load load(loaded ? std::thread::hardware_concurrency() : 0);
+#if defined(QMX_BENCH_LIBRARIES)
+  bench::UseThreads(SharedTeam().Members());
+#endif
+  std::printf("%s of wall times in ms, one core and %d, %s\n", loaded ? "Means" : "Best",
+              SharedTeam().Members(), loaded ? "beside as many busy processes" : "nothing beside");
+  std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all", "one/all", "lib/all");
+  for (const bench::Task& task : bench::Tasks()) {
+    for (const int n : task.orders) {
+      if (!brief || n <= 200) bench::Measure(task, n, loaded);
+    }
+  }
+  return 0;
+}
