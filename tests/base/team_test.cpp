@@ -160,9 +160,10 @@ TEST_P(TeamTest, TwoThreadsThatShareAtOnceBothEnd) {
   Team team(GetParam());
   std::atomic<int> runs = 0;
   const auto share = [&] {
-    for (int job = 0; job < 200; ++job)
+    for (int job = 0; job < 200; ++job) {
       team.Share(
           7, [&](int) { ++runs; }, Nothing);
+    }
   };
   std::thread other(share);
   share();
