@@ -8,15 +8,12 @@
 #include <QSignalBlocker>
 
 #include "app/widgets.h"
-#include "app/window_placement.h"
 #include "grids/editor_window.h"
 #include "grids/qt_text.h"
 #include "grids/viewer_window.h"
 
 namespace qmx {
 namespace {
-
-constexpr int kNarrowestGrid = 300;
 
 const QWidget* FrameAround(const QWidget& control) {
   const QWidget* frame = control.parentWidget();
@@ -146,18 +143,9 @@ void DesktopScreen::SetWide(Slot slot, bool wide) {
   Ensure(slot).SetWide(wide);
 }
 
-void DesktopScreen::PlaceIfNew(QWidget& window) {
-  if (window.testAttribute(Qt::WA_Moved)) return;
-  auto* grid = qobject_cast<GridWindow*>(&window);
-  // A grid can be scrolled; a report is read line by line.
-  const int narrowest = grid != nullptr ? kNarrowestGrid : window.width();
-  PlaceBeside(main_.frameGeometry(), main_.TaskArea(), ShownWindows(), window, narrowest);
-  if (grid != nullptr) grid->AcceptSize();
-}
-
 void DesktopScreen::ShowWindow(Slot slot) {
   GridWindow& window = Ensure(slot);
-  PlaceIfNew(window);
+  PlaceIfNew(window, slot);
   // A window that opens empty waits for typing, except that of the special matrix, which is filled
   // next. Any other leaves the keyboard where it is.
   const bool typing = InfoOf(slot).IsEditor() && slot != kSlotCreated && !window.isVisible() &&
@@ -172,14 +160,17 @@ void DesktopScreen::ShowWindow(Slot slot) {
 
 void DesktopScreen::RestoreWindow(Slot slot) {
   GridWindow& window = Ensure(slot);
-  PlaceIfNew(window);
+  PlaceIfNew(window, slot);
   window.setAttribute(Qt::WA_ShowWithoutActivating, false);
   window.showNormal();
   window.raise();
   window.activateWindow();
 }
 
-void DesktopScreen::CloseWindow(Slot slot) { windows_[slot].reset(); }
+void DesktopScreen::CloseWindow(Slot slot) {
+  if (windows_[slot] != nullptr && windows_[slot]->isVisible()) memory_.Keep(*windows_[slot]);
+  windows_[slot].reset();
+}
 
 void DesktopScreen::HideEntryBox(Slot slot) { Ensure(slot).HideEntryBox(); }
 
@@ -203,24 +194,16 @@ void DesktopScreen::Append(const std::vector<std::string>& lines) {
 
 void DesktopScreen::ShowResults() {
   ResultsWindow& window = EnsureResults();
-  PlaceIfNew(window);
+  PlaceIfNew(window, std::nullopt);
   // Tasks write reports, too: the keyboard stays where it is.
   window.setAttribute(Qt::WA_ShowWithoutActivating);
   window.showNormal();
   window.raise();
 }
 
-std::vector<QWidget*> DesktopScreen::ShownWindows() const {
-  std::vector<QWidget*> shown;
-  for (const std::unique_ptr<GridWindow>& window : windows_) {
-    if (window != nullptr && window->isVisible()) shown.push_back(window.get());
-  }
-  if (results_ != nullptr && results_->isVisible()) shown.push_back(results_.get());
-  return shown;
-}
-
 void DesktopScreen::CloseAllWindows() {
-  for (std::unique_ptr<GridWindow>& window : windows_) window.reset();
+  for (const Slot slot : kAllSlots) CloseWindow(slot);
+  if (results_ != nullptr && results_->isVisible()) memory_.Keep(*results_);
   results_.reset();
 }
 

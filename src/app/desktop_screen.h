@@ -5,9 +5,11 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "app/desktop_work.h"
 #include "app/frm_qmx.h"
+#include "app/window_memory.h"
 #include "commands/command_runner.h"
 #include "grids/grid_window.h"
 #include "grids/results_window.h"
@@ -78,13 +80,32 @@ class DesktopScreen : public Panel,
   /// Is told of files that are dropped on editors.
   using DropHandler = std::function<void(Slot slot, const QString& name)>;
   void SetDropHandler(DropHandler handler) { onDrop_ = std::move(handler); }
+  /// Those of them that are not minimised.
+  std::vector<QWidget*> OpenWindows() const;
+  /// Shows the main window, not minimised, in front of the others and gives it the keyboard.
+  void ActivateMain();
+  /// Lays the windows side by side, or one upon the other: beside the main window if there is room
+  /// enough, else over all of the screen.
+  void TileWindows();
+  void CascadeWindows();
+  /// Brings the windows of all results in front of the others.
+  void BringResultsToFront();
+  /// Gives the keyboard to the next window, or to the one before.
+  void GoToWindow(bool next);
+  /// Closes the window that has the keyboard as its close box does; nothing for the main window.
+  void CloseActiveWindow();
+  WindowMemory& Memory() { return memory_; }
   /// Unloads all windows but the main one.
   void CloseAllWindows();
 
  private:
   GridWindow& Ensure(Slot slot);
   ResultsWindow& EnsureResults();
-  void PlaceIfNew(QWidget& window);
+  void PlaceIfNew(QWidget& window, std::optional<Slot> slot);
+  /// Where the window is that a new one belongs to; nothing where that is the main window.
+  std::optional<QRect> OwnerOf(std::optional<Slot> slot) const;
+  void Arrange(const std::vector<QWidget*>& windows, const QList<QRect>& places);
+  QRect AreaFor(int windows) const;
   void SetObjectEnabled(QObject* control, bool enabled);
   /// The window that boxes and dialogs belong to.
   QWidget& FrontWindow() const;
@@ -98,6 +119,8 @@ class DesktopScreen : public Panel,
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;
   DropHandler onDrop_;
+  WindowMemory memory_;
+  QList<const QObject*> placed_;  ///< All windows that were ever placed, in that order.
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   QTimer focusMover_;                  ///< Moves the focus when the command is done.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.

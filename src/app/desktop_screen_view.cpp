@@ -103,7 +103,10 @@ void DesktopScreen::Restore(const ViewState& state, Restoring restoring) {
     const bool isNew = windows_[slot] == nullptr;
     GridWindow& window = Ensure(slot);
     window.Restore(picture->grid, wide_[slot]);
-    if (isNew) window.setGeometry(picture->geometry);
+    if (isNew) {
+      window.setGeometry(picture->geometry);
+      memory_.Watch(window);
+    }
     if (!isNew && restoring == Restoring::kContents) continue;
     window.setAttribute(Qt::WA_ShowWithoutActivating);
     window.setVisible(picture->shown);

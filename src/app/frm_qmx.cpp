@@ -16,8 +16,10 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "app/menu_entries.h"
 #include "app/panels.h"
 #include "app/tasks_menu.h"
+#include "app/windows_menu.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
 #include "workspace/slot_table.h"
@@ -30,26 +32,6 @@ constexpr int kReadable = 3000;  // Milliseconds.
 constexpr int kSlack = 2;        // Lest rounding bring up scroll bars.
 constexpr double kShareOfScreen = 0.6;
 constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
-
-struct MenuEntry {
-  const char* name;  ///< Null for a line between entries.
-  const char* caption;
-  QKeySequence shortcut;
-};
-
-void AddEntries(QMenu* menu, std::initializer_list<MenuEntry> entries) {
-  for (const MenuEntry& entry : entries) {
-    if (entry.name == nullptr) {
-      menu->addSeparator();
-      continue;
-    }
-    QAction* action = menu->addAction(entry.caption);
-    action->setObjectName(entry.name);
-    action->setShortcut(entry.shortcut);
-    // The shortcuts serve in the windows of the matrices, too.
-    action->setShortcutContext(Qt::ApplicationShortcut);
-  }
-}
 
 }  // namespace
 
@@ -129,11 +111,7 @@ void frmQMX::BuildMenus() {
   AddTasksMenu(menuBar());
   QMenu* tools = menuBar()->addMenu(tr("&Tools"));
   AddEntries(tools, {{"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
-  QMenu* windows = menuBar()->addMenu(tr("&Windows"));
-  windows->setObjectName("mnuWindows");
-  AddEntries(windows, {{"mnuMain", "&Main window", QKeySequence(Qt::CTRL | Qt::Key_M)},
-                       {"mnuHideAll", "&Hide all others", {}},
-                       {}});
+  AddWindowsMenu(menuBar());
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   AddEntries(help, {{"mnuHelp", "&Contents", {}},
                     {"mnuWindowHelp", "&This window", QKeySequence(Qt::Key_F1)},

@@ -52,7 +52,10 @@ bool Program::Start(const std::string& commandLine) {
                    [this] { OpenLastSession(); });
   AfterCommand();
   // In the corner, so that the windows of the matrices find room beside it.
-  window_.move(window_.screen()->availableGeometry().topLeft());
+  if (!screen_.Memory().Recall(window_)) {
+    window_.move(window_.screen()->availableGeometry().topLeft());
+    screen_.Memory().Watch(window_);
+  }
   window_.show();
   if (!commandLine.empty()) OpenByName(commands_, commandLine);
   if (session_.WasCutOff() && commandLine.empty())
@@ -96,6 +99,7 @@ void Program::AnnounceComputed() {
 void Program::End() {
   guard_.Restore();
   session_.End();
+  screen_.Memory().Keep(window_);
   screen_.CloseAllWindows();
   desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);

@@ -10,6 +10,7 @@
 
 #include "app/tasks_menu.h"
 #include "app/widgets.h"
+#include "app/windows_menu.h"
 #include "commands/dispatcher.h"
 #include "commands/document_status.h"
 #include "commands/file_commands.h"
@@ -144,39 +145,6 @@ void WireMenus(Wires& wires, CommandRunner& commands) {
   wires.Choose("mnuRedo", [&commands] { commands.Redo(); });
 }
 
-/// Who asks for the results list by hand wants to go through it with the keyboard.
-void ShowResultsActivated(Context& context, DesktopScreen* screen) {
-  PressShowResults(context);
-  screen->Results()->activateWindow();
-}
-
-/// Lists the windows that are on the screen below the fixed entries.
-void ListWindows(QMenu* menu, DesktopScreen& screen, CommandRunner& commands) {
-  for (QAction* listed : menu->actions()) {
-    if (listed->data().toBool()) delete listed;
-  }
-  const auto list = [&](const QWidget* window, const std::function<void(Context&)>& show) {
-    if (window == nullptr || !window->isVisible()) return;
-    QAction* entry = menu->addAction(window->windowTitle());
-    entry->setData(true);
-    QObject::connect(entry, &QAction::triggered, menu, [&commands, show] { commands.Do(show); });
-  };
-  for (const Slot slot : kAllSlots)
-    list(screen.Window(slot), [slot](Context& context) { ShowSlot(context, slot); });
-  list(screen.Results(), [&screen](Context& context) { ShowResultsActivated(context, &screen); });
-}
-
-void WireWindowMenu(frmQMX& window, DesktopScreen& screen, CommandRunner& commands) {
-  auto* menu = window.findChild<QMenu*>("mnuWindows");
-  QObject::connect(menu, &QMenu::aboutToShow, menu,
-                   [menu, &screen, &commands] { ListWindows(menu, screen, commands); });
-  QObject::connect(window.Action("mnuMain"), &QAction::triggered, &window,
-                   [&screen] { screen.BringMainToFront(); });
-  QObject::connect(window.Action("mnuHideAll"), &QAction::triggered, &window, [&screen] {
-    for (QWidget* shown : screen.ShownWindows()) shown->hide();
-  });
-}
-
 /// The entries of the Edit menu name the steps that they take back or do again.
 void NameSteps(frmQMX& window, const CommandRunner& commands) {
   const auto name = [&window](const char* entry, const QString& verb, const std::string& step) {
@@ -208,7 +176,7 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& comman
   WireParameters(wires);
   WireMenus(wires, commands);
   WireTasksMenu(window);
-  WireWindowMenu(window, screen, commands);
+  WireWindowsMenu(window, screen, commands);
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
   QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
     OpenByName(commands, QFile::encodeName(name).toStdString());

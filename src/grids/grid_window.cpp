@@ -197,13 +197,16 @@ bool GridWindow::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-void GridWindow::closeEvent(QCloseEvent* event) {
+void GridWindow::Dismiss() {
   HideEntryBox();
+  hide();
+}
+
+void GridWindow::closeEvent(QCloseEvent* event) {
   // The close box hides; only a reset and the end of the program close for good.
-  if (event->spontaneous()) {
-    event->ignore();
-    hide();
-  }
+  if (!event->spontaneous()) return HideEntryBox();
+  event->ignore();
+  Dismiss();
 }
 
 }  // namespace qmx

@@ -42,6 +42,10 @@ class GridWindow : public QWidget {
   /// Copies the selected cells, or the whole matrix where none are selected, in the form of another
   /// program.
   void CopyAs(CopyForm form);
+  /// True where the size is that which the user gave the window.
+  bool HasChosenSize() const { return fitted_.isValid() && size() != fitted_; }
+  /// Hides the window, as its close box does.
+  void Dismiss();
   /// Ends the edit or inspection of a cell.
   void HideEntryBox();
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 #include <memory>
 
@@ -15,7 +17,9 @@ class Placement : public ::testing::Test {
   QWidget& Add(QSize size) {
     auto window = std::make_unique<QWidget>();
     window->resize(size);
-    PlaceBeside(mainFrame, taskArea, shown, *window, 300);
+    Surroundings around{mainFrame, taskArea, {}, owner};
+    for (const QWidget* other : shown) around.others.push_back(other->frameGeometry());
+    PlaceBeside(around, *window, 300);
     shown.push_back(window.get());
     windows.push_back(std::move(window));
     return *windows.back();
@@ -24,6 +28,7 @@ class Placement : public ::testing::Test {
 
   QRect mainFrame{0, 0, 700, 600};
   QRect taskArea{200, 0, 200, 600};
+  std::optional<QRect> owner;
   std::vector<QWidget*> shown;
   std::vector<std::unique_ptr<QWidget>> windows;
 };
@@ -62,6 +67,52 @@ TEST_F(Placement, WindowsThatFitNowhereLeaveTheTasksFreeAndStepAside) {
     EXPECT_TRUE(Screen().contains(window.geometry()));
     for (const QPoint& place : places) EXPECT_NE(window.pos(), place);
     places.push_back(window.pos());
+  }
+}
+
+/// The part of a window that no other one covers, as a share of it.
+double InSight(const QWidget& window, const std::vector<QWidget*>& above) {
+  QRegion seen(window.frameGeometry());
+  for (const QWidget* other : above) seen -= other->frameGeometry();
+  double area = 0;
+  for (const QRect& rect : seen) area += static_cast<double>(rect.width()) * rect.height();
+  return area / (static_cast<double>(window.width()) * window.height());
+}
+
+TEST_F(Placement, OfManyWindowsAPartOfEachStaysInSight) {
+  mainFrame = {0, 0, 822, 700};
+  taskArea = {290, 40, 250, 620};
+  for (int count = 0; count < 18; ++count) Add({300, 190});
+  for (std::size_t i = 0; i < shown.size(); ++i) {
+    EXPECT_TRUE(Screen().contains(shown[i]->geometry()));
+    EXPECT_FALSE(mainFrame.contains(shown[i]->frameGeometry()));
+    const std::vector<QWidget*> above(shown.begin() + static_cast<int>(i) + 1, shown.end());
+    EXPECT_GT(InSight(*shown[i], above), 0.05) << i;
+  }
+}
+
+TEST_F(Placement, AMainWindowThatTakesNearlyAllLeavesAPartOfEachInSight) {
+  const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+  mainFrame = screen.adjusted(0, 0, -120, -20);
+  taskArea = {400, 40, 350, 700};
+  for (int count = 0; count < 18; ++count) {
+    const QRect frame = Add({300, 190}).frameGeometry();
+    EXPECT_TRUE(screen.contains(frame));
+    EXPECT_GE(frame.right() - mainFrame.right(), 80) << count;
+    EXPECT_FALSE(frame.intersects(taskArea)) << count;
+  }
+}
+
+TEST_F(Placement, AWindowWithoutRoomOpensCloseToTheOneItBelongsTo) {
+  mainFrame = {0, 0, 822, 700};
+  taskArea = {290, 40, 250, 620};
+  for (int count = 0; count < 8; ++count) Add({260, 160});
+  for (const QWidget* belongsTo : {shown[0], shown[3], shown[6]}) {
+    owner = belongsTo->frameGeometry();
+    const QPoint way = Add({260, 160}).frameGeometry().center() - owner->center();
+    EXPECT_LT(way.manhattanLength(), 420);
+    EXPECT_GT(InSight(*belongsTo, {shown.back()}), 0.5);
+    shown.pop_back();
   }
 }
 

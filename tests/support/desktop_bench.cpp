@@ -8,9 +8,13 @@
 #include <QTest>
 #include <QTimer>
 
+#include "app/settings.h"
+
 namespace qmx::test {
 
 Desktop::Desktop() {
+  // Where a test before left its windows is nothing to this one.
+  Settings().remove("windows");
   program.Start("");
   Main().activateWindow();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&Main()));
