@@ -16,8 +16,8 @@
 #include "commands/grid_commands.h"
 #include "commands/import_commands.h"
 #include "commands/system_columns.h"
+#include "commands/table_commands.h"
 #include "grids/qt_text.h"
-#include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
@@ -53,10 +53,6 @@ QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption, Comm
 
 std::string ClipboardText() { return QApplication::clipboard()->text().toStdString(); }
 
-bool HasMatrix(const Workspace& workspace, Slot slot) {
-  return workspace.*ResultOf(slot).flag && workspace.At(slot).array.Size() > 0;
-}
-
 /// The first of the files that are dragged; empty where there is none of this computer.
 QString DroppedFile(const QMimeData& data) {
   const QList<QUrl> urls = data.urls();
@@ -66,11 +62,18 @@ QString DroppedFile(const QMimeData& data) {
 }  // namespace
 
 ExchangeMenu::ExchangeMenu(frmQMX& window, DesktopScreen& screen, CommandRunner& commands)
-    : window_(window), screen_(screen), commands_(commands), dialogs_(window) {
+    : window_(window), screen_(screen), commands_(commands), dialogs_(window), preview_(window) {
   auto* file = qobject_cast<QMenu*>(window.Action("mnuPrint")->parent());
   QAction* before = file->insertSeparator(window.Action("mnuPrint"));
   AddImport(file, before);
   AddExport(file, before);
+  auto* table = new QAction(tr("Print &table..."), file);
+  table->setObjectName("mnuPrintTable");
+  table->setToolTip(tr("Shows a matrix as a table on pages, and prints it"));
+  file->insertAction(window.Action("mnuPrint"), table);
+  file->removeAction(window.Action("mnuPrint"));
+  file->insertAction(table, window.Action("mnuPrint"));
+  connect(table, &QAction::triggered, this, &ExchangeMenu::PrintActiveTable);
   AddToEdit(window.findChild<QMenu*>("mnuEdit"));
   AcceptDrops();
   auto* paste = new QShortcut(QKeySequence::Paste, &window);
@@ -192,6 +195,12 @@ void ExchangeMenu::CopyAs(CopyForm form) {
   commands_.Do([](Context& context) {
     context.view.SetStatus("Click into the window of a matrix first: it is what will be copied.");
   });
+}
+
+void ExchangeMenu::PrintActiveTable() {
+  std::optional<Slot> wanted;
+  if (active_ != nullptr && active_->isVisible()) wanted = active_->Slot();
+  commands_.Do([&](Context& context) { PrintTable(context, preview_, wanted); });
 }
 
 }  // namespace qmx

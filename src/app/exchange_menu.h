@@ -6,6 +6,7 @@
 
 #include "app/desktop_foreign_dialogs.h"
 #include "app/desktop_screen.h"
+#include "app/print_table_dialog.h"
 #include "commands/command_runner.h"
 
 namespace qmx {
@@ -37,11 +38,13 @@ class ExchangeMenu : public QObject {
   void PasteAsNew(Slot operand);
   void PasteOutsideFields();
   void CopyAs(CopyForm form);
+  void PrintActiveTable();
 
   frmQMX& window_;
   DesktopScreen& screen_;
   CommandRunner& commands_;
   DesktopForeignDialogs dialogs_;
+  DesktopPrintPreview preview_;
   bool hasA_ = false;
   Slot dropTarget_ = kSlotA;
   std::string dropped_;          ///< In the system's bytes.

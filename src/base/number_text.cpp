@@ -91,17 +91,17 @@ char* WriteExponentForm(const Digits& digits, char* out) {
 }
 
 /// Lays out the digits without a sign. `places` is the most that a plain number may need on either
-/// side of the point.
-char* WriteDigits(const Digits& digits, int places, bool zeroBeforePoint, char* out) {
+/// side of the point, `more` what it may need beyond that behind it.
+char* WriteDigits(const Digits& digits, int places, bool zeroBeforePoint, char* out, int more = 0) {
   const int before = digits.exponent + 1;
   const int after = digits.count - before;
-  return before <= places && after <= places ? WritePlain(digits, zeroBeforePoint, out)
-                                             : WriteExponentForm(digits, out);
+  return before <= places && after <= places + more ? WritePlain(digits, zeroBeforePoint, out)
+                                                    : WriteExponentForm(digits, out);
 }
 
 enum class Shape { kCStr, kStr };
 
-std::string Convert(double value, int significant, Shape shape) {
+std::string Convert(double value, int significant, Shape shape, int more = 0) {
   if (!std::isfinite(value)) {
     // No task publishes such a value; a display must not fail over one all the same.
     const char* name = std::isnan(value) ? "NaN" : value > 0 ? "Infinity" : "-Infinity";
@@ -115,7 +115,7 @@ std::string Convert(double value, int significant, Shape shape) {
   } else if (shape == Shape::kStr) {
     *out++ = ' ';
   }
-  out = WriteDigits(digits, significant, shape == Shape::kCStr, out);
+  out = WriteDigits(digits, significant, shape == Shape::kCStr, out, more);
   return {buffer.data(), out};
 }
 
@@ -211,6 +211,10 @@ std::string CStrSingle(double value) {
   const bool fits = std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
   return Convert(fits ? static_cast<double>(static_cast<float>(value)) : value, kSingleDigits,
                  Shape::kCStr);
+}
+
+std::string TableNumber(double value, int digits) {
+  return Convert(value, digits, Shape::kCStr, 3);
 }
 
 std::string Str(double value) { return Convert(value, kDoubleDigits, Shape::kStr); }

@@ -31,6 +31,11 @@ std::string CStr(int value);
 ///   "0"
 std::string CStrSingle(double value);
 
+/// A number of a printed table, with up to `digits` significant digits, 1 to 17. As CStr, but three
+/// more places behind the point are plain: columns are narrower where few numbers have exponents.
+///   1/30 with 3 digits -> "0.0333"   1/3 with 7 -> "0.3333333"   1e-6 with 3 -> "0.000001"
+std::string TableNumber(double value, int digits);
+
 /// As CStr, but with a leading blank for the sign of a number that is not negative, and no 0 before
 /// the point.
 ///   0.5 -> " .5"   -0.5 -> "-.5"   0 -> " 0"   1e20 -> " 1E+20"
