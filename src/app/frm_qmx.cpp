@@ -193,6 +193,11 @@ void frmQMX::StartProgress() {
   status_->hide();
   sinceTold_.invalidate();
   ShowProgress(0, tr("Computing..."));
+  // What the command has told before it began stays long enough to be read.
+  if (!message_.isEmpty()) {
+    working_->setText(message_);
+    sinceTold_.start();
+  }
   for (QWidget* part : {static_cast<QWidget*>(working_), static_cast<QWidget*>(progress_),
                         static_cast<QWidget*>(stop_)}) {
     part->show();

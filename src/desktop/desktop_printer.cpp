@@ -52,44 +52,53 @@ qsizetype FittingCharacters(const QString& text, qsizetype start, const QFontMet
   return fits > 1 ? fits - 1 : 2;
 }
 
-/// Writes lines from the top of a page to its bottom, page after page.
-class PageWriter {
- public:
-  PageWriter(QPagedPaintDevice& device, const QString& fontName)
-      : device_(device), painter_(&device), font_(FontOf(fontName)), metrics_(font_, &device) {
-    if (!painter_.isActive()) RaisePrinterError();
-    painter_.setFont(font_);
-  }
+/// Lines divided into rows that fit on a page side by side, and so many rows on each.
+struct Rows {
+  QStringList texts;
+  qsizetype perPage = 1;
 
-  void Write(const QString& text) {
+  int Pages() const { return static_cast<int>((texts.size() + perPage - 1) / perPage); }
+};
+
+Rows Divide(const QPagedPaintDevice& device, const std::vector<std::string>& lines,
+            const QFont& font) {
+  const QFontMetricsF metrics(font, &device);
+  Rows rows;
+  for (const std::string& line : lines) {
+    const QString text = TextOf(line);
     qsizetype start = 0;
     do {
-      const qsizetype count = FittingCharacters(text, start, metrics_, device_.width());
-      WriteRow(text.mid(start, count));
+      const qsizetype count = FittingCharacters(text, start, metrics, device.width());
+      rows.texts << text.mid(start, count);
       start += count;
     } while (start < text.size());
   }
-
-  void Finish() {
-    if (!painter_.end()) RaisePrinterError();
+  for (qreal top = metrics.lineSpacing(); top + metrics.height() <= device.height();
+       top += metrics.lineSpacing()) {
+    ++rows.perPage;
   }
+  return rows;
+}
 
- private:
-  void WriteRow(const QString& row) {
-    if (top_ > 0 && top_ + metrics_.height() > device_.height()) {
-      if (!device_.newPage()) RaisePrinterError();
-      top_ = 0;
+/// Writes rows from the top of a page to its bottom, page after page.
+void Paint(QPagedPaintDevice& device, const Rows& rows, const QFont& font, Progress& progress) {
+  QPainter painter(&device);
+  if (!painter.isActive()) RaisePrinterError();
+  painter.setFont(font);
+  const QFontMetricsF metrics(font, &device);
+  qreal top = 0;
+  for (qsizetype i = 0; i < rows.texts.size(); ++i) {
+    if (i % rows.perPage == 0) {
+      progress.Report(static_cast<double>(i) / static_cast<double>(rows.texts.size()));
+      if (i > 0 && !device.newPage()) RaisePrinterError();
+      top = 0;
     }
-    if (!row.isEmpty()) painter_.drawText(QPointF(0, top_ + metrics_.ascent()), row);
-    top_ += metrics_.lineSpacing();
+    if (!rows.texts[i].isEmpty())
+      painter.drawText(QPointF(0, top + metrics.ascent()), rows.texts[i]);
+    top += metrics.lineSpacing();
   }
-
-  QPagedPaintDevice& device_;
-  QPainter painter_;
-  QFont font_;
-  QFontMetricsF metrics_;
-  qreal top_ = 0;
-};
+  if (!painter.end()) RaisePrinterError();
+}
 
 QPageLayout UsualPage() {
   const bool metric = QLocale().measurementSystem() != QLocale::ImperialUSSystem;
@@ -110,16 +119,19 @@ bool PrintingSystemTookTheJob() {
   return status >= 0 && status < kFirstFailure;
 }
 
-void Paint(QPagedPaintDevice& device, const std::vector<std::string>& lines, const QString& font) {
-  PageWriter pages(device, font);
-  for (const std::string& line : lines) pages.Write(TextOf(line));
-  pages.Finish();
+/// Paints what nobody will see.
+void Rehearse(const QPrinter& printer, const Rows& rows, const QFont& font, Progress& progress) {
+  QBuffer bytes;
+  bytes.open(QIODevice::WriteOnly);
+  QPdfWriter pdf(&bytes);
+  pdf.setResolution(printer.resolution());
+  pdf.setPageLayout(printer.pageLayout());
+  Paint(pdf, rows, font, progress);
 }
 
-void PrintOn(const QPrinterInfo& info, const std::vector<std::string>& lines, const QString& font) {
-  QPrinter printer(info, QPrinter::HighResolution);
-  printer.setDocName(TextOf(kProgramTitle));
-  Paint(printer, lines, font);
+void PrintOn(QPrinter& printer, const Rows& rows, const QFont& font) {
+  Progress unheard;
+  Paint(printer, rows, font, unheard);
   const bool failed =
       printer.printerState() == QPrinter::Error || printer.printerState() == QPrinter::Aborted;
   if (failed || !PrintingSystemTookTheJob()) RaisePrinterError();
@@ -127,31 +139,57 @@ void PrintOn(const QPrinterInfo& info, const std::vector<std::string>& lines, co
 
 }  // namespace
 
+/// A document for a printer, or else for a file.
+struct DesktopPrinter::Job {
+  QFont font;
+  Rows rows;
+  std::unique_ptr<QPrinter> printer;
+  std::string fileName;
+  QBuffer bytes;
+  std::unique_ptr<QPdfWriter> pdf;
+};
+
 DesktopPrinter::DesktopPrinter(FileStore& files, AskFileName askFileName)
     : files_(files), askFileName_(std::move(askFileName)) {}
 
-void DesktopPrinter::Print(const std::vector<std::string>& lines, std::string_view font) {
-  if (lines.empty()) return;
-  const QString name =
-      font.empty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont).family() : TextOf(font);
-  const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
-  printer.isNull() ? WritePdf(lines, name) : PrintOn(printer, lines, name);
+DesktopPrinter::~DesktopPrinter() = default;
+
+int DesktopPrinter::Prepare(const std::vector<std::string>& lines, std::string_view font) {
+  job_.reset();
+  if (lines.empty()) return 0;
+  auto job = std::make_unique<Job>();
+  job->font = FontOf(font.empty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont).family()
+                                  : TextOf(font));
+  const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+  if (info.isNull()) {
+    job->fileName = askFileName_();
+    if (job->fileName.empty()) return 0;
+    job->bytes.open(QIODevice::WriteOnly);
+    job->pdf = std::make_unique<QPdfWriter>(&job->bytes);
+    job->pdf->setTitle(TextOf(kProgramTitle));
+    job->pdf->setPageLayout(UsualPage());
+    job->rows = Divide(*job->pdf, lines, job->font);
+  } else {
+    job->printer = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+    job->printer->setDocName(TextOf(kProgramTitle));
+    job->rows = Divide(*job->printer, lines, job->font);
+  }
+  job_ = std::move(job);
+  return job_->rows.Pages();
 }
 
-void DesktopPrinter::WritePdf(const std::vector<std::string>& lines, const QString& font) {
-  const std::string name = askFileName_();
-  if (name.empty()) return;
-  QBuffer bytes;
-  bytes.open(QIODevice::WriteOnly);
-  {
-    QPdfWriter pdf(&bytes);
-    pdf.setTitle(TextOf(kProgramTitle));
-    pdf.setPageLayout(UsualPage());
-    Paint(pdf, lines, font);
+void DesktopPrinter::Print(Progress& progress) {
+  const std::unique_ptr<Job> job = std::exchange(job_, nullptr);
+  if (job == nullptr) return;
+  if (job->printer != nullptr) {
+    if (job->rows.Pages() > kFewPages) Rehearse(*job->printer, job->rows, job->font, progress);
+    return PrintOn(*job->printer, job->rows, job->font);
   }
-  const QByteArray& content = bytes.data();
+  Paint(*job->pdf, job->rows, job->font, progress);
+  job->pdf.reset();
+  const QByteArray& content = job->bytes.data();
   const std::string_view view(content.constData(), static_cast<std::size_t>(content.size()));
-  if (!files_.Replace(name, view).Ok()) RaisePrinterError();
+  if (!files_.Replace(job->fileName, view).Ok()) RaisePrinterError();
 }
 
 }  // namespace qmx

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/progress.h"
+
 namespace qmx {
 
 /// A printer that takes whole documents.
@@ -16,10 +18,18 @@ class Printer {
   Printer(const Printer&) = delete;
   Printer& operator=(const Printer&) = delete;
   virtual ~Printer() = default;
-  /// Prints lines as one document in a font, or in the printer's own where no font is named, which
-  /// stays what it is in any case. Nothing is printed where there are no lines.
+
+  /// A document of more pages than this is long.
+  static constexpr int kFewPages = 20;
+  /// Makes a document of lines in a font, or in the printer's own where no font is named, which
+  /// stays what it is in any case. Returns the number of its pages; 0 where nothing is to be
+  /// printed: there are no lines, or the user wants none.
   /// Faults: 482 (printer error).
-  virtual void Print(const std::vector<std::string>& lines, std::string_view font) = 0;
+  virtual int Prepare(const std::vector<std::string>& lines, std::string_view font) = 0;
+  /// Prints what was prepared. May be called where computations run, and tells how far it is: while
+  /// it does, a stop leaves nothing printed.
+  /// Faults: 482 (printer error).
+  virtual void Print(Progress& progress) = 0;
 };
 
 /// What came of a file operation. An empty problem means that it succeeded; otherwise it says what

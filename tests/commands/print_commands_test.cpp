@@ -263,5 +263,24 @@ TEST_F(PrintCommands, APrinterThatFailsRaisesItsFault) {
   EXPECT_THROW(PrintReport(context), RuntimeFault);
 }
 
+TEST_F(PrintCommands, ALongDocumentIsAnnouncedAndCanBeStopped) {
+  Hold(kSlotA, Rows({{1}}));
+  printer.pages = 20;
+  PrintSlot(context, kSlotA);
+  EXPECT_EQ(screen.status, "");
+  EXPECT_TRUE(screen.progress.empty()) << "20 pages are few";
+  printer.pages = 472;
+  for (const int report : {1, 200, 472}) {
+    screen.stopAt = report;
+    EXPECT_THROW(PrintSlot(context, kSlotA), Stopped);
+    EXPECT_EQ(screen.status, "Printing 472 pages. Stop ends it.");
+    EXPECT_EQ(printer.documents, 1) << report;
+  }
+  screen.stopAt = 0;
+  PrintReport(context);
+  EXPECT_EQ(printer.documents, 2);
+  EXPECT_EQ(screen.status, "472 pages were printed.");
+}
+
 }  // namespace
 }  // namespace qmx

@@ -137,6 +137,16 @@ TEST_F(CupsPrinting, SendsTheJobToTheDefaultPrinter) {
   EXPECT_EQ(arrived, lines);
 }
 
+TEST_F(CupsPrinting, OfALongDocumentThatIsStoppedNothingArrives) {
+  PrintServer server;
+  ASSERT_TRUE(server.Start()) << server.Log();
+  const std::vector<std::string> many(2000, "A line of a long document");
+  EXPECT_EQ(PrintLines(many, "Courier New", "", server.Address(), 5).output, "stopped\n");
+  EXPECT_EQ(PrintLines({"Short"}, "Courier New", "", server.Address()).status, 0);
+  ASSERT_TRUE(server.JobArrived()) << server.Log();
+  EXPECT_EQ(LinesOfPdf(server.Job()).front(), "Short");
+}
+
 TEST_F(CupsPrinting, AJobThatThePrinterRejectsIsAPrinterError) {
   PrintServer server;
   ASSERT_TRUE(server.Start()) << server.Log();

@@ -73,6 +73,16 @@ TEST_F(PdfPrinting, WithoutLinesAsksForNothing) {
   EXPECT_FALSE(std::filesystem::exists(Pdf()));
 }
 
+TEST_F(PdfPrinting, CanBeStoppedAtEveryPage) {
+  const std::vector<std::string> lines(150, "A line");
+  for (int page = 1; page <= 3; ++page) {
+    EXPECT_EQ(PrintLines(lines, "Courier New", Pdf(), kNoServer, page).output, "stopped\n");
+    EXPECT_FALSE(std::filesystem::exists(Pdf())) << page;
+  }
+  EXPECT_EQ(PrintLines(lines, "Courier New", Pdf(), kNoServer, 4).output, "asked\n");
+  EXPECT_TRUE(std::filesystem::exists(Pdf()));
+}
+
 TEST_F(PdfPrinting, GoesOnOnTheNextPage) {
   std::vector<std::string> lines;
   for (int i = 1; i <= 150; ++i) lines.push_back("LINE " + std::to_string(i));

@@ -93,10 +93,10 @@ std::vector<std::string> LinesOfPdf(const std::string& name) {
 }
 
 Outcome PrintLines(const std::vector<std::string>& lines, const std::string& font,
-                   const std::string& pdfName, const std::string& printServer) {
+                   const std::string& pdfName, const std::string& printServer, int stopAt) {
   std::string input;
   for (const std::string& line : lines) input += line + "\n";
-  return RunProgram({QMX_PRINT_PROGRAM, font, pdfName}, input,
+  return RunProgram({QMX_PRINT_PROGRAM, font, pdfName, std::to_string(stopAt)}, input,
                     {"CUPS_SERVER=" + printServer, "QT_QPA_PLATFORM=offscreen", "LC_ALL=C.UTF-8"});
 }
 

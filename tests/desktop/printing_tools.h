@@ -38,8 +38,9 @@ void Put(const std::string& name, const std::string& bytes);
 /// without the columns of the left margin; form feeds stand at the start of a page's first line.
 std::vector<std::string> LinesOfPdf(const std::string& name);
 
-/// Prints lines through the desktop's printer, in a process that meets this printing system.
+/// Prints lines through the desktop's printer, in a process that meets this printing system; it is
+/// stopped at a report of its progress, counted from 1, unless that is 0.
 Outcome PrintLines(const std::vector<std::string>& lines, const std::string& font,
-                   const std::string& pdfName, const std::string& printServer);
+                   const std::string& pdfName, const std::string& printServer, int stopAt = 0);
 
 }  // namespace qmx::test

@@ -23,12 +23,24 @@ class RecordingPrinter : public Printer {
   bool fails = false;
   std::string font = "Helvetica";
 
-  void Print(const std::vector<std::string>& document, std::string_view wanted) override {
-    lines.insert(lines.end(), document.begin(), document.end());
-    fonts.resize(lines.size(), wanted.empty() ? font : std::string(wanted));
+  int pages = 1;  ///< Of every document.
+
+  int Prepare(const std::vector<std::string>& document, std::string_view wanted) override {
+    prepared_ = document;
+    preparedFont_ = wanted.empty() ? font : std::string(wanted);
+    return pages;
+  }
+  void Print(Progress& progress) override {
+    for (int page = 1; page <= pages; ++page) progress.Report(static_cast<double>(page) / pages);
+    lines.insert(lines.end(), prepared_.begin(), prepared_.end());
+    fonts.resize(lines.size(), preparedFont_);
     if (fails) throw RuntimeFault(Fault::kPrinterError);
     ++documents;
   }
+
+ private:
+  std::vector<std::string> prepared_;
+  std::string preparedFont_;
 };
 
 /// A machine with as much memory as a test gives it.
