@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include "app/widgets.h"
+#include "commands/results_commands.h"
 #include "grids/editor_window.h"
 #include "grids/qt_text.h"
 #include "grids/viewer_window.h"
@@ -182,7 +183,16 @@ void DesktopScreen::BringMainToFront() {
 }
 
 ResultsWindow& DesktopScreen::EnsureResults() {
-  if (results_ == nullptr) results_ = std::make_unique<ResultsWindow>();
+  if (results_ != nullptr) return *results_;
+  results_ = std::make_unique<ResultsWindow>();
+  const auto run = [this](void (*command)(Context&, const std::vector<std::string>&)) {
+    return [this, command] {
+      commands_.Do([&](Context& context) { command(context, results_->Lines()); });
+    };
+  };
+  QObject::connect(results_.get(), &ResultsWindow::SaveRequested, results_.get(), run(SaveResults));
+  QObject::connect(results_.get(), &ResultsWindow::PrintRequested, results_.get(),
+                   run(PrintResults));
   return *results_;
 }
 

@@ -7,10 +7,7 @@
 
 namespace qmx {
 
-namespace {
-
-/// Prints a document. Of a long one the user is told how long it is, and can stop it.
-void Print(Context& context, const std::vector<std::string>& lines, std::string_view font) {
+void PrintLines(Context& context, const std::vector<std::string>& lines, std::string_view font) {
   const int pages = context.printer.Prepare(lines, font);
   if (pages == 0) return;
   if (pages <= Printer::kFewPages) {
@@ -22,15 +19,14 @@ void Print(Context& context, const std::vector<std::string>& lines, std::string_
   context.view.SetStatus(CStr(pages) + " pages were printed.");
 }
 
-}  // namespace
-
 void PrintSlot(Context& context, Slot slot) {
-  Print(context, PrintedMatrix(context.workspace, slot), {});
+  PrintLines(context, PrintedMatrix(context.workspace, slot), {});
 }
 
 void PrintReport(Context& context) {
   // Columns stand under each other only in a fixed-pitch font.
-  Print(context, PrintedReport(context.workspace, ReadEigenTexts(context.panel)), "Courier New");
+  PrintLines(context, PrintedReport(context.workspace, ReadEigenTexts(context.panel)),
+             "Courier New");
 }
 
 }  // namespace qmx

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QAction>
+#include <QHBoxLayout>
 #include <QListWidget>
+#include <QPushButton>
 #include <QWidget>
+#include <string>
+#include <vector>
 
 namespace qmx {
 
@@ -20,14 +25,33 @@ class ResultsWindow : public QWidget {
   void CutTo(int lines);
   void AddLine(const QString& line);
   void Clear();
+  /// All lines, in UTF-8.
+  std::vector<std::string> Lines() const;
+
+ Q_SIGNALS:
+  /// The list is to be saved as text, or printed.
+  void SaveRequested();
+  void PrintRequested();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  QPushButton* AddButton(const char* name, const QString& text, const QString& toolTip);
+  void AddEntries();
+  QAction* AddEntry(const char* name, const QString& text, const QKeySequence& key = {});
+  void ShowMenu(const QPoint& where);
   void CopySelected();
+  /// There is something to save, to print and to copy only in a list that has lines.
+  void Update();
 
   QListWidget* list_;
+  QHBoxLayout* buttons_;
+  std::vector<QPushButton*> whole_;  ///< The buttons for the whole list.
+  QAction* copy_ = nullptr;
+  QAction* selectAll_ = nullptr;
+  QAction* save_ = nullptr;
+  QAction* print_ = nullptr;
 };
 
 }  // namespace qmx

@@ -3,10 +3,15 @@
 
 #include "grids/results_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFileDialog>
+#include <QMenu>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "support/desktop_bench.h"
 
@@ -100,6 +105,50 @@ TEST_F(Results, SelectedLinesAreCopied) {
   Lines()->item(1)->setSelected(true);
   QTest::keyClick(Lines(), Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(), "first\n  second");
+}
+
+TEST_F(Results, TheListIsPrintedAndSavedByItsButtons) {
+  program.Windows().ShowResults();
+  auto* print = List().findChild<QAbstractButton*>("cmdPrintResults");
+  auto* save = List().findChild<QAbstractButton*>("cmdSaveResults");
+  EXPECT_FALSE(print->isEnabled()) << "there is nothing to print";
+  EXPECT_FALSE(save->isEnabled());
+  RunEigenTask();
+  QTest::mouseClick(print, Qt::LeftButton);
+  EXPECT_EQ(printer.lines, List().Lines());
+  EXPECT_EQ(printer.fonts.front(), "Courier New");
+  const QTemporaryDir folder;
+  const QString file = folder.filePath("r.txt");
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    QTest::keyClicks(dialog->findChild<QLineEdit*>("fileNameEdit"), file);
+    QTest::keyClick(dialog, Qt::Key_Return);
+  });
+  poll.start(10);
+  QTest::mouseClick(save, Qt::LeftButton);
+  EXPECT_EQ(files.files[file.toStdString()].substr(0, List().Lines()[0].size()), List().Lines()[0]);
+  Clear();
+  EXPECT_FALSE(print->isEnabled());
+}
+
+TEST_F(Results, TheMenuCopiesSavesAndPrints) {
+  RunEigenTask();
+  Lines()->setCurrentRow(1);
+  Q_EMIT Lines()->customContextMenuRequested({5, 5});
+  auto* menu = List().findChild<QMenu*>("mnuResults");
+  ASSERT_NE(menu, nullptr);
+  const auto entry = [&](const char* name) { return List().findChild<QAction*>(name); };
+  ASSERT_TRUE(entry("mnuCopyResults")->isEnabled());
+  entry("mnuCopyResults")->trigger();
+  EXPECT_EQ(QApplication::clipboard()->text(), Lines()->item(1)->text());
+  entry("mnuSelectAllResults")->trigger();
+  EXPECT_EQ(Lines()->selectedItems().size(), Lines()->count());
+  entry("mnuPrintResults")->trigger();
+  EXPECT_EQ(printer.lines, List().Lines());
+  EXPECT_TRUE(entry("mnuSaveResults")->isEnabled());
+  menu->close();
 }
 
 }  // namespace
