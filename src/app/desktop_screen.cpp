@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QSignalBlocker>
 
+#include "app/latest_result.h"
 #include "app/widgets.h"
 #include "commands/results_commands.h"
 #include "grids/editor_window.h"
@@ -112,6 +113,8 @@ void DesktopScreen::Select(const Control& option) {
 
 void DesktopScreen::SetFrameVisible(Slot slot, bool visible) {
   if (auto* frame = qobject_cast<QWidget*>(main_.Find(fraFrame(slot)))) frame->setVisible(visible);
+  ForgetLatest(slot);
+  if (visible) latest_.insert(publishedNow_++, slot);
 }
 
 GridWindow& DesktopScreen::Ensure(Slot slot) {
@@ -169,6 +172,9 @@ void DesktopScreen::RestoreWindow(Slot slot) {
 }
 
 void DesktopScreen::CloseWindow(Slot slot) {
+  LatestResult* latest = main_.Latest();
+  if (windows_[slot] != nullptr && latest->Window() == windows_[slot].get())
+    latest->Show(nullptr, false);
   if (windows_[slot] != nullptr && windows_[slot]->isVisible()) memory_.Keep(*windows_[slot]);
   windows_[slot].reset();
 }

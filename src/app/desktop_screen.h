@@ -95,12 +95,16 @@ class DesktopScreen : public Panel,
   /// Closes the window that has the keyboard as its close box does; nothing for the main window.
   void CloseActiveWindow();
   WindowMemory& Memory() { return memory_; }
+  /// Shows the latest result on the main window; to be called after every command.
+  void ShowLatest();
   /// Unloads all windows but the main one.
   void CloseAllWindows();
 
  private:
   GridWindow& Ensure(Slot slot);
   ResultsWindow& EnsureResults();
+  /// The latest result is no longer this one.
+  void ForgetLatest(Slot slot);
   void PlaceIfNew(QWidget& window, std::optional<Slot> slot);
   /// Where the window is that a new one belongs to; nothing where that is the main window.
   std::optional<QRect> OwnerOf(std::optional<Slot> slot) const;
@@ -119,8 +123,11 @@ class DesktopScreen : public Panel,
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;
   DropHandler onDrop_;
+  /// The results, the latest one first; of those that one command publishes the first one counts.
+  QList<Slot> latest_;
+  qsizetype publishedNow_ = 0;  ///< By the command that is under way.
   WindowMemory memory_;
-  QList<const QObject*> placed_;  ///< All windows that were ever placed, in that order.
+  QList<const QObject*> placed_;       ///< All windows that were ever placed, in that order.
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   QTimer focusMover_;                  ///< Moves the focus when the command is done.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.

@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 
 #include "app/desktop_screen.h"
+#include "app/latest_result.h"
 #include "app/widgets.h"
 #include "grids/announcer.h"
 
@@ -36,6 +37,7 @@ struct ScreenState : ViewState {
   std::array<bool, kSlotCount> wide{};
   bool resultsShown = false;
   int lines = 0;
+  QList<Slot> latest;
 };
 
 struct GridState : ViewState {
@@ -81,6 +83,7 @@ std::shared_ptr<const ViewState> DesktopScreen::Capture() const {
                             window->isVisible()};
   }
   state->wide = wide_;
+  state->latest = latest_;
   state->resultsShown = results_ != nullptr && results_->isVisible();
   state->lines = results_ == nullptr ? 0 : results_->LineCount();
   return state;
@@ -94,6 +97,7 @@ void DesktopScreen::Restore(const ViewState& state, Restoring restoring) {
     if (auto* widget = qobject_cast<QWidget*>(control.control)) widget->setVisible(control.visible);
   }
   wide_ = wanted.wide;
+  latest_ = wanted.latest;
   for (const Slot slot : kAllSlots) {
     const auto& picture = wanted.windows[slot];
     if (!picture) {
@@ -147,6 +151,20 @@ void DesktopScreen::RestoreText(Slot slot, int row, int col,
 void DesktopScreen::SetStatus(const std::string& text) {
   main_.SetStatus(QString::fromStdString(text));
   if (!text.empty()) Announce(FrontWindow(), QString::fromStdString(text));
+}
+
+void DesktopScreen::ForgetLatest(Slot slot) {
+  const qsizetype place = latest_.indexOf(slot);
+  if (place < 0) return;
+  latest_.removeAt(place);
+  if (place < publishedNow_) --publishedNow_;
+}
+
+void DesktopScreen::ShowLatest() {
+  publishedNow_ = 0;
+  const bool isThere = !latest_.isEmpty() && Window(latest_.front()) != nullptr;
+  const Slot slot = isThere ? latest_.front() : kSlotA;
+  main_.Latest()->Show(isThere ? Window(slot) : nullptr, wide_[slot]);
 }
 
 }  // namespace qmx

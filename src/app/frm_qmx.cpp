@@ -16,6 +16,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "app/latest_result.h"
 #include "app/menu_entries.h"
 #include "app/panels.h"
 #include "app/tasks_menu.h"
@@ -31,6 +32,7 @@ constexpr int kProgressSteps = 100;
 constexpr int kReadable = 3000;  // Milliseconds.
 constexpr int kSlack = 2;        // Lest rounding bring up scroll bars.
 constexpr double kShareOfScreen = 0.6;
+constexpr int kBar = 40;       // Of the desktop, where it does not tell of it.
 constexpr int kTitleBar = 30;  // What the desktop adds to the window's height, about.
 
 }  // namespace
@@ -50,7 +52,10 @@ void frmQMX::ResizeToPanels() {
   const QSize available = screen()->availableSize() - QSize(0, kTitleBar);
   const QSize least = panels_->minimumSizeHint();
   const int bars = menuBar()->sizeHint().height() + statusBar()->sizeHint().height();
-  QSize wanted = QSize(0, bars + kSlack) + least;
+  QSize wanted(0, bars + kSlack + least.height());
+  // Higher where the screen allows it: the latest result has the room.
+  const int ample = bars + kSlack + panels_->sizeHint().height();
+  wanted.setHeight(std::max(wanted.height(), std::min(ample, available.height() - kBar)));
   // As wide as all captions want it, but for what the windows of the matrices need.
   const int share = static_cast<int>(available.width() * kShareOfScreen) - kSlack;
   wanted.setWidth(std::clamp(share, least.width(), panels_->sizeHint().width()) + kSlack);
@@ -149,9 +154,11 @@ void frmQMX::IndexControls() {
   for (QObject* control : findChildren<QObject*>()) {
     if (!control->objectName().isEmpty()) controls_.insert(control->objectName(), control);
   }
+  const QWidget* latest = Latest();
   for (QWidget* control : panels_->findChildren<QWidget*>()) {
     const QString name = control->objectName();
-    const bool isControl = controls_.contains(name) && controls_.value(name) == control;
+    const bool isControl = controls_.contains(name) && controls_.value(name) == control &&
+                           !latest->isAncestorOf(control);
     if (isControl && !name.startsWith("lblStale")) commandControls_.append(control);
   }
   commandControls_.append(Find(mnuPrint));
@@ -160,6 +167,8 @@ void frmQMX::IndexControls() {
 QObject* frmQMX::Find(const Control& control) const {
   return controls_.value(QString::fromStdString(control.ObjectName()));
 }
+
+LatestResult* frmQMX::Latest() const { return panels_->findChild<LatestResult*>(); }
 
 QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(name); }
 

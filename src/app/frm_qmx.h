@@ -13,6 +13,8 @@
 
 namespace qmx {
 
+class LatestResult;
+
 /// The main window: all controls and menus, under the names that the tables give them. It shows and
 /// passes on; what a press means is wired to it from outside.
 class frmQMX : public QMainWindow {
@@ -24,6 +26,7 @@ class frmQMX : public QMainWindow {
   /// The control or menu entry with this name; null where there is none.
   QObject* Find(const Control& control) const;
   QAction* Action(const char* name) const;
+  LatestResult* Latest() const;
   /// What holds all controls but those of menus and status bar.
   const QWidget* Panels() const { return panels_; }
   /// The controls whose texts and states commands change.

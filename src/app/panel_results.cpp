@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <array>
 
+#include "app/latest_result.h"
 #include "app/panel_kit.h"
 #include "app/panels.h"
 #include "app/result_frame.h"
@@ -50,7 +51,7 @@ QWidget* BuildResultsPanel(QWidget* parent) {
     }
     rows->addSpacing(kGroupGap);
   }
-  rows->addStretch(1);
+  rows->addWidget(new LatestResult(frame), 1);
   rows->addWidget(MakeButton(cmdShowResults, "Show Results", frame,
                              "Shows the reports of the tasks and of solving"));
   return frame;

@@ -76,12 +76,27 @@ QWidget* BuildScalarChange(const Control& frameName, const QString& title, const
   return frame;
 }
 
+/// A label whose text takes two lines. A height that depended on the width would be asked of the
+/// whole panel, which then would not become lower than it wants to be.
+class TwoLines final : public QLabel {
+ public:
+  TwoLines(const QString& text, QWidget* parent) : QLabel(text, parent) {
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+  }
+  bool hasHeightForWidth() const override { return false; }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+  QSize sizeHint() const override {
+    const QFontMetrics metrics = fontMetrics();
+    return {metrics.horizontalAdvance(text()) * 2 / 3, 2 * metrics.lineSpacing()};
+  }
+};
+
 QWidget* BuildPivotFrame(QWidget* parent) {
   QGroupBox* frame = MakeFrame({"fraPivot"}, "Partial pivoting", parent);
   QHBoxLayout* row = AddRow(MakeRows(frame));
-  QLabel* question = MakeLabel({"lblPivot"}, "Allow pivoting for LU factors?", frame);
-  question->setWordWrap(true);
-  question->setMinimumHeight(2 * question->fontMetrics().lineSpacing());
+  auto* question = new TwoLines("Allow pivoting for LU factors?", frame);
+  question->setObjectName("lblPivot");
   row->addWidget(question, 1);
   for (int option = 0; option <= kPivotNo; ++option)
     row->addWidget(MakeOption(OptPivot(option), frame));

@@ -81,6 +81,7 @@ void Program::AfterCommand() {
   kept_ = commands_.Steps().Position();
   window_.Action("mnuLastSession")->setEnabled(!session_.Latest().empty());
   ShowWhatStandsWhere(window_, commands_, workspace_);
+  screen_.ShowLatest();
   MarkStaleResults(window_, screen_, workspace_);
   exchange_.Update(workspace_);
   AnnounceComputed();

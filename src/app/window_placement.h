@@ -11,9 +11,9 @@ namespace qmx {
 /// What a window finds on the screen that is shown for the first time. Rectangles are those of
 /// windows with their frames.
 struct Surroundings {
-  QRect main;      ///< The main window, which comes to the front after every task,
-  QRect taskArea;  ///< and the part of it that is needed next.
-  std::vector<QRect> others;  ///< The topmost ones last.
+  QRect main;                  ///< The main window, which comes to the front after every task,
+  QRect taskArea;              ///< and the part of it that is needed next.
+  std::vector<QRect> others;   ///< The topmost ones last.
   std::optional<QRect> owner;  ///< The window that the new one belongs to.
 };
 

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <functional>
 
+#include "app/latest_result.h"
 #include "app/tasks_menu.h"
 #include "app/widgets.h"
 #include "app/windows_menu.h"
@@ -176,6 +177,9 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& comman
   WireParameters(wires);
   WireMenus(wires, commands);
   WireTasksMenu(window);
+  QObject::connect(window.Latest(), &LatestResult::Chosen, &window, [&window](Slot slot) {
+    qobject_cast<QAbstractButton*>(window.Find(cmdShow(slot)))->click();
+  });
   WireWindowsMenu(window, screen, commands);
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
   QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
@@ -206,6 +210,11 @@ void MarkStaleResults(frmQMX& window, const DesktopScreen& screen, const Workspa
       GridWindow* shown = screen.Window(slot);
       if (shown != nullptr && !HasPermanentFrame(slot)) shown->ShowStale(why);
     });
+  }
+  const GridWindow* latest = window.Latest()->Window();
+  if (latest != nullptr) {
+    const Result result = ResultOf(latest->Slot()).result;
+    window.Latest()->ShowStale(ToQString(Staleness(workspace, result)));
   }
 }
 

@@ -2,6 +2,7 @@
 #include "grids/matrix_grid.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <algorithm>
@@ -20,7 +21,7 @@ QColor ToQColor(Colour colour) {
 }  // namespace
 
 MatrixGrid::MatrixGrid(bool hasHeaderRow, QWidget* parent)
-    : QTableView(parent), model_(new GridModel(hasHeaderRow, this)) {
+    : QTableView(parent), model_(new GridModel(hasHeaderRow, this)), own_(model_) {
   UseAccessibleGrids();
   setModel(model_);
   setLayoutDirection(Qt::LeftToRight);
@@ -74,6 +75,34 @@ void MatrixGrid::Reshape(bool wide, const std::function<void()>& change) {
     const int first = model_->HeaderRows();
     SetCurrentCell(std::clamp(row, first, first + rows - 1), std::clamp(col, 1, cols));
   }
+}
+
+void MatrixGrid::Follow(const MatrixGrid* other) {
+  GridModel* followed = other == nullptr ? own_ : other->model_;
+  if (followed == model_) return;
+  if (model_ != own_) disconnect(model_, nullptr, this, nullptr);
+  selection_ = {};
+  model_ = followed;
+  QItemSelectionModel* before = selectionModel();
+  setModel(model_);
+  delete before;
+  if (other == nullptr) return;
+  const auto takeOver = [this] { TakeOverShape(); };
+  connect(model_, &QAbstractItemModel::modelReset, this, takeOver);
+  // Texts are written into the header column after that.
+  connect(model_, &QAbstractItemModel::dataChanged, this, [takeOver](const QModelIndex& first) {
+    if (first.column() == 0) takeOver();
+  });
+  TakeOverShape();
+}
+
+void MatrixGrid::TakeOverShape() {
+  headerWidth_ = 0;
+  ApplyWidths();
+  const int labels = model_->HeaderRows() == 0 ? model_->rowCount() : 2;
+  for (int row = 0; row < std::min(labels, model_->rowCount()); ++row)
+    WidenHeaderFor(model_->Text(row, 0));
+  if (!HasCurrentCell()) SetCurrentCell(model_->HeaderRows(), 1);
 }
 
 void MatrixGrid::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {

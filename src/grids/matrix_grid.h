@@ -50,6 +50,9 @@ class MatrixGrid final : public QTableView {
     model_->RestoreText(row, col, text);
   }
 
+  /// Shows what another grid shows, as long as that is there; null: nothing any more.
+  void Follow(const MatrixGrid* other);
+
   const GridModel& Model() const { return *model_; }
   int ColWidth(int col) const { return columnWidth(col); }
   /// The width of a narrow data column in this grid's font.
@@ -137,6 +140,8 @@ class MatrixGrid final : public QTableView {
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
   void ApplyWidths();
+  /// The model has another shape, by the doing of the grid that this one follows.
+  void TakeOverShape();
   void PlaceCurrentCell(GridCell cell);
   void PaintArea(QPainter& painter, const Area& area, const QRect& damaged) const;
   void PaintCell(QPainter& painter, const QRect& rect, int row, int col) const;
@@ -162,7 +167,8 @@ class MatrixGrid final : public QTableView {
   /// The data cell in sight that is closest to a point.
   GridCell CellNear(const QPoint& point) const;
 
-  GridModel* model_;
+  GridModel* model_;  ///< Its own, or that of the grid that it follows.
+  GridModel* own_;
   bool wide_ = false;
   bool lastColumnApart_ = false;
   int headerWidth_ = 0;
