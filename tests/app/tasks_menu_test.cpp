@@ -102,6 +102,16 @@ TEST_F(TasksMenu, FromCreateToTheInverseItTakesFewKeysBesidesTheNumbers) {
 
 using KeysTaken = std::multimap<QString, QString>;
 
+/// True if the keys of an action are heard: what stands in a menu that only pops up tells them
+/// alone.
+bool IsHeard(const QAction& action) {
+  const QList<QObject*> places = action.associatedObjects();
+  return std::any_of(places.begin(), places.end(), [](const QObject* place) {
+    const auto* menu = qobject_cast<const QMenu*>(place);
+    return menu == nullptr || IsHeard(*menu->menuAction());
+  });
+}
+
 /// Tells the keys of a window with what each of them stands for: all, or those alone that serve in
 /// the other windows as well.
 void CollectKeys(const QWidget& window, KeysTaken& taken, bool everywhere) {
@@ -109,6 +119,7 @@ void CollectKeys(const QWidget& window, KeysTaken& taken, bool everywhere) {
     if (!keys.isEmpty()) taken.emplace(keys.toString(), by);
   };
   for (const QAction* action : window.findChildren<QAction*>()) {
+    if (!IsHeard(*action)) continue;
     if (everywhere && action->shortcutContext() != Qt::ApplicationShortcut) continue;
     for (const QKeySequence& keys : action->shortcuts()) take(keys, action->objectName());
   }
