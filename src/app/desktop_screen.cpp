@@ -130,6 +130,7 @@ GridWindow& DesktopScreen::Ensure(Slot slot) {
     } else {
       window = std::make_unique<ViewerWindow>(commands_, slot);
     }
+    TellMade(*window);
   }
   return *window;
 }
@@ -199,6 +200,7 @@ ResultsWindow& DesktopScreen::EnsureResults() {
   QObject::connect(results_.get(), &ResultsWindow::SaveRequested, results_.get(), run(SaveResults));
   QObject::connect(results_.get(), &ResultsWindow::PrintRequested, results_.get(),
                    run(PrintResults));
+  TellMade(*results_);
   return *results_;
 }
 

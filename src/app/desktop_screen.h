@@ -70,6 +70,10 @@ class DesktopScreen : public Panel,
   void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) override;
   void SetStatus(const std::string& text) override;
 
+  /// Gives a window that has not been on the screen a place where it is seen.
+  void PlaceIfNew(QWidget& window, std::optional<Slot> slot);
+  /// Whoever adds something to all windows is told of each that is made.
+  void WhenMade(std::function<void(QWidget& window)> told) { whenMade_ = std::move(told); }
   /// The window of a slot; null while there is none.
   GridWindow* Window(Slot slot) const { return windows_[slot].get(); }
   DesktopWork& WorkShown() { return work_; }
@@ -101,11 +105,13 @@ class DesktopScreen : public Panel,
   void CloseAllWindows();
 
  private:
+  void TellMade(QWidget& window) const {
+    if (whenMade_) whenMade_(window);
+  }
   GridWindow& Ensure(Slot slot);
   ResultsWindow& EnsureResults();
   /// The latest result is no longer this one.
   void ForgetLatest(Slot slot);
-  void PlaceIfNew(QWidget& window, std::optional<Slot> slot);
   /// Where the window is that a new one belongs to; nothing where that is the main window.
   std::optional<QRect> OwnerOf(std::optional<Slot> slot) const;
   void Arrange(const std::vector<QWidget*>& windows, const QList<QRect>& places);
@@ -122,6 +128,7 @@ class DesktopScreen : public Panel,
   std::array<std::unique_ptr<GridWindow>, kSlotCount> windows_;
   std::array<bool, kSlotCount> wide_{};  ///< Outlives the windows.
   std::unique_ptr<ResultsWindow> results_;
+  std::function<void(QWidget& window)> whenMade_;
   DropHandler onDrop_;
   /// The results, the latest one first; of those that one command publishes the first one counts.
   QList<Slot> latest_;

@@ -8,6 +8,7 @@
 #include "app/desktop_screen.h"
 #include "app/window_geometry.h"
 #include "app/window_placement.h"
+#include "grids/picture_window.h"
 #include "workspace/result_table.h"
 
 namespace qmx {
@@ -52,6 +53,10 @@ std::vector<QWidget*> DesktopScreen::ShownWindows() const {
     if (window != nullptr && window->isVisible()) shown.push_back(window.get());
   }
   if (results_ != nullptr && results_->isVisible()) shown.push_back(results_.get());
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (qobject_cast<PictureWindow*>(window) != nullptr && window->isVisible())
+      shown.push_back(window);
+  }
   return shown;
 }
 

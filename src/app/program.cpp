@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
@@ -12,6 +13,7 @@
 #include <new>
 
 #include "app/wiring.h"
+#include "app/zoom_menu.h"
 #include "base/fault.h"
 #include "commands/computed_news.h"
 #include "commands/file_commands.h"
@@ -27,6 +29,8 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
     : screen_(window_, commands_),
       context_(workspace_, screen_, ports),
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
+      pictures_(workspace_,
+                [this](QWidget& picture, Slot slot) { screen_.PlaceIfNew(picture, slot); }),
       guard_(settings),
       desktop_(window_, screen_),
       exchange_(window_, screen_, commands_),
@@ -41,6 +45,8 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
             screen_.SetStatus("The session cannot be kept for the next start. " + problem);
           }) {
   WireMainWindow(window_, screen_, commands_);
+  AddZoomMenu(window_, zoom_);
+  screen_.WhenMade([this](QWidget& window) { Furnish(window); });
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }
 
@@ -61,6 +67,16 @@ bool Program::Start(const std::string& commandLine) {
   if (session_.WasCutOff() && commandLine.empty())
     screen_.SetStatus("The last session was cut off. File > Last session brings it back.");
   return true;
+}
+
+void Program::Furnish(QWidget& window) {
+  if (auto* matrix = qobject_cast<GridWindow*>(&window)) {
+    pictures_.Attach(*matrix);
+    matrix->AddViewEntries(zoom_.Entries());
+    zoom_.Attach(window, matrix->Grid());
+  } else if (auto* list = window.findChild<QListWidget*>()) {
+    zoom_.Attach(window, *list);
+  }
 }
 
 LastSession::Compose Program::CaptureSession() const {
@@ -85,6 +101,7 @@ void Program::AfterCommand() {
   MarkStaleResults(window_, screen_, workspace_);
   exchange_.Update(workspace_);
   AnnounceComputed();
+  pictures_.Refresh();
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }
@@ -101,6 +118,7 @@ void Program::End() {
   guard_.Restore();
   session_.End();
   screen_.Memory().Keep(window_);
+  pictures_.CloseAll();
   screen_.CloseAllWindows();
   desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);

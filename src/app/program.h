@@ -7,11 +7,13 @@
 #include "app/desktop_screen.h"
 #include "app/exchange_menu.h"
 #include "app/frm_qmx.h"
+#include "app/pictures.h"
 #include "app/recent_projects.h"
 #include "base/fault.h"
 #include "commands/command_runner.h"
 #include "desktop/decimal_guard.h"
 #include "desktop/last_session.h"
+#include "grids/zoom.h"
 #include "workspace/context.h"
 
 namespace qmx {
@@ -38,6 +40,8 @@ class Program {
  private:
   void AfterCommand();
   void AnnounceComputed();
+  /// A window of a matrix or of the results has been made.
+  void Furnish(QWidget& window);
   LastSession::Compose CaptureSession() const;
   void OpenLastSession();
   void End();
@@ -48,6 +52,8 @@ class Program {
   DesktopScreen screen_;
   Context context_;
   CommandRunner commands_;
+  Zoom zoom_;
+  Pictures pictures_;
   DecimalGuard guard_;
   DesktopMenu desktop_;
   ExchangeMenu exchange_;

@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QTimer>
 #include <algorithm>
 
 #include "commands/grid_commands.h"
@@ -43,11 +44,13 @@ GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
   lower_->addWidget(stale_, 1);
   connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
+  connect(grid_, &MatrixGrid::FontChanged, this, &GridWindow::TakeFont);
   AddEntries();
 }
 
 void GridWindow::AddEntryBox() {
   box_ = new EntryBox(this);
+  box_->setFont(grid_->font());
   connect(box_, &EntryBox::SelectionKeyPressed, grid_, &MatrixGrid::SelectByKey);
   connect(box_, &EntryBox::LeftByTab, this, &GridWindow::HideEntryBox);
   connect(box_, &EntryBox::CopyRequested, this, &GridWindow::CopyFromBox);
@@ -104,6 +107,18 @@ void GridWindow::SetWide(bool wide) {
     grid_->scrollTo(grid_->currentIndex(), QAbstractItemView::EnsureVisible);
   }
   PlaceEntryBox();
+}
+
+void GridWindow::TakeFont() {
+  if (box_ != nullptr) box_->setFont(grid_->font());
+  {
+    // The cell may be out of sight until the window has its new size, too.
+    const QSignalBlocker quiet(grid_);
+    FitToGrid();
+    grid_->scrollTo(grid_->currentIndex(), QAbstractItemView::EnsureVisible);
+  }
+  // Scroll bars that are no longer needed go only when this event is done.
+  QTimer::singleShot(0, this, &GridWindow::PlaceEntryBox);
 }
 
 void GridWindow::FitToGrid() {

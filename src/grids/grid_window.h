@@ -48,6 +48,10 @@ class GridWindow : public QWidget {
   void Dismiss();
   /// Ends the edit or inspection of a cell.
   void HideEntryBox();
+  /// Entries for how the matrix is seen, at the end of the menus of its cells.
+  void AddViewEntries(const QList<QAction*>& entries) { viewEntries_ += entries; }
+  /// Brings the window to the front, at an element, counted from 1.
+  void GoToElement(int row, int col);
 
  protected:
   GridWindow(CommandRunner& commands, qmx::Slot slot);
@@ -76,6 +80,7 @@ class GridWindow : public QWidget {
  private:
   void PlaceEntryBox();
   void Toggle();
+  void TakeFont();
   void FitToGrid();
   QSize LargestSize() const;
 
@@ -101,6 +106,7 @@ class GridWindow : public QWidget {
   QAction* paste_ = nullptr;  ///< In editors.
   QAction* selectAll_ = nullptr;
   QAction* goTo_ = nullptr;
+  QList<QAction*> viewEntries_;
   QSize fitted_;  ///< The size that was last chosen for the window rather than by the user.
 };
 

@@ -64,6 +64,8 @@ void GridWindow::ShowMenu(const QPoint& where) {
   }
   menu->addSeparator();
   menu->addActions({selectAll_, goTo_});
+  menu->addSeparator();
+  menu->addActions(viewEntries_);
   menu->popup(where);
 }
 
@@ -73,6 +75,19 @@ void GridWindow::ExtendBoxMenu(QMenu* menu) {
   menu->setToolTipsVisible(true);
   menu->addSeparator();
   menu->addActions({copyWithHeaders_, goTo_});
+  menu->addSeparator();
+  menu->addActions(viewEntries_);
+}
+
+void GridWindow::GoToElement(int row, int col) {
+  HideEntryBox();
+  grid_->SetCurrentCell(row - 1 + grid_->Model().HeaderRows(), col);
+  setAttribute(Qt::WA_ShowWithoutActivating, false);
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+  grid_->setFocus();
 }
 
 void GridWindow::CopyCells(bool headers) {

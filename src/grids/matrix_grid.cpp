@@ -55,6 +55,10 @@ void MatrixGrid::SetUp(int rows, int cols, bool wide) {
 
 void MatrixGrid::Restore(const GridModel::Contents& contents, bool wide) {
   Reshape(wide, [&] { model_->Restore(contents); });
+  WidenHeaderForLabels();
+}
+
+void MatrixGrid::WidenHeaderForLabels() {
   // Labels stand beside every row where there is no header row, else in the first ones only.
   const int labels = model_->HeaderRows() == 0 ? model_->rowCount() : 2;
   for (int row = 0; row < std::min(labels, model_->rowCount()); ++row)

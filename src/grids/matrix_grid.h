@@ -106,6 +106,8 @@ class MatrixGrid final : public QTableView {
   void CellsMoved();
   /// The header column became wider to hold its texts.
   void HeaderWidened();
+  /// All cells have the size of another font.
+  void FontChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -139,6 +141,8 @@ class MatrixGrid final : public QTableView {
   void Reshape(bool wide, const std::function<void()>& change);
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
+  /// The same for all texts that may stand in the header column.
+  void WidenHeaderForLabels();
   void ApplyWidths();
   /// The model has another shape, by the doing of the grid that this one follows.
   void TakeOverShape();

@@ -3,6 +3,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <algorithm>
 
 #include "grids/accessible_grid.h"
@@ -174,7 +175,15 @@ void MatrixGrid::resizeEvent(QResizeEvent* event) {
 
 void MatrixGrid::changeEvent(QEvent* event) {
   QTableView::changeEvent(event);
-  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ApplyWidths();
+  if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
+  {
+    // Whoever holds the grid gives it another size first.
+    const QSignalBlocker quiet(this);
+    headerWidth_ = 0;
+    ApplyWidths();
+    WidenHeaderForLabels();
+  }
+  Q_EMIT FontChanged();
 }
 
 void MatrixGrid::focusInEvent(QFocusEvent* event) {

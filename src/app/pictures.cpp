@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "app/pictures.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSaveFile>
+
+#include "grids/qt_text.h"
+#include "workspace/dialogs.h"
+
+namespace qmx {
+
+Pictures::Pictures(const Workspace& workspace, Place place)
+    : workspace_(workspace), place_(std::move(place)) {}
+
+void Pictures::Attach(GridWindow& window) {
+  auto* entry = new QAction(QObject::tr("P&icture"), &window);
+  entry->setObjectName("mnuPicture");
+  entry->setToolTip(QObject::tr("Shows the matrix as a picture"));
+  entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_H));
+  entry->setShortcutVisibleInContextMenu(true);
+  window.addAction(entry);
+  window.AddViewEntries({entry});
+  QObject::connect(entry, &QAction::triggered, &window, [this, &window] { Show(window); });
+}
+
+void Pictures::Show(GridWindow& matrix) {
+  matrix.HideEntryBox();
+  PictureWindow* picture = Window(matrix.Slot());
+  if (picture == nullptr) picture = Make(matrix);
+  picture->setWindowState(picture->windowState() & ~Qt::WindowMinimized);
+  picture->show();
+  picture->View().Refresh();
+  picture->raise();
+  picture->activateWindow();
+}
+
+PictureWindow* Pictures::Make(GridWindow& matrix) {
+  const Slot slot = matrix.Slot();
+  auto* picture = new PictureWindow(
+      slot, [this, slot]() -> const Matrix& { return workspace_.At(slot).array; });
+  picture->setAttribute(Qt::WA_DeleteOnClose);
+  windows_[slot] = picture;
+  QObject::connect(&picture->View(), &PictureView::Chosen, &matrix, &GridWindow::GoToElement);
+  QObject::connect(picture, &PictureWindow::SaveRequested, picture,
+                   [picture] { SavePicture(*picture); });
+  // A reset closes the window of its matrix.
+  QObject::connect(&matrix, &QObject::destroyed, picture, [picture] { delete picture; });
+  picture->adjustSize();
+  place_(*picture, slot);
+  return picture;
+}
+
+void Pictures::Refresh() {
+  for (const auto& picture : windows_) {
+    if (picture != nullptr && picture->isVisible()) picture->View().Refresh();
+  }
+}
+
+void Pictures::CloseAll() {
+  for (const auto& picture : windows_) delete picture.data();
+}
+
+QString WritePicture(const PictureView& view, const QString& name) {
+  QSaveFile file(name);
+  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+  if (name.endsWith(".svg", Qt::CaseInsensitive)) {
+    file.write(PictureDrawing(view));
+  } else if (!PictureImage(view).save(&file, "PNG")) {
+    return file.errorString();
+  }
+  return file.commit() ? QString() : file.errorString();
+}
+
+void SavePicture(PictureWindow& window) {
+  QFileDialog dialog(&window, QObject::tr("Save picture"));
+  dialog.setObjectName("dlgSavePicture");
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  const QString png = QObject::tr("PNG picture (*.png)");
+  const QString svg = QObject::tr("SVG drawing (*.svg)");
+  dialog.setNameFilters({png, svg});
+  const auto followFilter = [&](const QString& filter) {
+    dialog.setDefaultSuffix(filter == svg ? "svg" : "png");
+  };
+  followFilter(png);
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  const QString name = dialog.selectedFiles().front();
+  const QString problem = WritePicture(window.View(), name);
+  if (problem.isEmpty()) return;
+  QMessageBox box(QMessageBox::Critical, ToQString(kProgramTitle),
+                  QObject::tr("%1\nThe picture cannot be written: %2").arg(name, problem),
+                  QMessageBox::Ok, &window);
+  box.setTextFormat(Qt::PlainText);
+  box.exec();
+}
+
+}  // namespace qmx
