@@ -17,6 +17,7 @@
 #include "desktop/random_source.h"
 #include "desktop/system_clock.h"
 #include "first_picture.h"
+#include "grids/picture_view.h"
 #include "table_reporter.h"
 #include "workspace/availability.h"
 
@@ -99,6 +100,19 @@ void TypeDigit(benchmark::State& state, int order) {
   }
 }
 
+/// A picture that is refreshed and painted, as after each change of its matrix.
+void DrawPicture(benchmark::State& state, int order) {
+  Matrix matrix(order, order);
+  for (std::size_t k = 0; k < matrix.Size(); ++k)
+    matrix.Data()[k] = std::sin(static_cast<double>(k));
+  PictureView view([&matrix]() -> const Matrix& { return matrix; }, MatrixPicture, nullptr);
+  view.resize(800, 600);
+  for (auto _ : state) {
+    view.Refresh();
+    benchmark::DoNotOptimize(view.grab());
+  }
+}
+
 void RegisterAll() {
   benchmark::RegisterBenchmark("start to first picture/-/program", Start)
       ->UseManualTime()
@@ -108,6 +122,7 @@ void RegisterAll() {
     const std::string end = "/" + std::to_string(order) + "/program";
     benchmark::RegisterBenchmark(("opening a grid" + end).c_str(), OpenGrid, order);
     benchmark::RegisterBenchmark(("typing a digit" + end).c_str(), TypeDigit, order);
+    benchmark::RegisterBenchmark(("drawing a picture" + end).c_str(), DrawPicture, order);
   }
 }
 

@@ -46,6 +46,7 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
           }) {
   WireMainWindow(window_, screen_, commands_);
   AddZoomMenu(window_, zoom_);
+  zoom_.Attach(window_, *window_.findChild<MatrixGrid*>("grdLatest"));
   screen_.WhenMade([this](QWidget& window) { Furnish(window); });
   QObject::connect(&window_, &frmQMX::Closed, &window_, [this] { End(); });
 }

@@ -34,7 +34,8 @@ class Points : public Picture {
     left_ = widest;
     right_ = std::max(left_ + 1, style.size.width() - widest);
     base_ = std::max(kPad, style.size.height() - 2 * metrics_.height() - kPad);
-    line_ = NumberLineFor(values, std::max(3, static_cast<int>((right_ - left_) / widest / 2) + 3));
+    const double label = metrics_.horizontalAdvance(QStringLiteral("-8.8E+38")) + kPad;
+    line_ = NumberLineFor(values, std::max(4, static_cast<int>((right_ - left_) / label) + 3));
     Place();
   }
 

@@ -90,8 +90,7 @@ class Squares : public Picture {
     const int j = cells_.ColOf(element.col);
     const PictureCell& cell = cells_.At(i, j);
     const QString value = QString::fromStdString(CStr(cell.value));
-    const QString place =
-        QObject::tr("Row %1, column %2: %3").arg(cell.row).arg(cell.col).arg(value);
+    QString place = QObject::tr("Row %1, column %2: %3").arg(cell.row).arg(cell.col).arg(value);
     if (!cells_.IsReduced()) return place;
     return QObject::tr("%1, the largest of rows %2 to %3, columns %4 to %5")
         .arg(place)

@@ -68,6 +68,7 @@ TEST_F(ZoomTest, AllGridsAndTheResultsHaveTheSameSize) {
   Entry("mnuZoomIn")->trigger();
   Click(cmdTask(5));
   EXPECT_EQ(Size(kSlotInverse), Size(kSlotA)) << "a window that opens later, too";
+  EXPECT_EQ(Main().findChild<MatrixGrid*>("grdLatest")->font().pointSizeF(), Size(kSlotA));
   Click(cmdTask(kTaskDefiniteness));
   ASSERT_NE(program.Windows().Results(), nullptr);
   auto* list = program.Windows().Results()->findChild<QListWidget*>();
