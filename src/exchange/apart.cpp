@@ -13,7 +13,7 @@
 
 #include "exchange/refusal.h"
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define QMX_SHADOWED_MEMORY
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)

@@ -24,7 +24,7 @@
 
 // Only the allocator of the C library tells what is in use, and a sanitizer puts its own in its
 // place.
-#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__linux__) && !defined(QMX_SANITIZED)
 
 namespace qmx {
 namespace {

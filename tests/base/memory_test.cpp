@@ -17,7 +17,7 @@ TEST(MemoryTest, KnowsThatSomeMemoryIsAvailable) {
   EXPECT_GT(SystemMemory().Available(), std::size_t{1} << 20);
 }
 
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__GLIBC__) && !defined(QMX_SANITIZED)
 /// Pages that the system had to hand out so far.
 long PageFaults() {
   rusage usage{};

@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__GLIBC__) && !defined(QMX_SANITIZED)
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 namespace qmx::test {
 
 /// False where a sanitizer takes memory that is not the program's.
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QMX_SANITIZED)
 inline constexpr bool kMemoryIsItsOwn = false;
 #else
 inline constexpr bool kMemoryIsItsOwn = true;

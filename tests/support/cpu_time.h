@@ -15,7 +15,7 @@ double CpuTime(Work work) {
 }
 
 /// How many times longer work may take in a build that checks every access to memory.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef QMX_SANITIZED
 inline constexpr double kSlowdown = 8;
 #else
 inline constexpr double kSlowdown = 1;
