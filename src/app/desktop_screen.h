@@ -55,7 +55,10 @@ class DesktopScreen : public Panel,
   void ShowResults() override;
   void Beep() override;
 
-  void Run(const Computation& computation) override { work_.Run(computation); }
+  using Work::Run;
+  void Run(const Computation& computation, const std::string& doing) override {
+    work_.Run(computation, doing);
+  }
 
   Answer ShowMessage(const Message& message) override;
   std::string AskOpenFile(const std::string& name, std::string_view ending) override;

@@ -2,6 +2,7 @@
 #include "app/desktop_work.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
@@ -44,7 +45,8 @@ DesktopWork::DesktopWork(frmQMX& window) : window_(window) {
   connect(&window_, &frmQMX::StopPressed, this, &DesktopWork::Stop);
 }
 
-void DesktopWork::Run(const Work::Computation& computation) {
+void DesktopWork::Run(const Work::Computation& computation, const std::string& doing) {
+  doing_ = QFile::decodeName(QByteArray::fromStdString(doing));
   fraction_ = 0;
   stop_ = false;
   since_.start();
@@ -69,6 +71,7 @@ void DesktopWork::Wait() {
   closes_ = false;
   QApplication::setOverrideCursor(Qt::BusyCursor);
   window_.StartProgress();
+  window_.ShowProgress(0, doing_ + "...");
   QTimer timer;
   connect(&timer, &QTimer::timeout, this, &DesktopWork::ShowProgress);
   timer.start(kShowEvery);
@@ -86,11 +89,11 @@ void DesktopWork::Wait() {
 void DesktopWork::ShowProgress() {
   const double fraction = fraction_.load(std::memory_order_relaxed);
   const double seconds = static_cast<double>(since_.elapsed()) / 1000;
-  QString text = tr("Computing...");
+  QString text = doing_ + "...";
   if (stop_) {
     text = tr("Stopping...");
   } else if (seconds > kForetellAfter && fraction > kEnoughToTell) {
-    text = tr("Computing, %1").arg(TimeLeft(seconds * (1 - fraction) / fraction));
+    text = doing_ + ", " + TimeLeft(seconds * (1 - fraction) / fraction);
   }
   window_.ShowProgress(fraction, text);
 }

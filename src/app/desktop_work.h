@@ -5,8 +5,10 @@
 #include <QEvent>
 #include <QEventLoop>
 #include <QObject>
+#include <QString>
 #include <atomic>
 #include <exception>
+#include <string>
 
 #include "app/frm_qmx.h"
 #include "desktop/worker.h"
@@ -24,7 +26,7 @@ class DesktopWork : public QObject {
   explicit DesktopWork(frmQMX& window);
 
   /// Runs a computation to its end. Throws what it throws, Stopped after a stop.
-  void Run(const Work::Computation& computation);
+  void Run(const Work::Computation& computation, const std::string& doing);
   bool IsRunning() const { return loop_ != nullptr; }
   /// Asks the computation to stop; nothing where none is under way.
   void Stop() { stop_ = true; }
@@ -41,6 +43,7 @@ class DesktopWork : public QObject {
   frmQMX& window_;
   Worker worker_;
   QEventLoop* loop_ = nullptr;
+  QString doing_;  ///< "Reading a.qmx".
   QElapsedTimer since_;
   std::atomic<double> fraction_ = 0;
   std::atomic<bool> stop_ = false;

@@ -201,7 +201,6 @@ QRect frmQMX::TaskArea() const {
 void frmQMX::StartProgress() {
   status_->hide();
   sinceTold_.invalidate();
-  ShowProgress(0, tr("Computing..."));
   // What the command has told before it began stays long enough to be read.
   if (!message_.isEmpty()) {
     working_->setText(message_);

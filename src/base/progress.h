@@ -25,6 +25,12 @@ class Progress {
   virtual void Report([[maybe_unused]] double fraction) {}
 };
 
+/// One that listens to nothing, for whoever has none.
+inline Progress& NoProgress() {
+  static Progress none;
+  return none;
+}
+
 /// Reports the part from..to of a longer task.
 class Stage : public Progress {
  public:

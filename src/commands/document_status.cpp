@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "commands/document_status.h"
 
+#include "commands/file_boxes.h"
 #include "commands/file_commands.h"
 #include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
-
-/// The last part of a path.
-std::string BaseName(const std::string& path) {
-  const std::size_t end = path.find_last_of("/\\");
-  return end == std::string::npos ? path : path.substr(end + 1);
-}
 
 bool HoldsNothing(const Workspace& workspace) { return FlagsOf(workspace) == ResultFlags{}; }
 

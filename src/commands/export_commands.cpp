@@ -35,7 +35,7 @@ void ExportSlot(Context& context, ForeignDialogs& dialogs, Slot slot) {
         {"The matrix cannot be exported. " + written.problem, Icon::kCritical});
     return;
   }
-  if (WriteFile(context, name, [&] { return std::move(written.content); }))
+  if (WriteFile(context, name, [&](Progress&) { return std::move(written.content); }))
     context.view.SetStatus("Exported to " + name);
 }
 

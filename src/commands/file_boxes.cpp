@@ -9,9 +9,21 @@ void ShowFileProblem(Context& context, const std::string& name, const std::strin
       {"The file \"" + name + "\" " + what + "\n\n" + problem, Icon::kCritical});
 }
 
-bool WriteFile(Context& context, const std::string& name, FunctionRef<std::string()> compose) {
+std::string BaseName(const std::string& path) {
+  const std::size_t end = path.find_last_of("/\\");
+  return end == std::string::npos ? path : path.substr(end + 1);
+}
+
+bool WriteFile(Context& context, const std::string& name,
+               FunctionRef<std::string(Progress&)> compose) {
   FileOutcome outcome;
-  context.work.Run([&](Progress&) { outcome = context.files.Replace(name, compose()); });
+  const auto write = [&](Progress& progress) {
+    Stage making(progress, 0, kNumbersPart);
+    const std::string bytes = compose(making);
+    Stage storing(progress, kNumbersPart, 1);
+    outcome = context.files.Replace(name, bytes, storing);
+  };
+  context.work.Run(write, "Writing " + BaseName(name));
   if (outcome.Ok()) return true;
   const std::string what =
       outcome.copy.empty()

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/function_ref.h"
+#include "base/progress.h"
 #include "workspace/context.h"
 
 namespace qmx {
@@ -14,8 +15,15 @@ namespace qmx {
 void ShowFileProblem(Context& context, const std::string& name, const std::string& what,
                      const std::string& problem);
 
+/// The part of the time for a large file that goes to its numbers; the rest is the disk's.
+inline constexpr double kNumbersPart = 0.8;
+
+/// The last part of a path.
+std::string BaseName(const std::string& path);
+
 /// Writes the bytes that `compose` makes to a file, where computations run. False after a problem
 /// that the user has been told.
-bool WriteFile(Context& context, const std::string& name, FunctionRef<std::string()> compose);
+bool WriteFile(Context& context, const std::string& name,
+               FunctionRef<std::string(Progress&)> compose);
 
 }  // namespace qmx

@@ -22,6 +22,21 @@ namespace {
 
 constexpr std::string_view kProjectEnding = ".qmx";
 
+/// Writes a file whose name becomes the current one. After a stop that is what it was before, as is
+/// the file.
+bool Write(Context& context, FunctionRef<bool()> write) {
+  std::string& current = context.workspace.currentFileName;
+  std::string before = current;
+  try {
+    return write();
+  } catch (const Stopped&) {
+    context.view.SetStatus("Writing " + BaseName(current) +
+                           " was stopped. Everything is as it was before.");
+    current = std::move(before);
+    return false;
+  }
+}
+
 /// Asks for a name that becomes the current file name, also where it stays empty. `ending` is what
 /// will be appended to it.
 bool AskForSaving(Context& context, std::string_view ending = {}) {
@@ -39,7 +54,7 @@ std::string AskForOpening(Context& context, std::string_view ending = {}) {
 }
 
 /// Writes the bytes that `compose` makes to the current file.
-bool WriteCurrentFile(Context& context, FunctionRef<std::string()> compose) {
+bool WriteCurrentFile(Context& context, FunctionRef<std::string(Progress&)> compose) {
   return WriteFile(context, context.workspace.currentFileName, compose);
 }
 
@@ -58,16 +73,19 @@ std::string ImportHint(std::string_view bytes, const Memory& memory) {
 /// there is nothing.
 template <typename Reader>
 auto ReadFile(Context& context, const std::string& name, Reader reader, Hint hint = NoHint)
-    -> std::optional<decltype(reader(std::string_view(), SystemMemory()).content)> {
-  decltype(reader(std::string_view(), SystemMemory())) reading;
+    -> std::optional<decltype(reader(std::string_view(), SystemMemory(), NoProgress()).content)> {
+  decltype(reader(std::string_view(), SystemMemory(), NoProgress())) reading;
   std::string hinted;
-  context.work.Run([&](Progress&) {
+  const auto read = [&](Progress& progress) {
     std::string bytes;
-    reading.problem = context.files.Read(name, bytes).problem;
+    Stage fetching(progress, 0, 1 - kNumbersPart);
+    reading.problem = context.files.Read(name, bytes, fetching).problem;
     if (!reading.Ok()) return;
-    reading = reader(bytes, context.memory);
+    Stage checking(progress, 1 - kNumbersPart, 1);
+    reading = reader(bytes, context.memory, checking);
     if (!reading.Ok()) hinted = hint(bytes, context.memory);
-  });
+  };
+  context.work.Run(read, "Reading " + BaseName(name));
   if (reading.Ok()) return std::move(reading.content);
   ShowFileProblem(context, name, "could not be read. Nothing was changed.",
                   reading.problem + hinted);
@@ -83,7 +101,8 @@ std::string WithProjectEnding(const std::string& name) {
 bool WriteProject(Context& context) {
   context.workspace.currentFileName = WithProjectEnding(context.workspace.currentFileName);
   const EigenTexts texts = ReadEigenTexts(context.panel);
-  return WriteCurrentFile(context, [&] { return ProjectFile(context.workspace, texts); });
+  return WriteCurrentFile(
+      context, [&](Progress& progress) { return ProjectFile(context.workspace, texts, progress); });
 }
 
 bool ReadProject(Context& context, const std::string& name) {
@@ -98,21 +117,22 @@ bool ReadProject(Context& context, const std::string& name) {
 }  // namespace
 
 void SaveSlot(Context& context, Slot slot) {
-  if (!AskForSaving(context)) return;
   const Workspace& workspace = context.workspace;
-  WriteCurrentFile(context, [&] {
-    return slot == kSlotSystem ? SystemFile(workspace) : MatrixFile(slot, workspace.At(slot).array);
-  });
+  const auto compose = [&](Progress& progress) {
+    return slot == kSlotSystem ? SystemFile(workspace, progress)
+                               : MatrixFile(slot, workspace.At(slot).array, progress);
+  };
+  Write(context, [&] { return AskForSaving(context) && WriteCurrentFile(context, compose); });
 }
 
 void RetrieveOperand(Context& context, Slot operand) {
   // The dialog proposes the file used last; a cancelled one leaves that name.
   const std::string name = context.dialogs.AskOpenFile(context.workspace.currentFileName, {});
   if (name.empty()) return;
-  const auto reader = [operand](std::string_view bytes, const Memory& memory) {
-    return ReadOperandFile(operand, bytes, memory);
+  const auto read = [operand](std::string_view bytes, const Memory& memory, Progress& progress) {
+    return ReadOperandFile(operand, bytes, memory, progress);
   };
-  auto matrix = ReadFile(context, name, reader, ImportHint);
+  auto matrix = ReadFile(context, name, read, ImportHint);
   if (!matrix) return;
   context.workspace.currentFileName = name;
   const int rows = matrix->Rows();
@@ -135,8 +155,10 @@ void RetrieveSystem(Context& context) {
 }
 
 void SaveLU(Context& context) {
-  if (!AskForSaving(context)) return;
-  WriteCurrentFile(context, [&] { return LUFile(context.workspace.storedFactors); });
+  const auto compose = [&](Progress& progress) {
+    return LUFile(context.workspace.storedFactors, progress);
+  };
+  Write(context, [&] { return AskForSaving(context) && WriteCurrentFile(context, compose); });
 }
 
 void RetrieveLU(Context& context) {
@@ -160,11 +182,12 @@ bool SaveProject(Context& context) {
   // No dialog has shown the user the name that the ending makes of this one.
   if (!HasProjectEnding(current) && !context.dialogs.MayReplace(WithProjectEnding(current)))
     return false;
-  return WriteProject(context);
+  return Write(context, [&] { return WriteProject(context); });
 }
 
 bool SaveProjectAs(Context& context) {
-  return AskForSaving(context, kProjectEnding) && WriteProject(context);
+  return Write(context,
+               [&] { return AskForSaving(context, kProjectEnding) && WriteProject(context); });
 }
 
 bool OpenProject(Context& context) {

@@ -79,12 +79,13 @@ void Recognise(Source& source, Slot target, const Memory& memory) {
 Source ReadSource(Context& context, Slot target, const std::string& name) {
   Source source;
   source.name = name;
-  context.work.Run([&](Progress& progress) {
-    source.problem = context.files.Read(name, source.bytes).problem;
-    progress.Report(0.5);
+  const auto read = [&](Progress& progress) {
+    Stage fetching(progress, 0, 0.5);
+    source.problem = context.files.Read(name, source.bytes, fetching).problem;
     if (source.problem.empty()) Recognise(source, target, context.memory);
     progress.Report(1);
-  });
+  };
+  context.work.Run(read, "Reading " + BaseName(name));
   return source;
 }
 

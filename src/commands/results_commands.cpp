@@ -16,7 +16,7 @@ void SaveResults(Context& context, const std::vector<std::string>& lines) {
   std::string name = context.dialogs.AskSaveFile(kEnding);
   if (name.empty()) return;
   if (!name.ends_with(kEnding)) name += kEnding;
-  const auto compose = [&lines] {
+  const auto compose = [&lines](Progress&) {
     std::string text;
     for (const std::string& line : lines) text += line + "\r\n";
     return text;

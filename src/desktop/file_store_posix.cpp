@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -27,6 +28,9 @@ namespace {
 constexpr std::string_view kTemporaryStart = ".qmx-";
 constexpr std::string_view kTemporaryEnd = ".tmp";
 constexpr std::size_t kRandomDigits = 16;
+
+/// What is read or written between two reports: a slow disk takes some milliseconds.
+constexpr std::size_t kPiece = std::size_t{1} << 20;
 
 struct ErrorText {
   int error;
@@ -107,12 +111,15 @@ int FollowLinks(std::string& path) {
   return ELOOP;
 }
 
-int WriteAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
+/// Returns an error number.
+int WriteAll(int file, std::string_view bytes, Progress& progress = NoProgress()) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const ssize_t written = write(file, bytes.data() + done, std::min(bytes.size() - done, kPiece));
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) return errno;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
+    done += static_cast<std::size_t>(written);
+    progress.Report(static_cast<double>(done) / static_cast<double>(bytes.size()));
   }
   return 0;
 }
@@ -154,11 +161,14 @@ class Temporary {
   const std::string& Name() const { return name_; }
   /// An error number, as are the next three.
   int OpenError() const { return openError_; }
-  int Fill(std::string_view bytes) {
-    int error = WriteAll(file_.Number(), bytes);
+  int Fill(std::string_view bytes, Progress& progress) {
+    int error = WriteAll(file_.Number(), bytes, progress);
     if (error == 0) error = Flush(file_.Number());
     if (error != 0) return error;
-    return file_.Close() ? 0 : errno;
+    if (!file_.Close()) return errno;
+    // Until it takes another's name it may be stopped.
+    progress.Report(1);
+    return 0;
   }
   int TakeName(const std::string& target) {
     if (rename(name_.c_str(), target.c_str()) != 0) return errno;
@@ -218,7 +228,8 @@ void SweepFolder(const std::string& folder) {
 }
 
 /// Returns an error number.
-int ReplaceByTemporary(const std::string& path, const struct stat* old, std::string_view bytes) {
+int ReplaceByTemporary(const std::string& path, const struct stat* old, std::string_view bytes,
+                       Progress& progress) {
   const std::string folder = FolderOf(path);
   // A file that is to replace another is nobody else's business until it has the other's rights.
   Temporary temporary(
@@ -226,7 +237,7 @@ int ReplaceByTemporary(const std::string& path, const struct stat* old, std::str
       old == nullptr ? 0666 : 0600);
   int error = temporary.OpenError();
   if (error == 0 && old != nullptr) error = temporary.TakeRights(*old);
-  if (error == 0) error = temporary.Fill(bytes);
+  if (error == 0) error = temporary.Fill(bytes, progress);
   if (error == 0) error = temporary.TakeName(path);
   if (error != 0) return error;
   FlushFolder(folder);
@@ -258,14 +269,14 @@ int Overwrite(int file, std::string_view bytes) {
 }
 
 /// Writes into the file itself, which a failure or the end of the machine leaves damaged: a copy in
-/// a safe place goes first.
-FileOutcome ReplaceInPlace(const std::string& path, std::string_view bytes) {
+/// a safe place goes first. That may be stopped, the file itself not.
+FileOutcome ReplaceInPlace(const std::string& path, std::string_view bytes, Progress& progress) {
   Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK));
   if (!file.IsOpen()) return Failure(errno);
   const std::string folder = StateFolder();
   Temporary copy(folder + CopyName(path), 0600);
   int error = folder.empty() ? ENOENT : copy.OpenError();
-  if (error == 0) error = copy.Fill(bytes);
+  if (error == 0) error = copy.Fill(bytes, progress);
   if (error != 0) {
     return {
         "It can only be written in place, and the copy that is kept meanwhile could not be made. " +
@@ -279,36 +290,42 @@ FileOutcome ReplaceInPlace(const std::string& path, std::string_view bytes) {
   return {Failure(error).problem, copy.Name()};
 }
 
-int ReadAll(int file, std::size_t expected, std::string& bytes) {
+/// Returns an error number.
+int ReadAll(int file, std::size_t expected, std::string& bytes, Progress& progress) {
   // One more than expected, so that the end shows without another round.
   bytes.resize(expected + 1);
   std::size_t filled = 0;
   for (;;) {
     if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
-    const ssize_t got = read(file, bytes.data() + filled, bytes.size() - filled);
+    const ssize_t got = read(file, bytes.data() + filled, std::min(bytes.size() - filled, kPiece));
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return errno;
     if (got == 0) break;
     filled += static_cast<std::size_t>(got);
+    progress.Report(static_cast<double>(filled) / static_cast<double>(bytes.size()));
   }
   bytes.resize(filled);
   return 0;
 }
 
-FileOutcome ReplaceOrCreate(const std::string& path, std::string_view bytes) {
+FileOutcome ReplaceOrCreate(const std::string& path, std::string_view bytes, Progress& progress) {
   struct stat old {};
-  if (stat(path.c_str(), &old) != 0)
-    return errno == ENOENT ? Outcome(ReplaceByTemporary(path, nullptr, bytes)) : Failure(errno);
+  if (stat(path.c_str(), &old) != 0) {
+    return errno == ENOENT ? Outcome(ReplaceByTemporary(path, nullptr, bytes, progress))
+                           : Failure(errno);
+  }
   if (S_ISDIR(old.st_mode)) return Failure(EISDIR);
   if (!S_ISREG(old.st_mode)) return {file_problem::kNotRegular};
   if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) return Failure(errno);
-  const int refusal = ReplaceByTemporary(path, &old, bytes);
-  return IsRefusal(refusal) ? ReplaceInPlace(path, bytes) : Outcome(refusal);
+  const int refusal = ReplaceByTemporary(path, &old, bytes, progress);
+  return IsRefusal(refusal) ? ReplaceInPlace(path, bytes, progress) : Outcome(refusal);
 }
 
 class PosixFileStore : public FileStore {
  public:
-  FileOutcome Read(const std::string& name, std::string& bytes) override {
+  using FileStore::Read;
+  using FileStore::Replace;
+  FileOutcome Read(const std::string& name, std::string& bytes, Progress& progress) override {
     if (!NameIsUsable(name)) return Failure(EINVAL);
     struct stat info {};
     if (stat(name.c_str(), &info) != 0) return Failure(errno);
@@ -320,18 +337,19 @@ class PosixFileStore : public FileStore {
     const auto size = static_cast<std::size_t>(info.st_size);
     if (size > SystemMemory().Available() / 2) return Failure(ENOMEM);
     try {
-      return Outcome(ReadAll(file.Number(), size, bytes));
+      return Outcome(ReadAll(file.Number(), size, bytes, progress));
     } catch (const std::bad_alloc&) {
       return Failure(ENOMEM);
     }
   }
 
-  FileOutcome Replace(const std::string& name, std::string_view bytes) override {
+  FileOutcome Replace(const std::string& name, std::string_view bytes,
+                      Progress& progress) override {
     if (!NameIsUsable(name) || name.ends_with('/')) return Failure(EINVAL);
     std::string path = name;
     const int error = FollowLinks(path);
     if (error != 0) return Failure(error);
-    FileOutcome outcome = ReplaceOrCreate(path, bytes);
+    FileOutcome outcome = ReplaceOrCreate(path, bytes, progress);
     if (outcome.Ok()) SweepFolder(FolderOf(path));
     return outcome;
   }

@@ -108,8 +108,8 @@ std::string TemporaryName(const std::string& folder) {
   return name + ".tmp";
 }
 
-/// The largest piece that is read or written at once.
-constexpr std::size_t kPiece = 1U << 24U;
+/// What is read or written between two reports: a slow disk takes some milliseconds.
+constexpr std::size_t kPiece = 1U << 20U;
 
 /// A new file beside the target. It vanishes unless it takes the target's name.
 class Temporary {
@@ -126,15 +126,18 @@ class Temporary {
     if (exists_) DeleteFileA(name_.c_str());
   }
   bool IsOpen() const { return exists_; }
-  bool Fill(std::string_view bytes) {
-    while (!bytes.empty()) {
+  bool Fill(std::string_view bytes, Progress& progress) {
+    for (std::size_t done = 0; done < bytes.size();) {
       DWORD written = 0;
-      const auto piece = static_cast<DWORD>(std::min(bytes.size(), kPiece));
-      if (!WriteFile(file_.Get(), bytes.data(), piece, &written, nullptr)) return false;
-      bytes.remove_prefix(written);
+      const auto piece = static_cast<DWORD>(std::min(bytes.size() - done, kPiece));
+      if (!WriteFile(file_.Get(), bytes.data() + done, piece, &written, nullptr)) return false;
+      done += written;
+      progress.Report(static_cast<double>(done) / static_cast<double>(bytes.size()));
     }
     if (!FlushFileBuffers(file_.Get())) return false;
     file_.Close();
+    // Until it takes another's name it may be stopped.
+    progress.Report(1);
     return true;
   }
   /// The rights and attributes of a file that is there go over to the new one.
@@ -174,7 +177,9 @@ void SweepFolder(const std::string& folder) {
 
 class WindowsFileStore : public FileStore {
  public:
-  FileOutcome Read(const std::string& name, std::string& bytes) override {
+  using FileStore::Read;
+  using FileStore::Replace;
+  FileOutcome Read(const std::string& name, std::string& bytes, Progress& progress) override {
     if (!NameIsUsable(name)) return {file_problem::kBadName};
     const DWORD attributes = GetFileAttributesA(name.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return Failure(GetLastError());
@@ -193,10 +198,11 @@ class WindowsFileStore : public FileStore {
     } catch (const std::bad_alloc&) {
       return {file_problem::kNoMemory};
     }
-    return ReadAll(file.Get(), bytes);
+    return ReadAll(file.Get(), bytes, progress);
   }
 
-  FileOutcome Replace(const std::string& name, std::string_view bytes) override {
+  FileOutcome Replace(const std::string& name, std::string_view bytes,
+                      Progress& progress) override {
     if (!NameIsUsable(name)) return {file_problem::kBadName};
     const std::string path = BehindLinks(name);
     const DWORD attributes = GetFileAttributesA(path.c_str());
@@ -204,14 +210,15 @@ class WindowsFileStore : public FileStore {
     if (replaces && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {file_problem::kFolder};
     if (replaces && !MayBeReplaced(path)) return Failure(GetLastError());
     Temporary temporary(FolderOf(path));
-    if (!temporary.IsOpen() || !temporary.Fill(bytes) || !temporary.TakeName(path, replaces))
+    if (!temporary.IsOpen() || !temporary.Fill(bytes, progress) ||
+        !temporary.TakeName(path, replaces))
       return Failure(GetLastError());
     SweepFolder(FolderOf(path));
     return {};
   }
 
  private:
-  static FileOutcome ReadAll(HANDLE file, std::string& bytes) {
+  static FileOutcome ReadAll(HANDLE file, std::string& bytes, Progress& progress) {
     std::size_t filled = 0;
     while (filled < bytes.size()) {
       DWORD got = 0;
@@ -220,6 +227,7 @@ class WindowsFileStore : public FileStore {
         return Failure(GetLastError());
       if (got == 0) break;
       filled += got;
+      progress.Report(static_cast<double>(filled) / static_cast<double>(bytes.size()));
     }
     bytes.resize(filled);
     return {};

@@ -9,6 +9,9 @@
 namespace qmx {
 namespace {
 
+/// Numbers: a few milliseconds.
+constexpr std::size_t kBetweenReports = 16384;
+
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -100,7 +103,10 @@ bool FieldScanner::ReadNumber(double& value) {
 
 std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
   std::size_t done = 0;
-  while (done < count && ReadNumber(values[done])) ++done;
+  while (done < count && ReadNumber(values[done])) {
+    if (++done % kBetweenReports == 0)
+      progress_->Report(static_cast<double>(at_ - start_) / static_cast<double>(end_ - start_));
+  }
   return done;
 }
 

@@ -9,6 +9,7 @@
 
 #include "base/matrix.h"
 #include "base/memory.h"
+#include "base/progress.h"
 
 namespace qmx {
 
@@ -35,9 +36,14 @@ struct ReadProblem {
 /// that field, and Refuse tells what was expected.
 class FieldScanner {
  public:
-  /// `memory` is where what is read must find room.
-  explicit FieldScanner(std::string_view bytes, const Memory& memory = SystemMemory())
-      : start_(bytes.data()), at_(start_), end_(start_ + bytes.size()), memory_(&memory) {}
+  /// `memory` is where what is read must find room; what is read of many numbers is reported.
+  explicit FieldScanner(std::string_view bytes, const Memory& memory = SystemMemory(),
+                        Progress& progress = NoProgress())
+      : start_(bytes.data()),
+        at_(start_),
+        end_(start_ + bytes.size()),
+        memory_(&memory),
+        progress_(&progress) {}
 
   bool ReadFlag(bool& value);
   bool ReadInteger(std::int32_t& value);
@@ -86,6 +92,7 @@ class FieldScanner {
   const char* end_;
   const char* lastField_ = nullptr;
   const Memory* memory_;
+  Progress* progress_;
   std::optional<ReadProblem> problem_;
 };
 

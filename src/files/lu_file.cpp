@@ -84,15 +84,16 @@ bool ReadLUFactors(FieldScanner& scanner, StoredFactors& factors) {
          ReadExchanges(scanner, factors);
 }
 
-std::string LUFile(const StoredFactors& factors) {
-  RecordWriter writer(factors.L.Size() + factors.U.Size() + factors.exchanges.Size());
+std::string LUFile(const StoredFactors& factors, Progress& progress) {
+  RecordWriter writer(factors.L.Size() + factors.U.Size() + factors.exchanges.Size(), progress);
   WriteLUFactors(writer, factors);
   return writer.Take();
 }
 
-FileReading<StoredFactors> ReadLUFile(std::string_view bytes, const Memory& memory) {
+FileReading<StoredFactors> ReadLUFile(std::string_view bytes, const Memory& memory,
+                                      Progress& progress) {
   FileReading<StoredFactors> reading;
-  FieldScanner scanner(bytes, memory);
+  FieldScanner scanner(bytes, memory, progress);
   StoredFactors& factors = reading.content;
   if (ReadLUFactors(scanner, factors) && factors.uRows == factors.uCols) {
     if (factors.uRows == 0) {

@@ -20,9 +20,9 @@ void WriteLUFactors(RecordWriter& writer, const StoredFactors& factors);
 /// Without exchange records `exchanges` names the rows in their own order.
 bool ReadLUFactors(FieldScanner& scanner, StoredFactors& factors);
 
-std::string LUFile(const StoredFactors& factors);
+std::string LUFile(const StoredFactors& factors, Progress& progress = NoProgress());
 /// As ReadLUFactors, for a file that holds nothing else. Factors of order 0 are refused.
-FileReading<StoredFactors> ReadLUFile(std::string_view bytes,
-                                      const Memory& memory = SystemMemory());
+FileReading<StoredFactors> ReadLUFile(std::string_view bytes, const Memory& memory = SystemMemory(),
+                                      Progress& progress = NoProgress());
 
 }  // namespace qmx

@@ -98,15 +98,16 @@ bool ReadMatrixSection(FieldScanner& scanner, Slot slot, MatrixSection& section)
   return CheckElementlessCount(scanner, name, rows, 0) && ReadEmptyRows(scanner, name, rows - 1);
 }
 
-std::string MatrixFile(Slot slot, const Matrix& values) {
-  RecordWriter writer(values.Size());
+std::string MatrixFile(Slot slot, const Matrix& values, Progress& progress) {
+  RecordWriter writer(values.Size(), progress);
   WriteMatrixSection(writer, slot, values);
   return writer.Take();
 }
 
-FileReading<Matrix> ReadMatrixFile(Slot operand, std::string_view bytes, const Memory& memory) {
+FileReading<Matrix> ReadMatrixFile(Slot operand, std::string_view bytes, const Memory& memory,
+                                   Progress& progress) {
   FileReading<Matrix> reading;
-  FieldScanner scanner(bytes, memory);
+  FieldScanner scanner(bytes, memory, progress);
   const std::string name = NameOf(operand);
   int rows = 0;
   int cols = 0;

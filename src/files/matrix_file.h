@@ -37,12 +37,13 @@ void WriteMatrixSection(RecordWriter& writer, Slot slot, const Matrix& values);
 bool ReadMatrixSection(FieldScanner& scanner, Slot slot, MatrixSection& section);
 
 /// The bytes of a matrix file: the section and nothing else.
-std::string MatrixFile(Slot slot, const Matrix& values);
+std::string MatrixFile(Slot slot, const Matrix& values, Progress& progress = NoProgress());
 
 /// Reads a matrix file for an operand. A vector gives a matrix of `rows` rows and no columns, and
 /// the rest of its file stays unread; after any other matrix the file must end.
 FileReading<Matrix> ReadMatrixFile(Slot operand, std::string_view bytes,
-                                   const Memory& memory = SystemMemory());
+                                   const Memory& memory = SystemMemory(),
+                                   Progress& progress = NoProgress());
 
 // Parts that other readers share.
 

@@ -125,14 +125,15 @@ bool ReadProject(FieldScanner& scanner, ProjectImage& image) {
 
 }  // namespace
 
-std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts) {
+std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts,
+                        Progress& progress) {
   const ResultFlags flags = FlagsOf(workspace);
   std::size_t numbers = SystemSectionSize(workspace);
   for (const ResultInfo& info : kResults) {
     if (!Holds(flags, info.result)) continue;
     ForEachFiled(info, [&](Slot slot) { numbers += workspace.At(slot).array.Size(); });
   }
-  RecordWriter writer(numbers);
+  RecordWriter writer(numbers, progress);
   WriteFlags(writer, flags);
   for (const ResultInfo& info : kResults) {
     if (Holds(flags, info.result)) WriteResult(writer, info, workspace, eigenTexts);
@@ -140,9 +141,10 @@ std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts
   return writer.Take();
 }
 
-FileReading<ProjectImage> ReadProjectFile(std::string_view bytes, const Memory& memory) {
+FileReading<ProjectImage> ReadProjectFile(std::string_view bytes, const Memory& memory,
+                                          Progress& progress) {
   FileReading<ProjectImage> reading;
-  FieldScanner scanner(bytes, memory);
+  FieldScanner scanner(bytes, memory, progress);
   ReadProject(scanner, reading.content);
   reading.problem = scanner.ProblemText();
   return reading;

@@ -35,11 +35,13 @@ constexpr bool IsFiled(Slot slot) { return slot != kSlotPermutation; }
 /// The bytes of a project file: three records of flags, then what the flags tell, in the order of
 /// the results. Writes whatever the Workspace holds, also what a fault in the middle of a task has
 /// left. `eigenTexts` are those of the eigen task's fields.
-std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts);
+std::string ProjectFile(const Workspace& workspace, const EigenTexts& eigenTexts,
+                        Progress& progress = NoProgress());
 
 /// Reads a project file, to its end. Where the stored factors turn out to have a U that is not
 /// square, nothing after their counts is read, and the flag of the Solution is cleared.
 FileReading<ProjectImage> ReadProjectFile(std::string_view bytes,
-                                          const Memory& memory = SystemMemory());
+                                          const Memory& memory = SystemMemory(),
+                                          Progress& progress = NoProgress());
 
 }  // namespace qmx

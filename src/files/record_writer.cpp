@@ -14,6 +14,8 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 /// Sign, 17 digits, point, two blanks and the line's end.
 constexpr std::size_t kUsualRecord = 24;
+/// Numbers: a few milliseconds.
+constexpr std::size_t kBetweenReports = 16384;
 
 double Storable(double value) {
   if (std::isfinite(value)) return value;
@@ -30,7 +32,19 @@ char* WritePrintRecord(char* out, double value) {
 
 }  // namespace
 
-RecordWriter::RecordWriter(std::size_t numbers) { bytes_.reserve(numbers * kUsualRecord); }
+RecordWriter::RecordWriter(std::size_t numbers, Progress& progress)
+    : expected_(numbers), progress_(&progress) {
+  bytes_.reserve(numbers * kUsualRecord);
+}
+
+void RecordWriter::CountNumbers(std::size_t count) {
+  written_ += count;
+  if (written_ - reported_ < kBetweenReports) return;
+  reported_ = written_;
+  const double part =
+      static_cast<double>(written_) / static_cast<double>(std::max(expected_, written_));
+  progress_->Report(part);
+}
 
 void RecordWriter::Separate() {
   if (recordStarted_) bytes_ += ',';
@@ -65,23 +79,21 @@ void RecordWriter::PrintInteger(int value) {
 void RecordWriter::PrintNumber(double value) {
   std::array<char, kFileNumberRoom + kUsualRecord> record;
   bytes_.append(record.data(), WritePrintRecord(record.data(), value));
+  CountNumbers(1);
 }
 
 void RecordWriter::PrintNumbers(const Matrix& values) {
   // Records are gathered in a block that stays in the processor's cache.
-  constexpr std::size_t kRecordRoom = kFileNumberRoom + kUsualRecord;
-  std::array<char, 64 * kRecordRoom> block;
-  char* const full = block.data() + block.size() - kRecordRoom;
-  char* out = block.data();
-  const double* const end = values.Data() + values.Size();
-  for (const double* value = values.Data(); value != end; ++value) {
-    if (out > full) {
-      bytes_.append(block.data(), out);
-      out = block.data();
-    }
-    out = WritePrintRecord(out, *value);
+  constexpr std::size_t kRecords = 64;
+  std::array<char, kRecords*(kFileNumberRoom + kUsualRecord)> block;
+  for (std::size_t done = 0; done < values.Size();) {
+    const std::size_t count = std::min(kRecords, values.Size() - done);
+    char* out = block.data();
+    for (std::size_t i = 0; i < count; ++i) out = WritePrintRecord(out, values.Data()[done + i]);
+    bytes_.append(block.data(), out);
+    done += count;
+    CountNumbers(count);
   }
-  bytes_.append(block.data(), out);
 }
 
 void RecordWriter::PrintText(std::string_view text) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/matrix.h"
+#include "base/progress.h"
 
 namespace qmx {
 
@@ -20,8 +21,8 @@ namespace qmx {
 /// values that are no numbers: an infinity becomes the largest double, everything else zero.
 class RecordWriter {
  public:
-  /// Reserves room for so many numbers in print records.
-  explicit RecordWriter(std::size_t numbers = 0);
+  /// Reserves room for so many numbers in print records, and reports how many are written.
+  explicit RecordWriter(std::size_t numbers = 0, Progress& progress = NoProgress());
 
   void Flag(bool value);
   void Integer(int value);
@@ -39,8 +40,13 @@ class RecordWriter {
 
  private:
   void Separate();
+  void CountNumbers(std::size_t count);
 
   std::string bytes_;
+  std::size_t expected_;
+  std::size_t written_ = 0;   ///< Numbers in print records.
+  std::size_t reported_ = 0;  ///< How many there were at the last report.
+  Progress* progress_;
   bool recordStarted_ = false;
 };
 

@@ -29,25 +29,27 @@ bool ReadSystemSection(FieldScanner& scanner, SystemSection& section) {
   return ReadLUFactors(scanner, section.factors.emplace());
 }
 
-std::string SystemFile(const Workspace& workspace) {
-  RecordWriter writer(SystemSectionSize(workspace));
+std::string SystemFile(const Workspace& workspace, Progress& progress) {
+  RecordWriter writer(SystemSectionSize(workspace), progress);
   WriteSystemSection(writer, workspace);
   return writer.Take();
 }
 
-FileReading<SystemSection> ReadSystemFile(std::string_view bytes, const Memory& memory) {
+FileReading<SystemSection> ReadSystemFile(std::string_view bytes, const Memory& memory,
+                                          Progress& progress) {
   FileReading<SystemSection> reading;
-  FieldScanner scanner(bytes, memory);
+  FieldScanner scanner(bytes, memory, progress);
   if (ReadSystemSection(scanner, reading.content) && !reading.content.StopsAtFactors())
     ReadEnd(scanner);
   reading.problem = scanner.ProblemText();
   return reading;
 }
 
-FileReading<Matrix> ReadOperandFile(Slot operand, std::string_view bytes, const Memory& memory) {
-  FileReading<Matrix> reading = ReadMatrixFile(operand, bytes, memory);
+FileReading<Matrix> ReadOperandFile(Slot operand, std::string_view bytes, const Memory& memory,
+                                    Progress& progress) {
+  FileReading<Matrix> reading = ReadMatrixFile(operand, bytes, memory, progress);
   if (reading.Ok()) return reading;
-  FileReading<SystemSection> system = ReadSystemFile(bytes, memory);
+  FileReading<SystemSection> system = ReadSystemFile(bytes, memory, progress);
   if (system.Ok()) return {std::move(system.content.matrix.array), {}};
   return reading;
 }

@@ -30,13 +30,15 @@ bool ReadSystemSection(FieldScanner& scanner, SystemSection& section);
 /// About how many numbers the section holds.
 std::size_t SystemSectionSize(const Workspace& workspace);
 
-std::string SystemFile(const Workspace& workspace);
+std::string SystemFile(const Workspace& workspace, Progress& progress = NoProgress());
 FileReading<SystemSection> ReadSystemFile(std::string_view bytes,
-                                          const Memory& memory = SystemMemory());
+                                          const Memory& memory = SystemMemory(),
+                                          Progress& progress = NoProgress());
 
 /// Reads a file into an operand: a matrix file or, as copying the System would give it, the
 /// augmented matrix of a system file. The problem of any other file is that of a matrix file.
 FileReading<Matrix> ReadOperandFile(Slot operand, std::string_view bytes,
-                                    const Memory& memory = SystemMemory());
+                                    const Memory& memory = SystemMemory(),
+                                    Progress& progress = NoProgress());
 
 }  // namespace qmx

@@ -42,7 +42,7 @@ struct FileOutcome {
   bool Ok() const { return problem.empty(); }
 };
 
-/// Whole files. Names are in the system's own bytes.
+/// Whole files. Names are in the system's own bytes. A stop at a report leaves what was there.
 class FileStore {
  public:
   FileStore() = default;
@@ -50,10 +50,17 @@ class FileStore {
   FileStore& operator=(const FileStore&) = delete;
   virtual ~FileStore() = default;
   /// Reads all bytes of a regular file into `bytes`.
-  virtual FileOutcome Read(const std::string& name, std::string& bytes) = 0;
+  virtual FileOutcome Read(const std::string& name, std::string& bytes, Progress& progress) = 0;
+  FileOutcome Read(const std::string& name, std::string& bytes) {
+    return Read(name, bytes, NoProgress());
+  }
   /// Replaces (or creates) a file with exactly these bytes, or fails and leaves what was there, or
   /// fails and names a copy.
-  virtual FileOutcome Replace(const std::string& name, std::string_view bytes) = 0;
+  virtual FileOutcome Replace(const std::string& name, std::string_view bytes,
+                              Progress& progress) = 0;
+  FileOutcome Replace(const std::string& name, std::string_view bytes) {
+    return Replace(name, bytes, NoProgress());
+  }
 };
 
 /// A source of uniform single-precision numbers in [0, 1).

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "base/progress.h"
 
@@ -16,9 +17,10 @@ class Work {
   virtual ~Work() = default;
 
   using Computation = std::function<void(Progress&)>;
-  /// Runs a computation to its end while the windows show how far it is. What it throws comes out
-  /// of here.
-  virtual void Run(const Computation& computation) = 0;
+  /// Runs a computation to its end while the windows show how far it is and what it does: "Reading
+  /// a.qmx". What it throws comes out of here.
+  virtual void Run(const Computation& computation, const std::string& doing) = 0;
+  void Run(const Computation& computation) { Run(computation, "Computing"); }
 };
 
 }  // namespace qmx

@@ -81,8 +81,8 @@ class TeeScreen : public RecordingScreen {
     RecordingScreen::ShowResults();
     real_.ShowResults();
   }
-  void Run(const Computation& computation) override {
-    real_.Run([&](Progress&) { RecordingScreen::Run(computation); });
+  void Run(const Computation& computation, const std::string& called) override {
+    real_.Run([&](Progress&) { RecordingScreen::Run(computation, called); }, called);
   }
 
   /// Both states in one: each is brought back where it came from.

@@ -142,6 +142,20 @@ TEST_F(WorkTest, AfterTwoSecondsTheTimeLeftIsTold) {
   EXPECT_TRUE(late.endsWith(" s left")) << late.toStdString();
 }
 
+TEST_F(WorkTest, SaysWhatIsReadOrWritten) {
+  QString early;
+  QString late;
+  QTimer::singleShot(500, [&] { early = Main().findChild<QLabel*>("lblWorking")->text(); });
+  QTimer::singleShot(2300, [&] {
+    late = Main().findChild<QLabel*>("lblWorking")->text();
+    StopButton()->click();
+  });
+  const auto read = [](Progress& progress) { Compute(progress, 20000); };
+  EXPECT_THROW(program.Windows().Run(read, "Reading a.qmx"), Stopped);
+  EXPECT_EQ(early, "Reading a.qmx...");
+  EXPECT_TRUE(late.startsWith("Reading a.qmx, about ")) << late.toStdString();
+}
+
 TEST_F(WorkTest, ClosingTheMainWindowStopsTheComputationAndEnds) {
   QTimer::singleShot(0, [&] { Step(20000); });
   QTimer::singleShot(150, [&] { CloseByBox(Main()); });

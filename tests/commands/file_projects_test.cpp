@@ -285,8 +285,12 @@ TEST_F(ProjectCommands, AfterAFaultASaveThatComesToNothingIsTold) {
 
 class ThrowingFiles : public FileStore {
  public:
-  FileOutcome Read(const std::string&, std::string&) override { throw std::bad_alloc(); }
-  FileOutcome Replace(const std::string&, std::string_view) override { throw std::bad_alloc(); }
+  using FileStore::Read;
+  using FileStore::Replace;
+  FileOutcome Read(const std::string&, std::string&, Progress&) override { throw std::bad_alloc(); }
+  FileOutcome Replace(const std::string&, std::string_view, Progress&) override {
+    throw std::bad_alloc();
+  }
 };
 
 TEST_F(ProjectCommands, SavingAfterAFaultNeverThrows) {

@@ -305,6 +305,60 @@ TEST_F(FileStoreTest, WritesInPlaceWhereRightsCannotBeSet) {
   EXPECT_TRUE(fs::is_empty(Path("state/orvane")));
 }
 
+/// Stops at a report.
+class StopAt : public Progress {
+ public:
+  explicit StopAt(int report) : left_(report) {}
+  void Report(double fraction) override {
+    last = fraction;
+    if (--left_ == 0) throw Stopped();
+  }
+  double last = 0;
+
+ private:
+  int left_;
+};
+
+TEST_F(FileStoreTest, AStopLeavesTheOldFileWhole) {
+  const std::string large(5'000'000, 'n');
+  for (const bool inPlace : {false, true}) {
+    Put("file", "old");
+    refuses.fchmod = inPlace;
+    int at = 1;
+    for (;; ++at) {
+      StopAt progress(at);
+      try {
+        EXPECT_TRUE(store->Replace(Path("file"), large, progress).Ok());
+        EXPECT_EQ(progress.last, 1);
+        break;
+      } catch (const Stopped&) {
+        ASSERT_EQ(ContentOf(Path("file")), "old") << "stopped at report " << at;
+        EXPECT_TRUE(!fs::exists(Path("state/orvane")) || fs::is_empty(Path("state/orvane")));
+        EXPECT_EQ(FilesInFolder(), inPlace ? 2U : 1U);
+      }
+    }
+    EXPECT_GE(at, 5);
+    EXPECT_EQ(ContentOf(Path("file")), large);
+  }
+}
+
+TEST_F(FileStoreTest, ReadingStopsAtEveryReport) {
+  const std::string large(5'000'000, 'n');
+  Put("file", large);
+  std::string bytes;
+  int at = 1;
+  for (;; ++at) {
+    StopAt progress(at);
+    try {
+      EXPECT_TRUE(store->Read(Path("file"), bytes, progress).Ok());
+      break;
+    } catch (const Stopped&) {
+    }
+  }
+  EXPECT_GE(at, 5);
+  EXPECT_EQ(bytes, large);
+}
+
 TEST_F(FileStoreTest, NamesTheCopyWhereWritingInPlaceFails) {
   const std::string name = std::string(52, 'n') + "\xC3\xBC" + std::string(197, 'm') + ".q";
   Put(name, "old");

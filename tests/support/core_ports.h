@@ -58,13 +58,18 @@ class MemoryFiles : public FileStore {
   std::size_t room = std::numeric_limits<std::size_t>::max();
   std::string copy;
 
-  FileOutcome Read(const std::string& name, std::string& bytes) override {
+  using FileStore::Read;
+  using FileStore::Replace;
+  FileOutcome Read(const std::string& name, std::string& bytes, Progress& progress) override {
+    progress.Report(0.5);
     const auto found = files.find(name);
     if (found == files.end()) return {"There is no such file."};
     bytes = found->second;
     return {};
   }
-  FileOutcome Replace(const std::string& name, std::string_view bytes) override {
+  FileOutcome Replace(const std::string& name, std::string_view bytes,
+                      Progress& progress) override {
+    progress.Report(0.5);
     if (bytes.size() > room) return {"There is no space left.", copy};
     files[name] = std::string(bytes);
     return {};

@@ -107,7 +107,8 @@ void RecordingScreen::SetWide(Slot slot, bool isWide) {
   grids[slot].wide = isWide;
 }
 
-void RecordingScreen::Run(const Computation& computation) {
+void RecordingScreen::Run(const Computation& computation, const std::string& called) {
+  doing = called;
   class Recorder : public Progress {
    public:
     explicit Recorder(RecordingScreen& screen) : screen_(screen) { ++screen_.workDepth; }

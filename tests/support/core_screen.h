@@ -52,6 +52,7 @@ class RecordingScreen : public Panel,
   std::string status;
   int workDepth = 0;
   std::vector<double> progress;
+  std::string doing;  ///< What ran last, as it was called.
   std::vector<Message> messages;
   int openDialogs = 0;
   int saveDialogs = 0;
@@ -103,7 +104,8 @@ class RecordingScreen : public Panel,
   void ShowResults() override { resultsShown = true; }
   void Beep() override { ++beeps; }
 
-  void Run(const Computation& computation) override;
+  using Work::Run;
+  void Run(const Computation& computation, const std::string& doing) override;
 
   std::shared_ptr<const ViewState> Capture() const override;
   void Restore(const ViewState& state, Restoring restoring) override;
