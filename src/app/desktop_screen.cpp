@@ -100,6 +100,14 @@ void DesktopScreen::MoveFocus() {
   stranded_ = nullptr;
 }
 
+bool DesktopScreen::IsEnabled(const Control& control) const {
+  const QObject* found = main_.Find(control);
+  const auto* widget = qobject_cast<const QWidget*>(found);
+  if (widget != nullptr) return widget->isEnabledTo(widget->parentWidget());
+  const auto* action = qobject_cast<const QAction*>(found);
+  return action != nullptr && action->isEnabled();
+}
+
 bool DesktopScreen::IsSelected(const Control& control) const {
   const auto* button = qobject_cast<QAbstractButton*>(main_.Find(control));
   return button != nullptr && button->isChecked();

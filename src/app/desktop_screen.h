@@ -35,6 +35,7 @@ class DesktopScreen : public Panel,
   std::string Text(const Control& control) const override;
   void SetText(const Control& control, const std::string& text) override;
   void SetEnabled(const Control& control, bool enabled) override;
+  bool IsEnabled(const Control& control) const override;
   bool IsSelected(const Control& control) const override;
   void Select(const Control& option) override;
   void SetFrameVisible(Slot slot, bool visible) override;

@@ -94,8 +94,9 @@ void Program::OpenLastSession() {
 }
 
 void Program::AfterCommand() {
-  if (commands_.Steps().Position() != kept_ || commands_.HasOpenCell()) session_.Changed();
-  kept_ = commands_.Steps().Position();
+  const CommandRunner::Mark present = commands_.PresentMark();
+  if (present != kept_ || commands_.HasOpenCell()) session_.Changed();
+  kept_ = present;
   window_.Action("mnuLastSession")->setEnabled(!session_.Latest().empty());
   ShowWhatStandsWhere(window_, commands_, workspace_);
   screen_.ShowLatest();

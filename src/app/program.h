@@ -60,7 +60,7 @@ class Program {
   RecentProjects recent_;
   std::unique_ptr<FileStore> stateFiles_;  ///< Of the session: they are written in the background.
   LastSession session_;
-  std::uint64_t kept_ = 0;  ///< The position in the history that the session was told of.
+  CommandRunner::Mark kept_;  ///< Of the state that the session was told of.
 };
 
 }  // namespace qmx

@@ -125,6 +125,9 @@ void WireParameters(Wires& wires) {
     wires.Switch(OptCreate(kind), OptCreateClick, kind);
   for (int way = 0; way < kSystemKinds; ++way) wires.Switch(OptSystem(way), OptSystemClick, way);
   wires.Switch(chkSymmetric, ChkSymmetricClick);
+  // These change nothing but what a saved project would hold.
+  for (const EigenParameter& parameter : kEigenParameters)
+    wires.Change(parameter.field, [](Context&) {});
   wires.Change(txtRowsCreated, TxtRowsCreatedChange);
   wires.Change(txtEquations, TxtEquationsChange);
 }

@@ -52,7 +52,7 @@ bool CommandRunner::Guard(FunctionRef<void()> part) {
     part();
   });
   busy_ = false;
-  if (savedNow_) saved_ = history_.Position();
+  if (savedNow_ && !fault) fault = FaultOf([this] { saved_ = PresentMark(); });
   if (!fault && listener_) fault = FaultOf([this] { listener_(); });
   if (fault) onFault_(*fault);
   return !fault;

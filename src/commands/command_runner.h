@@ -43,12 +43,19 @@ class CommandRunner {
 
   void Undo();
   void Redo();
+  /// What a project saved now would hold, without its bytes: two marks are the same where it is.
+  struct Mark {
+    std::uint64_t position = 0;
+    FiledSettings settings;
+    bool operator==(const Mark&) const = default;
+  };
+  Mark PresentMark() const { return {history_.Position(), FiledSettingsOf(context_)}; }
   /// The present state is what a file holds: to be called by the command that wrote or read it.
   void MarkSaved() { savedNow_ = true; }
   /// True if the command that ran last wrote or read the project's file.
   bool WasSaved() const { return savedNow_; }
-  /// True if a step leads from what was saved to the present state.
-  bool IsChanged() const { return history_.Position() != saved_; }
+  /// True if a step leads from what was saved to the present state, or settings have changed.
+  bool IsChanged() const { return PresentMark() != saved_; }
   const History& Steps() const { return history_; }
   /// True while a command runs.
   bool IsBusy() const { return busy_; }
@@ -70,7 +77,7 @@ class CommandRunner {
   FaultHandler onFault_;
   Listener listener_;
   History history_;
-  std::uint64_t saved_ = 0;  ///< The position in the history that a file holds.
+  Mark saved_;  ///< Of the state that a file holds.
   bool savedNow_ = false;
   bool busy_ = false;
   /// The cell whose texts belong to the step made last.

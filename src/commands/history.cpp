@@ -61,7 +61,9 @@ bool Differ(const Workspace& one, const Workspace& two) {
 
 CellsState CaptureCells(const Context& context, Slot slot, int row, int col, int rows, int cols) {
   const Matrix& array = context.workspace.At(slot).array;
-  CellsState cells{slot, row, col, Matrix(rows, cols), context.workspace.revisions, {}, {}};
+  CellsState cells{
+      slot, row, col, Matrix(rows, cols), context.workspace.revisions, ReadSettings(context),
+      {},   {}};
   for (int i = 1; i <= rows; ++i)
     std::copy_n(array.Row(row + i - 1) + col - 1, cols, cells.values.Row(i));
   if (rows == 1 && cols == 1) {
@@ -75,6 +77,7 @@ CellsState CaptureCells(const Context& context, Slot slot, int row, int col, int
 void RestoreCells(Context& context, const CellsState& cells) {
   Matrix& array = context.workspace.At(cells.slot).array;
   array.MakeOwn();
+  RestoreSettings(context, cells.settings);
   context.workspace.revisions = cells.revisions;
   for (int i = 1; i <= cells.values.Rows(); ++i) {
     std::copy_n(cells.values.Row(i), cells.values.Cols(),

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "commands/parameters.h"
 #include "workspace/context.h"
 
 namespace qmx {
@@ -27,13 +28,15 @@ void RestoreState(Context& context, const State& state, View::Restoring restorin
 /// True if a project saved from one or the other would differ, or what the user sees of them.
 bool Differ(const Workspace& one, const Workspace& two);
 
-/// A block of an editor's cells: its elements and what the grid shows there.
+/// A block of an editor's cells: its elements and what the grid shows there, and what else may have
+/// changed without being a step.
 struct CellsState {
   Slot slot = kSlotA;
   int row = 0;
   int col = 0;
   Matrix values;
   Revisions revisions;
+  ProjectSettings settings;
   std::optional<std::string> text;        ///< Of a single cell,
   std::shared_ptr<const ViewState> grid;  ///< or of the grid that a larger block lies in.
 };

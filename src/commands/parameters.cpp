@@ -6,6 +6,7 @@
 #include "base/number_text.h"
 #include "workspace/availability.h"
 #include "workspace/field_table.h"
+#include "workspace/result_table.h"
 
 namespace qmx {
 namespace {
@@ -19,6 +20,10 @@ bool CreatedIsSquare(const Context& context) {
 void CopyRowsIntoColsCreated(Context& context) {
   context.panel.SetText(txtColsCreated, context.panel.Text(txtRowsCreated));
 }
+
+/// The controls that depend on the way of solving.
+constexpr std::array<Control, 5> kSolvingControls{cmdRetrieveLU, txtEquations, txtUnknowns,
+                                                  cmdCreateSystem, cmdRetrieveSystem};
 
 void EnableSystemCreation(Context& context, bool enabled) {
   context.panel.SetEnabled(cmdCreateSystem, enabled);
@@ -103,6 +108,43 @@ EigenTexts ReadEigenTexts(const Panel& panel) {
   EigenTexts texts;
   for (std::size_t i = 0; i < texts.size(); ++i) texts[i] = panel.Text(kEigenParameters[i].field);
   return texts;
+}
+
+ProjectSettings ReadSettings(const Context& context) {
+  const Panel& panel = context.panel;
+  ProjectSettings settings{ReadEigenTexts(panel),
+                           context.workspace.SystemMethod,
+                           panel.Text(txtEquations),
+                           panel.Text(txtUnknowns),
+                           {}};
+  for (std::size_t i = 0; i < kSolvingControls.size(); ++i)
+    settings.enabled[i] = panel.IsEnabled(kSolvingControls[i]);
+  return settings;
+}
+
+void RestoreSettings(Context& context, const ProjectSettings& settings) {
+  if (settings == ReadSettings(context)) return;
+  Panel& panel = context.panel;
+  for (std::size_t i = 0; i < settings.eigen.size(); ++i)
+    panel.SetText(kEigenParameters[i].field, settings.eigen[i]);
+  panel.SetText(txtEquations, settings.equations);
+  panel.SetText(txtUnknowns, settings.unknowns);
+  panel.Select(OptSystem(settings.systemMethod));
+  for (std::size_t i = 0; i < kSolvingControls.size(); ++i)
+    panel.SetEnabled(kSolvingControls[i], settings.enabled[i]);
+  context.workspace.SystemMethod = settings.systemMethod;
+}
+
+FiledSettings FiledSettingsOf(const Context& context) {
+  const ResultFlags flags = FlagsOf(context.workspace);
+  FiledSettings filed;
+  if (flags[kResultEigenvalues]) {
+    auto& numbers = filed.eigen.emplace();
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+      numbers[i] = Val(context.panel.Text(kEigenParameters[i].field));
+  }
+  if (flags[kResultSystem]) filed.systemMethod = context.workspace.SystemMethod;
+  return filed;
 }
 
 }  // namespace qmx

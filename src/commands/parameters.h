@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "workspace/context.h"
 #include "workspace/field_table.h"
 
@@ -22,5 +27,30 @@ void SelectSystemMethod(Context& context, int method);
 
 /// What stands in the fields of the eigen task's parameters.
 EigenTexts ReadEigenTexts(const Panel& panel);
+
+/// What the user sets on the main window and a project file holds: no step of its own.
+struct ProjectSettings {
+  EigenTexts eigen;
+  std::int16_t systemMethod = kSystemOneShot;
+  std::string equations;
+  std::string unknowns;
+  /// Which of the controls are enabled that depend on the way of solving.
+  std::array<bool, 5> enabled{};
+  bool operator==(const ProjectSettings&) const = default;
+};
+
+ProjectSettings ReadSettings(const Context& context);
+/// Brings back settings that have changed meanwhile.
+void RestoreSettings(Context& context, const ProjectSettings& settings);
+
+/// The part of the settings that a project saved now would hold: nothing of what belongs to results
+/// that are not there.
+struct FiledSettings {
+  std::optional<std::array<double, kEigenParameters.size()>> eigen;
+  std::optional<std::int16_t> systemMethod;
+  bool operator==(const FiledSettings&) const = default;
+};
+
+FiledSettings FiledSettingsOf(const Context& context);
 
 }  // namespace qmx

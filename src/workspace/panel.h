@@ -20,6 +20,7 @@ class Panel {
   virtual std::string Text(const Control& control) const = 0;
   virtual void SetText(const Control& control, const std::string& text) = 0;
   virtual void SetEnabled(const Control& control, bool enabled) = 0;
+  virtual bool IsEnabled(const Control& control) const = 0;
   /// True if an option or check box is selected.
   virtual bool IsSelected(const Control& control) const = 0;
   /// Selects an option of its group, without running what a click on it would run.

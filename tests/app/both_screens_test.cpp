@@ -32,6 +32,11 @@ class TeeScreen : public RecordingScreen {
     RecordingScreen::SetEnabled(control, enable);
     real_.SetEnabled(control, enable);
   }
+  bool IsEnabled(const Control& control) const override {
+    EXPECT_EQ(real_.IsEnabled(control), RecordingScreen::IsEnabled(control))
+        << control.ObjectName();
+    return RecordingScreen::IsEnabled(control);
+  }
   bool IsSelected(const Control& control) const override {
     EXPECT_EQ(real_.IsSelected(control), RecordingScreen::IsSelected(control))
         << control.ObjectName();

@@ -13,6 +13,7 @@
 #include "commands/lifecycle.h"
 #include "desktop/file_store_system.h"
 #include "support/desktop_bench.h"
+#include "workspace/task_numbers.h"
 
 namespace qmx::test {
 namespace {
@@ -173,10 +174,27 @@ TEST_F(LastSessionTest, AKilledProgramLosesAtMostTwoSeconds) {
   }
 }
 
-class LastSessionMenu : public Desktop {};
+class LastSessionMenu : public Desktop {
+ protected:
+  QString folder = qEnvironmentVariable("XDG_STATE_HOME") + "/orvane";
+};
+
+TEST_F(LastSessionMenu, ASettingThatAProjectHoldsIsKeptToo) {
+  Enter(kSlotA, 2, 2, {"4", "1", "1", "4"});
+  Click(cmdTask(kTaskEigen));
+  const auto newest = [this] {
+    const QStringList kept = QDir(folder).entryList({"*.qmx"}, QDir::Files, QDir::Name);
+    std::ifstream file((folder + "/" + kept.last()).toStdString(), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  };
+  QTest::qWait(2500);
+  ASSERT_EQ(newest().find(",77,"), std::string::npos);
+  TypeInto(txtMaxcy, "77");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return newest().find(",77,") != std::string::npos; }, 5000));
+}
 
 TEST_F(LastSessionMenu, OpensWhatTheLastRunHeldAsAStepWithoutAFile) {
-  QDir(qEnvironmentVariable("XDG_STATE_HOME") + "/orvane").removeRecursively();
+  QDir(folder).removeRecursively();
   const auto disk = MakeSystemFileStore();
   {
     Program before({*disk, printer, random, clock, memory}, settings);

@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "support/desktop_bench.h"
+#include "workspace/task_numbers.h"
 
 namespace qmx::test {
 namespace {
@@ -38,6 +39,23 @@ TEST_F(WhatStandsWhere, TypingOnInACellAfterSavingIsAChange) {
   Save("/somewhere/work.qmx");
   program.Runner().WriteCell(kSlotA, 1, 1, "12");
   EXPECT_EQ(Status(), "work.qmx, changed since it was saved");
+}
+
+TEST_F(WhatStandsWhere, ParametersOfEigenvaluesAndTheWayOfSolvingAreSavedToo) {
+  Enter(kSlotA, 2, 2, {"4", "1", "1", "4"});
+  Click(cmdTask(kTaskEigen));
+  Click(cmdCreateSystem);
+  Save("/somewhere/work.qmx");
+  EXPECT_EQ(Status(), "work.qmx, saved");
+  TypeInto(txtMaxcy, "7");
+  EXPECT_EQ(Status(), "work.qmx, changed since it was saved");
+  Get(txtErs)->setFocus();
+  TypeInto(txtMaxcy, "100");
+  EXPECT_EQ(Status(), "work.qmx, saved");
+  Click(OptSystem(kSystemOverdetermined));
+  EXPECT_EQ(Status(), "work.qmx, changed since it was saved");
+  Click(OptSystem(kSystemOneShot));
+  EXPECT_EQ(Status(), "work.qmx, saved");
 }
 
 TEST_F(WhatStandsWhere, TheEditMenuNamesItsSteps) {

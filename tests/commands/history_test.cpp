@@ -8,6 +8,7 @@
 #include "commands/grid_commands.h"
 #include "commands/lifecycle.h"
 #include "commands/parameters.h"
+#include "files/project_file.h"
 #include "support/core_walk.h"
 #include "workspace/task_numbers.h"
 
@@ -135,7 +136,18 @@ TEST_F(HistoryTest, KeepsWithinItsMemoryAndDropsTheOldest) {
   EXPECT_EQ(steps, 3);
 }
 
-class HistoryWalk : public test::RunnerBench, public ::testing::WithParamInterface<int> {};
+class HistoryWalk : public test::RunnerBench, public ::testing::WithParamInterface<int> {
+ protected:
+  /// Files to be opened on the way.
+  void WriteFiles() {
+    EnterA(Rows({{2, 1}, {1, 3}}));
+    for (const int task : {3, 5, 8, 14, 18}) Press(task);
+    screen.fileNames = {"p", "matrix", "factors"};
+    SaveProjectAs(context);
+    SaveSlot(context, kSlotA);
+    SaveLU(context);
+  }
+};
 
 INSTANTIATE_TEST_SUITE_P(Seeds, HistoryWalk, ::testing::Range(0, 12));
 
@@ -145,14 +157,7 @@ TEST_P(HistoryWalk, StatesComeBackAsTheyWere) {
     std::string saved;
     std::string shown;
   };
-  // Files to be opened on the way, and a way of solving that lasts.
-  EnterA(Rows({{2, 1}, {1, 3}}));
-  for (const int task : {3, 5, 8, 14, 18}) Press(task);
-  screen.fileNames = {"p", "matrix", "factors"};
-  SaveProjectAs(context);
-  SaveSlot(context, kSlotA);
-  SaveLU(context);
-  SelectSystemMethod(context, static_cast<int>(any() % kSystemKinds));
+  WriteFiles();
   std::vector<Record> past;
   std::vector<Record> future;
   int compared = 0;
@@ -181,6 +186,35 @@ TEST_P(HistoryWalk, StatesComeBackAsTheyWere) {
     }
   }
   EXPECT_GE(compared, 60);
+}
+
+TEST_P(HistoryWalk, WhatCountsAsSavedHasTheSavedBytes) {
+  std::mt19937 any(GetParam());
+  WriteFiles();
+  std::string saved;
+  int compared = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const auto bytes = [&] { return ProjectFile(workspace, ReadEigenTexts(screen)); };
+    switch (any() % 8) {
+      case 0:
+        runner.Do([this](Context&) { runner.MarkSaved(); });
+        saved = bytes();
+        break;
+      case 1:
+      case 2:
+        runner.Undo();
+        break;
+      case 3:
+        runner.Redo();
+        break;
+      default:
+        RandomStep(any);
+    }
+    if (saved.empty() || runner.IsChanged()) continue;
+    ASSERT_EQ(bytes(), saved) << "step " << i;
+    ++compared;
+  }
+  EXPECT_GE(compared, 100);
 }
 
 }  // namespace

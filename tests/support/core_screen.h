@@ -82,6 +82,7 @@ class RecordingScreen : public Panel,
   std::string Text(const Control& control) const override;
   void SetText(const Control& control, const std::string& text) override;
   void SetEnabled(const Control& control, bool enable) override;
+  bool IsEnabled(const Control& control) const override { return Enabled(control); }
   bool IsSelected(const Control& control) const override;
   void Select(const Control& option) override;
   void SetFrameVisible(Slot slot, bool visible) override { frames[slot] = visible; }

@@ -97,13 +97,25 @@ void TypeSomething(CommandRunner& runner, const Workspace& workspace, std::mt199
     runner.WriteCell(slot, row, col, number.substr(0, length));
 }
 
+/// Settings that are no step.
+void SetSomething(CommandRunner& runner, std::mt19937& any) {
+  if (any() % 2 == 0) {
+    const Control field = kEigenParameters[any() % kEigenParameters.size()].field;
+    const std::string text = CStr(1 + static_cast<int>(any() % 9));
+    runner.Do([&](Context& c) { c.panel.SetText(field, text); });
+  } else {
+    const auto way = static_cast<int>(any() % kSystemKinds);
+    runner.Do([way](Context& c) { SelectSystemMethod(c, way); });
+  }
+}
+
 }  // namespace
 
 void TakeRandomStep(CommandRunner& runner, Workspace& workspace, RecordingScreen& screen,
                     std::mt19937& any) {
   constexpr std::array<int, 17> kTaskNumbers{0, 1,  2,  3,  4,  5,  6,  7, 8,
                                              9, 10, 14, 15, 16, 17, 18, 19};
-  switch (any() % 8) {
+  switch (any() % 9) {
     case 0:
     case 1: {
       const int task = kTaskNumbers[any() % kTaskNumbers.size()];
@@ -115,6 +127,8 @@ void TakeRandomStep(CommandRunner& runner, Workspace& workspace, RecordingScreen
     case 3:
     case 4:
       return TypeSomething(runner, workspace, any);
+    case 5:
+      return SetSomething(runner, any);
     default:
       return PressSomething(runner, screen, any);
   }
