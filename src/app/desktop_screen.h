@@ -72,6 +72,7 @@ class DesktopScreen : public Panel,
   void RestoreGrid(Slot slot, const ViewState& state) override;
   std::optional<std::string> WrittenText(Slot slot, int row, int col) const override;
   void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) override;
+  void ShowElements(Slot slot, const Matrix& elements) override;
   void SetStatus(const std::string& text) override;
 
   /// Gives a window that has not been on the screen a place where it is seen.

@@ -148,6 +148,10 @@ void DesktopScreen::RestoreText(Slot slot, int row, int col,
                             text ? std::optional(QString::fromStdString(*text)) : std::nullopt);
 }
 
+void DesktopScreen::ShowElements(Slot slot, const Matrix& elements) {
+  Ensure(slot).Grid().ShowElements(elements);
+}
+
 void DesktopScreen::SetStatus(const std::string& text) {
   main_.SetStatus(QString::fromStdString(text));
   if (!text.empty()) Announce(FrontWindow(), QString::fromStdString(text));

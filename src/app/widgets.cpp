@@ -103,6 +103,16 @@ QSize Field::sizeHint() const {
           QLineEdit::sizeHint().height()};
 }
 
+bool Field::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isProgram = (key->matches(QKeySequence::Undo) && !isUndoAvailable()) ||
+                           (key->matches(QKeySequence::Redo) && !isRedoAvailable());
+    if (isProgram) return false;
+  }
+  return QLineEdit::event(event);
+}
+
 void Field::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
   untouched_ = true;

@@ -35,7 +35,8 @@ class CommandButton : public QPushButton {
 };
 
 /// A text field whose whole text is selected when it receives the focus, so that typing replaces
-/// it. The first click into it keeps that selection; the next one places the caret.
+/// it. The first click into it keeps that selection; the next one places the caret. Where it has
+/// nothing to undo or redo, these keys are the program's.
 class Field : public QLineEdit {
   Q_OBJECT
 
@@ -45,6 +46,7 @@ class Field : public QLineEdit {
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
+  bool event(QEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

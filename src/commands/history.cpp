@@ -88,6 +88,8 @@ void RestoreCells(Context& context, const CellsState& cells) {
   } else {
     context.view.RestoreText(cells.slot, cells.row, cells.col, cells.text);
   }
+  // What the grid shows below may be the elements of another state.
+  context.view.ShowElements(cells.slot, array);
 }
 
 void History::Push(const Context& context, std::string name, State before) {

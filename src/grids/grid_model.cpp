@@ -201,6 +201,12 @@ void GridModel::RestoreText(int row, int col, const std::optional<QString>& text
   Q_EMIT dataChanged(index(row, col), index(row, col));
 }
 
+void GridModel::ShowElements(const Matrix& values) {
+  if (values.Rows() != all_.values.Rows() || values.Cols() != all_.values.Cols()) return;
+  all_.values = values.View();
+  if (values.Size() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
 bool GridModel::IsEmpty() const {
   if (!all_.blocks.IsEmpty()) return false;
   for (int j = 1; j <= all_.cols; ++j) {

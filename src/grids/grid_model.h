@@ -79,6 +79,9 @@ class GridModel : public QAbstractTableModel {
   /// What was written into a cell, as SetText does; nothing where it shows what lies below.
   std::optional<QString> WrittenText(int row, int col) const;
   void RestoreText(int row, int col, const std::optional<QString>& text);
+  /// Shows these elements where no text was written, instead of those that it shows there, which
+  /// have the same shape.
+  void ShowElements(const Matrix& values);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

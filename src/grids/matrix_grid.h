@@ -46,6 +46,7 @@ class MatrixGrid final : public QTableView {
 
   /// Brings back what the grid showed.
   void Restore(const GridModel::Contents& contents, bool wide);
+  void ShowElements(const Matrix& values) { model_->ShowElements(values); }
   void RestoreText(int row, int col, const std::optional<QString>& text) {
     model_->RestoreText(row, col, text);
   }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "base/matrix.h"
 #include "workspace/slot_table.h"
 
 namespace qmx {
@@ -39,6 +40,9 @@ class View {
   /// What was written into a cell; nothing where it shows its element or is empty.
   virtual std::optional<std::string> WrittenText(Slot slot, int row, int col) const = 0;
   virtual void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) = 0;
+  /// Cells of a grid without a written text show these elements from now on, which have the shape
+  /// of those before.
+  virtual void ShowElements(Slot slot, const Matrix& elements) = 0;
 
   /// Tells the user something in the status bar, for as long as nothing else is told.
   virtual void SetStatus(const std::string& text) = 0;

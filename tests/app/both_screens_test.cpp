@@ -128,6 +128,9 @@ class TeeScreen : public RecordingScreen {
     RecordingScreen::RestoreText(slot, row, col, text->substr(1));
     real_.RestoreText(slot, row, col, written ? std::optional(text->substr(1)) : std::nullopt);
   }
+  void ShowElements(Slot slot, const Matrix& elements) override {
+    real_.ShowElements(slot, elements);
+  }
 
  private:
   DesktopScreen& real_;

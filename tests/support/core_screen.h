@@ -114,6 +114,8 @@ class RecordingScreen : public Panel,
   void RestoreGrid(Slot slot, const ViewState& state) override;
   std::optional<std::string> WrittenText(Slot slot, int row, int col) const override;
   void RestoreText(Slot slot, int row, int col, const std::optional<std::string>& text) override;
+  /// The texts of all cells are kept, so that there is nothing below them.
+  void ShowElements(Slot, const Matrix&) override {}
   void SetStatus(const std::string& text) override { status = text; }
 
   Answer ShowMessage(const Message& message) override;
