@@ -139,7 +139,7 @@ class DesktopScreen : public Panel,
   QList<Slot> latest_;
   qsizetype publishedNow_ = 0;  ///< By the command that is under way.
   WindowMemory memory_;
-  QList<const QObject*> placed_;       ///< All windows that were ever placed, in that order.
+  QList<const QObject*> shownInTurn_;  ///< The windows, that which was shown last at the end.
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   QTimer focusMover_;                  ///< Moves the focus when the command is done.
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.

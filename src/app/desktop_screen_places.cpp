@@ -78,6 +78,8 @@ std::optional<QRect> DesktopScreen::OwnerOf(std::optional<Slot> slot) const {
 }
 
 void DesktopScreen::PlaceIfNew(QWidget& window, std::optional<Slot> slot) {
+  shownInTurn_.removeAll(&window);
+  shownInTurn_.append(&window);
   if (window.testAttribute(Qt::WA_Moved)) return;
   const QRect main = main_.frameGeometry();
   if (memory_.Recall(window) && !main.contains(window.frameGeometry())) return;
@@ -85,11 +87,9 @@ void DesktopScreen::PlaceIfNew(QWidget& window, std::optional<Slot> slot) {
   std::vector<QWidget*> open = OpenWindows();
   // As they were shown one after the other, they lie one upon the other.
   std::stable_sort(open.begin(), open.end(), [this](const QWidget* one, const QWidget* other) {
-    return placed_.indexOf(one) < placed_.indexOf(other);
+    return shownInTurn_.indexOf(one) < shownInTurn_.indexOf(other);
   });
   for (const QWidget* other : open) around.others.push_back(other->frameGeometry());
-  placed_.removeAll(&window);
-  placed_.append(&window);
   const auto* grid = qobject_cast<GridWindow*>(&window);
   const bool isFitted = grid != nullptr && !grid->HasChosenSize();
   // A grid can be scrolled; a report is read line by line.
