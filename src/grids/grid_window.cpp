@@ -5,7 +5,6 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
-#include <QTimer>
 #include <algorithm>
 
 #include "commands/grid_commands.h"
@@ -118,7 +117,7 @@ void GridWindow::TakeFont() {
     grid_->scrollTo(grid_->currentIndex(), QAbstractItemView::EnsureVisible);
   }
   // Scroll bars that are no longer needed go only when this event is done.
-  QTimer::singleShot(0, this, &GridWindow::PlaceEntryBox);
+  QMetaObject::invokeMethod(this, &GridWindow::PlaceEntryBox, Qt::QueuedConnection);
 }
 
 void GridWindow::FitToGrid() {

@@ -33,8 +33,10 @@ NumberLine NumberLineFor(const std::vector<double>& numbers, int most) {
   line.step = RoundStep(std::max(length, std::numeric_limits<double>::min()));
   const double first = std::floor(low / line.step);
   const double last = std::ceil(high / line.step);
-  for (double mark = first; mark <= last; ++mark) {
-    if (std::isfinite(mark * line.step)) line.marks.push_back(mark * line.step);
+  const int steps = static_cast<int>(last - first);
+  for (int i = 0; i <= steps; ++i) {
+    const double mark = (first + i) * line.step;
+    if (std::isfinite(mark)) line.marks.push_back(mark);
   }
   line.low = std::min(low, line.marks.front());
   line.high = std::max(high, line.marks.back());

@@ -7,6 +7,7 @@
 
 #include <QListWidget>
 #include <QMenu>
+#include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -92,6 +93,17 @@ TEST_F(ZoomTest, TheWheelZoomsWithCtrlAlone) {
   EXPECT_EQ(Size(kSlotA), normal) << "over the open cell as well";
   Turn(*Grid(kSlotA).viewport(), 120, Qt::NoModifier);
   EXPECT_EQ(Size(kSlotA), normal);
+}
+
+TEST_F(ZoomTest, TheWheelWithCtrlDoesNotScroll) {
+  Enter(kSlotA, 200, 3, {});
+  Window(kSlotA).HideEntryBox();
+  const double normal = Size(kSlotA);
+  Turn(*Grid(kSlotA).viewport(), -240, Qt::ControlModifier);
+  EXPECT_LT(Size(kSlotA), normal);
+  EXPECT_EQ(Grid(kSlotA).verticalScrollBar()->value(), 0);
+  Turn(*Grid(kSlotA).viewport(), -240, Qt::NoModifier);
+  EXPECT_GT(Grid(kSlotA).verticalScrollBar()->value(), 0);
 }
 
 TEST_F(ZoomTest, TheWindowGrowsWithItsGrid) {
