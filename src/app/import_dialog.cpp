@@ -187,7 +187,8 @@ void ImportDialog::AddPreview(QVBoxLayout* rows) {
   preview_ = new QTableWidget(this);
   preview_->setObjectName("tblPreview");
   preview_->setAccessibleName(tr("First rows"));
-  preview_->horizontalHeader()->setDefaultSectionSize(fontMetrics().averageCharWidth() * 14);
+  preview_->setWordWrap(false);
+  preview_->horizontalHeader()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 8);
   preview_->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + 6);
   preview_->setMinimumHeight(fontMetrics().lineSpacing() * 9);
   preview_->setMinimumWidth(fontMetrics().averageCharWidth() * 78);
@@ -279,6 +280,7 @@ void ImportDialog::ShowTable() {
   }
   preview_->setVerticalHeaderLabels(Numbers(settings.headingRows, preview_->rowCount()));
   preview_->setHorizontalHeaderLabels(Numbers(settings.headingColumns, preview_->columnCount()));
+  preview_->resizeColumnsToContents();
   previewTitle_->setText(shown.moreRows || shown.moreColumns
                              ? tr("First rows (there is more than is shown here):")
                              : tr("First rows:"));
@@ -315,6 +317,7 @@ void ImportDialog::ShowVariable() {
       preview_->setItem(i - 1, j - 1, cell);
     }
   }
+  preview_->resizeColumnsToContents();
   previewTitle_->setText(tr("First rows of %1 x %2:").arg(values.Rows()).arg(values.Cols()));
 }
 
