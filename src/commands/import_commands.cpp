@@ -119,10 +119,11 @@ class VariableReader {
       return std::move(last_);
     }
     ForeignOutcome<Matrix> outcome;
-    context_.work.Run([&](Progress& progress) {
+    const auto read = [&](Progress& progress) {
       outcome = ReadForeign(source_.bytes, contents, variable, context_.memory);
       progress.Report(1);
-    });
+    };
+    context_.work.Run(read, "Reading " + BaseName(source_.name));
     return outcome;
   }
 

@@ -14,8 +14,9 @@ void PrintLines(Context& context, const std::vector<std::string>& lines, std::st
     Progress unheard;
     return context.printer.Print(unheard);
   }
-  context.view.SetStatus("Printing " + CStr(pages) + " pages. Stop ends it.");
-  context.work.Run([&](Progress& progress) { context.printer.Print(progress); });
+  const std::string doing = "Printing " + CStr(pages) + " pages";
+  context.view.SetStatus(doing + ". Stop ends it.");
+  context.work.Run([&](Progress& progress) { context.printer.Print(progress); }, doing);
   context.view.SetStatus(CStr(pages) + " pages were printed.");
 }
 
