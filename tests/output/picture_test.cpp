@@ -3,18 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <random>
+#include <vector>
 
 #include "output/number_line.h"
 #include "output/picture_cells.h"
 #include "output/picture_colours.h"
-#include "support/core_rows.h"
 
 namespace qmx {
 namespace {
-
-using test::Rows;
 
 Matrix AnyMatrix(int rows, int cols, double zeros, std::mt19937& any) {
   std::uniform_real_distribution<double> number(-10, 10);
