@@ -215,7 +215,9 @@ ResultsWindow& DesktopScreen::EnsureResults() {
 void DesktopScreen::Append(const std::vector<std::string>& lines) {
   ResultsWindow& window = EnsureResults();
   window.UseReportFont();
-  for (const std::string& line : lines) window.AddLine(QString::fromStdString(line));
+  QStringList added;
+  for (const std::string& line : lines) added.append(QString::fromStdString(line));
+  window.AddLines(added);
 }
 
 void DesktopScreen::ShowResults() {

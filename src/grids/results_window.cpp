@@ -44,6 +44,8 @@ ResultsWindow::ResultsWindow() : list_(new QListWidget(this)) {
   auto* copy = new QShortcut(QKeySequence::Copy, list_, nullptr, nullptr, Qt::WidgetShortcut);
   connect(copy, &QShortcut::activated, this, &ResultsWindow::CopySelected);
   UseReportFont();
+  scroll_.setSingleShot(true);
+  connect(&scroll_, &QTimer::timeout, list_, &QListWidget::scrollToBottom);
   const QFontMetrics metrics(list_->font());
   // The scroll bar of a long list must not take the room of a separator.
   const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, list_);
@@ -118,10 +120,12 @@ void ResultsWindow::UseReportFont() {
   list_->setFont(font);
 }
 
-void ResultsWindow::AddLine(const QString& line) {
-  list_->addItem(line);
-  if (list_->count() == 1) Update();
-  list_->scrollToBottom();
+// To scroll means to lay out all lines: done for each of them it would take seconds.
+void ResultsWindow::AddLines(const QStringList& lines) {
+  const bool wasEmpty = list_->count() == 0;
+  list_->addItems(lines);
+  if (wasEmpty) Update();
+  scroll_.start();
 }
 
 void ResultsWindow::CutTo(int lines) {

@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStringList>
+#include <QTimer>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -23,7 +25,8 @@ class ResultsWindow : public QWidget {
   int LineCount() const { return list_->count(); }
   /// Takes away the lines after the first ones.
   void CutTo(int lines);
-  void AddLine(const QString& line);
+  /// Adds lines at the end, which is in view at the next turn of the event loop.
+  void AddLines(const QStringList& lines);
   void Clear();
   /// All lines, in UTF-8.
   std::vector<std::string> Lines() const;
@@ -46,6 +49,7 @@ class ResultsWindow : public QWidget {
   void Update();
 
   QListWidget* list_;
+  QTimer scroll_;  ///< To the end, once for whatever was added meanwhile.
   QHBoxLayout* buttons_;
   std::vector<QPushButton*> whole_;  ///< The buttons for the whole list.
   QAction* copy_ = nullptr;
