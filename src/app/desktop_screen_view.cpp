@@ -98,6 +98,7 @@ void DesktopScreen::Restore(const ViewState& state, Restoring restoring) {
   }
   wide_ = wanted.wide;
   latest_ = wanted.latest;
+  publishedNow_ = 0;
   for (const Slot slot : kAllSlots) {
     const auto& picture = wanted.windows[slot];
     if (!picture) {
