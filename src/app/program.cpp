@@ -64,6 +64,9 @@ bool Program::Start(const std::string& commandLine) {
     screen_.Memory().Watch(window_);
   }
   window_.show();
+  // Until the desktop gives the window the keyboard, no control has it: a project that is opened
+  // now must know where it belongs.
+  qobject_cast<QWidget*>(window_.Find(txtRowsA))->setFocus();
   if (!commandLine.empty()) OpenByName(commands_, commandLine);
   if (session_.WasCutOff() && commandLine.empty())
     screen_.SetStatus("The last session was cut off. File > Last session brings it back.");

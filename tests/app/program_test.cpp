@@ -153,6 +153,22 @@ TEST_F(ProgramTest, AProjectThatOpensTakesTheFocusToShow) {
   EXPECT_EQ(Main().focusWidget(), Get(cmdShow(kSlotA)));
 }
 
+TEST_F(ProgramTest, AProjectOnTheCommandLineTakesTheFocusToShow) {
+  MemoryFiles own;
+  own.files["p.qmx"] =
+      "#TRUE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
+      "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
+      "#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n"
+      "1,1\r\n 1 \r\n";
+  Program started({own, printer, random, clock, memory}, settings);
+  started.Start("p.qmx");
+  ASSERT_TRUE(started.State().ACreated);
+  frmQMX& main = started.MainWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&main));
+  QTest::qWait(0);
+  EXPECT_EQ(main.focusWidget(), main.Find(cmdShow(kSlotA)));
+}
+
 TEST_F(ProgramTest, ADroppedFileIsOpenedAsAProject) {
   Enter(kSlotA, 1, 1, {"7"});
   State().currentFileName = "/data/p.qmx";
