@@ -139,8 +139,24 @@ GridWindow& DesktopScreen::Ensure(Slot slot) {
       window = std::make_unique<ViewerWindow>(commands_, slot);
     }
     TellMade(*window);
+    if (askDigits_) ExpectDigits(*window);
   }
   return *window;
+}
+
+/// The window of a result has room for the line from its first showing on.
+void DesktopScreen::ExpectDigits(GridWindow& window) {
+  const Slot slot = window.Slot();
+  if (!InfoOf(slot).IsEditor())
+    window.ShowDigits({QObject::tr("Not checked yet"), true, nullptr, false, false});
+  QObject::connect(&window, &GridWindow::CheckAsked, &window,
+                   [this, slot](bool wanted) { askDigits_(slot, wanted); });
+}
+
+void DesktopScreen::WatchDigits(std::function<void(Slot, bool)> ask,
+                                std::function<void()> giveWay) {
+  askDigits_ = std::move(ask);
+  giveWay_ = std::move(giveWay);
 }
 
 void DesktopScreen::Show(Slot slot, const GridContent& content) {

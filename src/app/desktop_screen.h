@@ -58,6 +58,7 @@ class DesktopScreen : public Panel,
 
   using Work::Run;
   void Run(const Computation& computation, const std::string& doing) override {
+    if (giveWay_) giveWay_();
     work_.Run(computation, doing);
   }
 
@@ -82,6 +83,9 @@ class DesktopScreen : public Panel,
   /// The window of a slot; null while there is none.
   GridWindow* Window(Slot slot) const { return windows_[slot].get(); }
   DesktopWork& WorkShown() { return work_; }
+  /// From now on the windows of results tell how many digits hold; `ask` is told where the user
+  /// wants them to be checked, or wants that no longer, and `giveWay` before every computation.
+  void WatchDigits(std::function<void(Slot, bool)> ask, std::function<void()> giveWay);
   /// The results window; null while there is none.
   ResultsWindow* Results() const { return results_.get(); }
   /// All windows but the main one that are on the screen.
@@ -121,6 +125,7 @@ class DesktopScreen : public Panel,
   std::optional<QRect> OwnerOf(std::optional<Slot> slot) const;
   void Arrange(const std::vector<QWidget*>& windows, const QList<QRect>& places);
   QRect AreaFor(int windows) const;
+  void ExpectDigits(GridWindow& window);
   void SetObjectEnabled(QObject* control, bool enabled);
   /// The window that boxes and dialogs belong to.
   QWidget& FrontWindow() const;
@@ -142,6 +147,8 @@ class DesktopScreen : public Panel,
   QList<const QObject*> shownInTurn_;  ///< The windows, that which was shown last at the end.
   const QWidget* stranded_ = nullptr;  ///< The frame whose control was disabled under the focus.
   QTimer focusMover_;                  ///< Moves the focus when the command is done.
+  std::function<void(Slot, bool)> askDigits_;
+  std::function<void()> giveWay_;
   bool awaitsTyping_ = false;  ///< A window was opened to be typed into: it keeps the keyboard.
 };
 

@@ -159,7 +159,9 @@ void frmQMX::IndexControls() {
     const QString name = control->objectName();
     const bool isControl = controls_.contains(name) && controls_.value(name) == control &&
                            !latest->isAncestorOf(control);
-    if (isControl && !name.startsWith("lblStale")) commandControls_.append(control);
+    // What is told of results follows from them.
+    const bool isTold = name.startsWith("lblStale") || name.contains("DigitsOf");
+    if (isControl && !isTold) commandControls_.append(control);
   }
   commandControls_.append(Find(mnuPrint));
 }

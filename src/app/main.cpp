@@ -9,6 +9,7 @@
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
 #include "desktop/system_clock.h"
+#include "proof/prover.h"
 
 namespace {
 
@@ -31,7 +32,12 @@ int main(int argc, char** argv) {
   qmx::DesktopPrinter printer(*files, [&windows] { return windows->Windows().AskSaveFile({}); });
   qmx::RandomSource random;
   qmx::SystemClock clock;
-  qmx::Program program({*files, printer, random, clock, qmx::SystemMemory()}, *settings);
+#ifdef QMX_PROVER
+  const qmx::Prover* prover = &qmx::BallProver();
+#else
+  const qmx::Prover* prover = nullptr;  // There is no library of ball arithmetic for this system.
+#endif
+  qmx::Program program({*files, printer, random, clock, qmx::SystemMemory()}, *settings, prover);
   windows = &program;
   application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
   bool started = false;

@@ -7,6 +7,7 @@
 
 #include "app/panel_kit.h"
 #include "app/panels.h"
+#include "app/scalar_proof.h"
 #include "workspace/result_table.h"
 
 namespace qmx {
@@ -50,6 +51,7 @@ void AddScalarTask(QGridLayout* table, int row, const ScalarTask& entry, QWidget
   table->addWidget(MakeTaskButton(entry.task, parent), row, 0, 1, 4);
   table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row + 1, 0);
   table->addWidget(value, row + 1, 1);
+  table->addWidget(new ScalarProof(entry.result, value, parent), row + 1, 2);
   table->addWidget(MakeStaleMark(InfoOf(entry.result).stale, parent), row + 1, 3);
 }
 

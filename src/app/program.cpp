@@ -25,7 +25,7 @@
 
 namespace qmx {
 
-Program::Program(const SystemPorts& ports, RegionalSettings& settings)
+Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover)
     : screen_(window_, commands_),
       context_(workspace_, screen_, ports),
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
@@ -43,7 +43,8 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings)
           StateFolder(), *stateFiles_, [this] { return CaptureSession(); },
           [this](const std::string& problem) {
             screen_.SetStatus("The session cannot be kept for the next start. " + problem);
-          }) {
+          }),
+      digits_(workspace_, window_, screen_, commands_, prover) {
   WireMainWindow(window_, screen_, commands_);
   AddZoomMenu(window_, zoom_);
   zoom_.Attach(window_, *window_.findChild<MatrixGrid*>("grdLatest"));
@@ -107,6 +108,7 @@ void Program::AfterCommand() {
   exchange_.Update(workspace_);
   AnnounceComputed();
   pictures_.Refresh();
+  digits_.AfterCommand();
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }
@@ -121,6 +123,7 @@ void Program::AnnounceComputed() {
 
 void Program::End() {
   guard_.Restore();
+  digits_.End();
   session_.End();
   screen_.Memory().Keep(window_);
   pictures_.CloseAll();

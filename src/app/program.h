@@ -5,6 +5,7 @@
 
 #include "app/desktop_menu.h"
 #include "app/desktop_screen.h"
+#include "app/digit_checks.h"
 #include "app/exchange_menu.h"
 #include "app/frm_qmx.h"
 #include "app/pictures.h"
@@ -21,7 +22,8 @@ namespace qmx {
 /// The running program: the one Workspace, its windows, and how it begins and ends.
 class Program {
  public:
-  Program(const SystemPorts& ports, RegionalSettings& settings);
+  /// `prover` proves the digits of results in the background; without one nothing is told of them.
+  Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover = nullptr);
 
   /// Shows the main window in its start state and opens the project that the command line names, if
   /// it names one. False, and nothing shown, if the user declines what the program needs.
@@ -36,6 +38,7 @@ class Program {
   Workspace& State() { return workspace_; }
   Context& Commands() { return context_; }
   CommandRunner& Runner() { return commands_; }
+  DigitChecks& Digits() { return digits_; }
 
  private:
   void AfterCommand();
@@ -60,6 +63,7 @@ class Program {
   RecentProjects recent_;
   std::unique_ptr<FileStore> stateFiles_;  ///< Of the session: they are written in the background.
   LastSession session_;
+  DigitChecks digits_;
   CommandRunner::Mark kept_;  ///< Of the state that the session was told of.
 };
 

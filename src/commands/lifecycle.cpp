@@ -116,6 +116,7 @@ void ResetOperand(Context& context, Slot operand) {
   Workspace& workspace = context.workspace;
   operand == kSlotA ? ResetResultsOfA(context) : ResetResultsOfB(context);
   workspace.*ResultOf(operand).flag = false;
+  workspace.computations[ResultOf(operand).result].reset();
   SwitchOperandControls(context, operand, false);
   context.panel.SetEnabled(cmdExchangeAandB, false);
   for (const Control& field : {InfoOf(operand).rows, InfoOf(operand).cols}) {

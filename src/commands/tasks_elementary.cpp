@@ -7,22 +7,25 @@
 #include "commands/tasks.h"
 #include "output/scalar_text.h"
 #include "workspace/availability.h"
+#include "workspace/computation.h"
 #include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
 
-/// A task that changes A and shows it anew. A takes the new elements only once all of them are
-/// known to be numbers.
+/// A task that changes A by a number and shows it anew. A takes the new elements only once all of
+/// them are known to be numbers.
 template <typename Change>
-void ChangeA(Context& context, Change change) {
+void ChangeA(Context& context, Computation::Change kind, double scalar, Change change) {
   Matrix& array = context.workspace.A().array;
-  array = Compute(context, [&](Progress& progress) {
-    Matrix changed(array);
-    change(changed, progress);
-    return changed;
+  Matrix changed = Compute(context, [&](Progress& progress) {
+    Matrix computed(array);
+    change(computed, progress);
+    return computed;
   });
+  changed.Swap(array);
   NoteChange(context.workspace, kSlotA);
+  KeepChangeOfA(context.workspace, kind, std::move(changed), scalar);
   Populate(context, kSlotA);
 }
 
@@ -113,12 +116,14 @@ void RunTranspose(Context& context) {
 
 void RunScale(Context& context) {
   const double scalar = Val(context.panel.Text(txtScalar));
-  ChangeA(context, [&](Matrix& a, Progress& progress) { ScaleInPlace(a, scalar, progress); });
+  ChangeA(context, Computation::Change::kScaled, scalar,
+          [&](Matrix& a, Progress& progress) { ScaleInPlace(a, scalar, progress); });
 }
 
 void RunShift(Context& context) {
   const double shift = Val(context.panel.Text(txtShift));
-  ChangeA(context, [&](Matrix& a, Progress&) { ShiftInPlace(a, shift); });
+  ChangeA(context, Computation::Change::kShifted, shift,
+          [&](Matrix& a, Progress&) { ShiftInPlace(a, shift); });
 }
 
 void RunSymmetry(Context& context) {

@@ -9,6 +9,7 @@
 #include "commands/tasks.h"
 #include "output/reports.h"
 #include "workspace/availability.h"
+#include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
@@ -127,6 +128,8 @@ void RunLU(Context& context) {
   } else {
     workspace.At(kSlotExchanges).array = std::move(factors.exchanges);
   }
+  // The order of the rows belongs to the factors.
+  NoteComputed(workspace, kResultLU);
   StoreFactors(context);
 }
 

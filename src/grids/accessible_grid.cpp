@@ -259,7 +259,8 @@ QString AccessibleCell::text(QAccessible::Text kind) const {
     case QAccessible::Value:
       return Model().Text(row_, col_);
     case QAccessible::Description:
-      return IsData() ? QObject::tr("Row %1, column %2").arg(rowIndex() + 1).arg(col_) : QString();
+      return IsData() ? Model().Description(row_, col_)
+                      : Model().DigitsTip(row_, col_).section('\n', 0, 0);
     default:
       return {};
   }

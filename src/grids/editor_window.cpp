@@ -11,6 +11,7 @@
 #include "commands/block_text.h"
 #include "commands/entry_advice.h"
 #include "commands/grid_commands.h"
+#include "commands/kept_note.h"
 
 namespace qmx {
 
@@ -46,9 +47,11 @@ void EditorWindow::ShowElement() {
   const int row = Grid().Row();
   const int col = Grid().Col();
   const std::string text = Grid().TextMatrix(row, col).toStdString();
+  std::string note = text.empty() ? std::string() : WhyReadInPart(text);
+  if (note.empty()) note = KeptNote(text);
   line_->ShowElement(
       QString::fromStdString(ElementLine(Slot(), row, col, Grid().Model().Value(row, col))),
-      text.empty() ? QString() : QString::fromStdString(WhyReadInPart(text)));
+      QString::fromStdString(note));
 }
 
 void EditorWindow::ShowRefusal(const QString& key) {

@@ -50,6 +50,7 @@ bool GridModel::FillsAll(const Matrix& values, const std::vector<bool>* columns)
 }
 
 void GridModel::Populate(const Matrix& values, bool wide, const std::vector<bool>* columns) {
+  DropProofs();
   if (all_.rows == 0 || all_.cols == 0) return;
   if (FillsAll(values, columns)) {
     all_.values = values.View();
@@ -185,6 +186,7 @@ void GridModel::SetDefaultColour(const QColor& colour) {
 
 void GridModel::Restore(const Contents& contents) {
   beginResetModel();
+  DropProofs();
   all_ = contents;
   endResetModel();
 }
@@ -232,7 +234,11 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return Text(index.row(), index.column());
     case Qt::AccessibleDescriptionRole:
-      return tr("Row %1, column %2").arg(index.row() + 1 - headerRows_).arg(index.column());
+      return Description(index.row(), index.column());
+    case Qt::ToolTipRole: {
+      const QString tip = DigitsTip(index.row(), index.column());
+      return tip.isEmpty() ? QVariant() : QVariant(tip);
+    }
     case Qt::ForegroundRole: {
       const QColor colour = ColourOf(index.row(), index.column());
       return colour.isValid() ? QVariant(colour) : QVariant();

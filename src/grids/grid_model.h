@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/matrix.h"
+#include "grids/shown_digits.h"
 #include "grids/written_blocks.h"
 
 namespace qmx {
@@ -63,6 +64,19 @@ class GridModel : public QAbstractTableModel {
     bool wide = false;
   };
 
+  /// What is known of the digits of the cells. It goes with the next numbers that come in.
+  void SetDigits(const ShownDigits& digits);
+  /// How many digits of a cell's text are proved; nothing where that is not watched. At the most
+  /// there are as many as a wide cell shows.
+  std::optional<int> ProvedDigits(int row, int col) const;
+  /// The same in words, with what else is known of the exact value; empty where that is not
+  /// watched.
+  QString DigitsTip(int row, int col) const;
+
+  /// What a screen reader says of a data cell beside its number: how many digits hold, if that is
+  /// watched, and where it is.
+  QString Description(int row, int col) const;
+
   /// All that the grid shows. A copy shares what is large.
   struct Contents {
     int rows = 0;
@@ -95,9 +109,12 @@ class GridModel : public QAbstractTableModel {
   void FillColumn(int col, const Matrix& values, bool wide, Matrix& merged);
   QString ElementText(int row, int col) const;
   void KeepBlocksAsTexts();
+  void DropProofs();
+  bool IsWatched(int row, int col) const;
 
   int headerRows_;
   Contents all_;
+  ShownDigits digits_;
 };
 
 }  // namespace qmx

@@ -2,6 +2,7 @@
 #include "grids/grid_window.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -41,6 +42,9 @@ GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
   stale_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   stale_->hide();
   lower_->addWidget(stale_, 1);
+  digits_ = new DigitsLine(this);
+  layout_->addWidget(digits_);
+  connect(digits_, &DigitsLine::Asked, this, &GridWindow::CheckAsked);
   connect(grid_, &MatrixGrid::HeaderWidened, this, &GridWindow::FitToGrid);
   connect(grid_, &MatrixGrid::CellsMoved, this, &GridWindow::PlaceEntryBox);
   connect(grid_, &MatrixGrid::FontChanged, this, &GridWindow::TakeFont);
@@ -97,6 +101,20 @@ void GridWindow::ShowStale(const QString& why) {
   grid_->setAccessibleDescription(why);
 }
 
+void GridWindow::ShowDigits(const ShownDigits& digits) {
+  grid_->SetDigits(digits);
+  if (digits_->Show(digits)) FitToGrid();
+  if (box_ != nullptr && !box_->isHidden()) ShowToolTip(box_->text());
+}
+
+void GridWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape && digits_->IsChecking()) {
+    Q_EMIT CheckAsked(false);
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
 void GridWindow::SetWide(bool wide) {
   {
     // The cell may be out of sight until the window has its new size, too.
@@ -123,9 +141,16 @@ void GridWindow::TakeFont() {
 void GridWindow::FitToGrid() {
   if (fitted_.isValid() && size() != fitted_) return;
   const QMargins margins = layout_->contentsMargins();
-  // Of all that stands in the column, only the grid has a size that depends on its contents.
-  const int below = layout_->sizeHint().height() - grid_->sizeHint().height();
-  QSize wanted = grid_->FullSize() + QSize(margins.left() + margins.right(), below);
+  // Of all that stands in the column, only the grid has a size that depends on its contents, and
+  // the line of digits one that depends on the width.
+  int below = layout_->sizeHint().height() - grid_->sizeHint().height();
+  QSize wanted = grid_->FullSize() + QSize(margins.left() + margins.right(), 0);
+  if (!digits_->isHidden()) {
+    const int width = std::clamp(wanted.width(), kSmallest.width(), LargestSize().width());
+    const int room = width - margins.left() - margins.right();
+    below += digits_->heightForWidth(room) - digits_->sizeHint().height();
+  }
+  wanted += QSize(0, below);
   const QSize largest = LargestSize();
   // A scroll bar one way takes room the other way.
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -182,7 +207,9 @@ void GridWindow::OpenEntryBox() {
 
 void GridWindow::ShowToolTip(const QString& text) {
   const std::string tip = CellToolTip(slot_, grid_->Row(), grid_->Col(), text.toStdString());
-  box_->setToolTip(QString::fromStdString(tip));
+  const QString digits = grid_->Model().DigitsTip(grid_->Row(), grid_->Col());
+  box_->setToolTip(QString::fromStdString(tip) + (digits.isEmpty() ? digits : '\n' + digits));
+  box_->setAccessibleDescription(digits);
 }
 
 void GridWindow::PlaceEntryBox() {

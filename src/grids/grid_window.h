@@ -10,6 +10,7 @@
 
 #include "commands/command_runner.h"
 #include "exchange/copy_forms.h"
+#include "grids/digits_line.h"
 #include "grids/entry_box.h"
 #include "grids/matrix_grid.h"
 #include "workspace/slot_table.h"
@@ -35,6 +36,8 @@ class GridWindow : public QWidget {
   /// Tells below the grid why its contents no longer fit what they were computed from; nothing
   /// where they do.
   void ShowStale(const QString& why);
+  /// Tells how many digits hold, in the cells and below the grid.
+  void ShowDigits(const ShownDigits& digits);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
@@ -52,6 +55,10 @@ class GridWindow : public QWidget {
   void AddViewEntries(const QList<QAction*>& entries) { viewEntries_ += entries; }
   /// Brings the window to the front, at an element, counted from 1.
   void GoToElement(int row, int col);
+
+ Q_SIGNALS:
+  /// The user wants the digits to be checked, or wants that no longer.
+  void CheckAsked(bool wanted);
 
  protected:
   GridWindow(CommandRunner& commands, qmx::Slot slot);
@@ -75,6 +82,7 @@ class GridWindow : public QWidget {
   void AddPaste();
 
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -100,6 +108,7 @@ class GridWindow : public QWidget {
   QVBoxLayout* layout_;
   QHBoxLayout* lower_;  ///< The line below the grid.
   QLabel* stale_;
+  DigitsLine* digits_;
   // The entries of the grid's menu.
   QAction* copy_ = nullptr;
   QAction* copyWithHeaders_ = nullptr;

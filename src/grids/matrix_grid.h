@@ -53,6 +53,7 @@ class MatrixGrid final : public QTableView {
 
   /// Shows what another grid shows, as long as that is there; null: nothing any more.
   void Follow(const MatrixGrid* other);
+  void SetDigits(const ShownDigits& digits) { model_->SetDigits(digits); }
 
   const GridModel& Model() const { return *model_; }
   int ColWidth(int col) const { return columnWidth(col); }
@@ -150,6 +151,7 @@ class MatrixGrid final : public QTableView {
   void PlaceCurrentCell(GridCell cell);
   void PaintArea(QPainter& painter, const Area& area, const QRect& damaged) const;
   void PaintCell(QPainter& painter, const QRect& rect, int row, int col) const;
+  void PaintText(QPainter& painter, const QRect& room, int row, int col) const;
   void PaintSelectionFrame(QPainter& painter) const;
   void PaintCurrentCell(QPainter& painter) const;
   QColor Background(int row, int col) const;

@@ -4,9 +4,12 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <algorithm>
 
 #include "grids/accessible_grid.h"
+#include "grids/contrast.h"
+#include "grids/digit_runs.h"
 #include "grids/matrix_grid.h"
 
 namespace qmx {
@@ -14,14 +17,8 @@ namespace {
 
 constexpr int kDarkBelow = 128;  // Lightness under which a background counts as dark.
 
-/// A background with as much of the selection's colour as leaves every text on it readable.
-QColor Mixed(const QColor& plain, const QColor& highlight) {
-  constexpr float kShare = 0.3F;
-  const auto mix = [](float one, float other) { return one + (other - one) * kShare; };
-  return QColor::fromRgbF(mix(plain.redF(), highlight.redF()),
-                          mix(plain.greenF(), highlight.greenF()),
-                          mix(plain.blueF(), highlight.blueF()));
-}
+/// As much of the colour of the selection as leaves every text on a background readable.
+constexpr double kSelectionShare = 0.3;
 
 }  // namespace
 
@@ -71,11 +68,33 @@ void MatrixGrid::PaintCell(QPainter& painter, const QRect& rect, int row, int co
     line.setAlphaF(0.5F);
     painter.fillRect(QRect(rect.topLeft(), QSize(2, rect.height())), line);
   }
-  const QRect room = rect.adjusted(kTextMargin, 0, -kTextMargin, 0);
-  const QString text =
-      fontMetrics().elidedText(model_->Text(row, col), Qt::ElideRight, room.width());
-  painter.setPen(TextColour(row, col));
-  painter.drawText(room, (isData ? Qt::AlignRight : Qt::AlignHCenter) | Qt::AlignVCenter, text);
+  PaintText(painter, rect.adjusted(kTextMargin, 0, -kTextMargin, 0), row, col);
+}
+
+void MatrixGrid::PaintText(QPainter& painter, const QRect& room, int row, int col) const {
+  const QString whole = model_->Text(row, col);
+  const QString text = fontMetrics().elidedText(whole, Qt::ElideRight, room.width());
+  const auto across = model_->IsData(row, col) ? Qt::AlignRight : Qt::AlignHCenter;
+  const QColor colour = TextColour(row, col);
+  const auto proved = model_->ProvedDigits(row, col);
+  // A number that does not fit is cut off: what is left of it keeps one colour.
+  auto runs = proved ? DigitRuns(whole, *proved) : std::vector<DigitRun>{};
+  if (runs.size() > 1 && text != whole) runs.resize(1);
+  const QColor other = proved ? UnprovedColour(colour, Background(row, col)) : colour;
+  if (runs.size() < 2) {
+    painter.setPen(runs.empty() || runs.front().isProved ? colour : other);
+    painter.drawText(room, across | Qt::AlignVCenter, text);
+    return;
+  }
+  const QRect all =
+      QStyle::alignedRect(Qt::LeftToRight, across | Qt::AlignVCenter,
+                          QSize(fontMetrics().horizontalAdvance(text), room.height()), room);
+  for (const DigitRun& run : runs) {
+    painter.setPen(run.isProved ? colour : other);
+    painter.drawText(
+        all.adjusted(fontMetrics().horizontalAdvance(text.left(run.start)), 0, kTextMargin, 0),
+        Qt::AlignLeft | Qt::AlignVCenter, text.mid(run.start, run.length));
+  }
 }
 
 QColor MatrixGrid::Background(int row, int col) const {
@@ -90,7 +109,9 @@ QColor MatrixGrid::Background(int row, int col) const {
                           : row < model_->HeaderRows() ? colSelected
                                                        : rowSelected;
   const bool isCurrent = row == Row() && col == Col();
-  return isSelected && !isCurrent ? Mixed(plain, palette().color(QPalette::Highlight)) : plain;
+  return isSelected && !isCurrent
+             ? Mixed(plain, palette().color(QPalette::Highlight), kSelectionShare)
+             : plain;
 }
 
 void MatrixGrid::PaintSelectionFrame(QPainter& painter) const {

@@ -67,6 +67,7 @@ void Reset(Context& context, Result result) {
   if (info.number != nullptr) workspace.*info.number = 0;
   if (info.verdict != nullptr) (workspace.*info.verdict).clear();
   workspace.*info.flag = false;
+  workspace.computations[result].reset();
   if (info.takesAlong != kNoResult) Reset(context, info.takesAlong);
   ResetTheRest(context, result);
 }

@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "workspace/computation.h"
+
 namespace qmx {
 namespace {
 
@@ -31,9 +33,15 @@ void NoteChange(Workspace& workspace, Slot slot) {
 void NoteComputed(Workspace& workspace, Result result) {
   workspace.computedFrom[result] = workspace.revisions;
   workspace.computedNow[result] = true;
+  KeepComputation(workspace, result);
 }
 
 std::string Staleness(const Workspace& workspace, Result result) {
+  const std::string changed = ShortStaleness(workspace, result);
+  return changed.empty() ? changed : changed + " this was computed";
+}
+
+std::string ShortStaleness(const Workspace& workspace, Result result) {
   const ResultInfo& info = InfoOf(result);
   std::string names;
   int count = 0;
@@ -44,7 +52,7 @@ std::string Staleness(const Workspace& workspace, Result result) {
     names += (count++ > 0 ? " and " : "") + std::string(operand.name);
   }
   if (count == 0 || !(workspace.*info.flag)) return {};
-  return names + (count == 1 ? " has" : " have") + " changed since this was computed";
+  return names + (count == 1 ? " has" : " have") + " changed since";
 }
 
 }  // namespace qmx

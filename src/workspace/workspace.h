@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -86,6 +87,8 @@ struct Revisions {
   std::uint32_t system = 0;
 };
 
+struct Computation;
+
 /// The number of results that the table of results describes.
 inline constexpr int kResultCount = 20;
 
@@ -134,6 +137,8 @@ struct Workspace {
   std::array<Revisions, kResultCount> computedFrom;  ///< What they were when a result was computed.
   /// What the command that runs, or ran last, has computed.
   std::array<bool, kResultCount> computedNow{};
+  /// What a result was the answer to; null for what was not computed.
+  std::array<std::shared_ptr<const Computation>, kResultCount> computations;
 
   std::int16_t SystemMethod =
       kSystemOneShot;          ///< Index of the selected way of solving, a SystemKind.

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <map>
 #include <set>
 
 #include "base/number_text.h"
+#include "commands/digit_texts.h"
 #include "commands/dispatcher.h"
 #include "commands/file_commands.h"
 #include "commands/grid_commands.h"
@@ -16,7 +18,9 @@
 #include "commands/task_table.h"
 #include "desktop/help_page.h"
 #include "output/reports.h"
+#include "proof/prover.h"
 #include "support/core_bench.h"
+#include "support/core_folder.h"
 #include "workspace/field_table.h"
 
 namespace qmx::test {
@@ -75,6 +79,12 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
         {"wide", &HelpExamples::ExpectWide},
         {"clipboard", &HelpExamples::ExpectClipboard},
         {"paste", &HelpExamples::ExpectRefusedBlock},
+        {"retrieve", &HelpExamples::Retrieve},
+        {"digits", &HelpExamples::ExpectDigits},
+        {"digitswide", &HelpExamples::ExpectWideDigits},
+        {"beside", &HelpExamples::ExpectBeside},
+        {"widecell", &HelpExamples::ExpectWideCell},
+        {"celltip", &HelpExamples::ExpectCellTip},
     };
     const auto action = kActions.find(step.action);
     ASSERT_NE(action, kActions.end()) << "nobody does data-" << step.action;
@@ -235,7 +245,62 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
     screen.messages.clear();
   }
 
+  /// Reads one of the files that lie beside the program's sources.
+  void Retrieve(const HelpStep& step) {
+    ASSERT_EQ(step.target, "A");
+    if (workspace.ACreated) Reset(kSlotA);
+    screen.messages.clear();
+    std::ifstream file(SourceFolder() + "/examples/" + step.text, std::ios::binary);
+    files.files[step.text] = {std::istreambuf_iterator<char>(file), {}};
+    screen.fileNames.push_back(step.text);
+    RetrieveOperand(context, kSlotA);
+    ASSERT_TRUE(workspace.ACreated) << step.text;
+  }
+  /// What is known of a result's digits, once it is checked.
+  DigitStanding Checked(Result result) {
+    keeper_.Follow(workspace);
+    while (const std::optional<DigitCheck> check = keeper_.Next(workspace)) {
+      auto finding = RunDigitCheck(BallProver(), *check, [] { return false; });
+      keeper_.Take(workspace, *check, std::move(*finding));
+    }
+    return keeper_.Of(workspace, result);
+  }
+  std::string Line(const HelpStep& step, bool wide) {
+    const Slot slot = SlotOfWindow(step.target);
+    return DigitLine(workspace, slot, Checked(ResultOf(slot).result), wide);
+  }
+  void ExpectDigits(const HelpStep& step) { EXPECT_EQ(Line(step, false), step.text); }
+  void ExpectWideDigits(const HelpStep& step) { EXPECT_EQ(Line(step, true), step.text); }
+  void ExpectBeside(const HelpStep& step) {
+    ASSERT_EQ(step.target, "lblDigitsOfDeterminant");
+    const DigitStanding standing = Checked(kResultDeterminant);
+    const std::string shown = screen.Text(lblDeterminantOfA);
+    EXPECT_EQ(TellScalar(workspace, kResultDeterminant, standing, shown).text, step.text);
+  }
+  /// "frmEigenvalues 3": the third number of a column.
+  struct ColumnCell {
+    Slot slot;
+    int row;
+    std::string text;
+  };
+  ColumnCell CellOf(const HelpStep& step) const {
+    const std::size_t blank = step.target.find(' ');
+    const Slot slot = SlotOfWindow(step.target.substr(0, blank));
+    const int row = std::stoi(step.target.substr(blank));
+    return {slot, row, CStr(Array(slot)(row, 1))};
+  }
+  void ExpectWideCell(const HelpStep& step) { EXPECT_EQ(CellOf(step).text, step.text); }
+  void ExpectCellTip(const HelpStep& step) {
+    const ColumnCell cell = CellOf(step);
+    const DigitStanding standing = Checked(ResultOf(cell.slot).result);
+    ASSERT_NE(standing.finding, nullptr);
+    EXPECT_EQ(CellDigitTip(*standing.finding->matrices[FindingIndex(cell.slot)], cell.row, 1,
+                           cell.text, kWideDigits),
+              step.text);
+  }
+
   std::size_t linesBefore_ = 0;
+  DigitKeeper keeper_;
 };
 
 TEST_P(HelpExamples, AreWhatTheProgramDoes) {

@@ -39,7 +39,7 @@ TEST_F(EntryFeedback, TheLineNamesTheCurrentElementAsItIsStored) {
   Key(Qt::Key_Left);
   EXPECT_EQ(Line(), "A(2,2) = 4");
   Key(Qt::Key_Left);
-  EXPECT_EQ(Line(), "A(2,1) = 0.3333333333333333");
+  EXPECT_EQ(Line(), "A(2,1) = 0.3333333333333333: no more than 15 to 17 digits can be held");
   EXPECT_EQ(State().At(kSlotA).array(2, 1), 1.0 / 3);
   Key(Qt::Key_Up);
   EXPECT_EQ(Line(), "A(1,1) = 1");

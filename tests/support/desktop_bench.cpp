@@ -12,7 +12,8 @@
 
 namespace qmx::test {
 
-Desktop::Desktop() {
+Desktop::Desktop(const Prover* prover)
+    : program({files, printer, random, clock, memory}, settings, prover) {
   // Where a test before left its windows is nothing to this one.
   Settings().remove("windows");
   program.Start("");

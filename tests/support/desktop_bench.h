@@ -32,7 +32,8 @@ struct SeenBox {
 /// The whole program with its windows, right after its start, worked by keys and clicks.
 class Desktop : public ::testing::Test {
  public:
-  Desktop();
+  /// Nothing is told of digits where there is no prover.
+  explicit Desktop(const Prover* prover = nullptr);
 
   MemoryFiles files;
   RecordingPrinter printer;
@@ -40,7 +41,7 @@ class Desktop : public ::testing::Test {
   FixedClock clock;
   FixedMemory memory;
   PointSettings settings;
-  Program program{{files, printer, random, clock, memory}, settings};
+  Program program;
 
   frmQMX& Main() { return program.MainWindow(); }
   Workspace& State() { return program.State(); }
