@@ -53,17 +53,18 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Pro
 }
 
 bool Program::Start(const std::string& commandLine) {
+  // In the corner, so that the windows of the matrices find room beside it. Before any
+  // box: what a box belongs to gets its place from the desktop otherwise.
+  if (!screen_.Memory().Recall(window_)) {
+    window_.move(window_.screen()->availableGeometry().topLeft());
+    screen_.Memory().Watch(window_);
+  }
   if (!guard_.Check(screen_)) return false;
   SetStartState(context_);
   commands_.SetListener([this] { AfterCommand(); });
   QObject::connect(window_.Action("mnuLastSession"), &QAction::triggered, &window_,
                    [this] { OpenLastSession(); });
   AfterCommand();
-  // In the corner, so that the windows of the matrices find room beside it.
-  if (!screen_.Memory().Recall(window_)) {
-    window_.move(window_.screen()->availableGeometry().topLeft());
-    screen_.Memory().Watch(window_);
-  }
   window_.show();
   // Until the desktop gives the window the keyboard, no control has it: a project that is opened
   // now must know where it belongs.
