@@ -46,8 +46,6 @@ constexpr std::array<ScalarTask, 4> kScalarTasks{{
 void AddScalarTask(QGridLayout* table, int row, const ScalarTask& entry, QWidget* parent) {
   QLabel* value = MakeResultLabel(InfoOf(entry.result).label, entry.meaning, parent);
   value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  // A long number must not make the window wider.
-  value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   table->addWidget(MakeTaskButton(entry.task, parent), row, 0, 1, 4);
   table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row + 1, 0);
   table->addWidget(value, row + 1, 1);
@@ -59,7 +57,7 @@ void AddScalarTasks(QVBoxLayout* rows, QWidget* parent) {
   auto* table = new QGridLayout;
   table->setHorizontalSpacing(4);
   table->setVerticalSpacing(1);
-  table->setColumnStretch(1, 1);
+  table->setColumnStretch(2, 1);
   rows->addLayout(table);
   for (const ScalarTask& entry : kScalarTasks)
     AddScalarTask(table, table->rowCount(), entry, parent);

@@ -76,7 +76,10 @@ ScalarProof::ScalarProof(Result result, QLabel* value, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(2);
-  row->addWidget(text_);
+  // The number comes first: what is told of it has the room that is left.
+  text_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  text_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  row->addWidget(text_, 1);
   row->addWidget(check_);
   connect(check_, &QPushButton::clicked, this, [this] { Q_EMIT Asked(!isChecking_); });
   if (InfoOf(result).number != nullptr) grey_ = new GreyDigits(value);
