@@ -107,6 +107,7 @@ class AccessibleCell : public QAccessibleInterface,
   const GridModel& Model() const { return table_->Model(); }
   bool IsData() const { return Model().IsData(row_, col_); }
   bool HasFocus() const;
+  QString HeaderDescription() const;
 
   AccessibleGrid* table_;
   int row_;
@@ -259,11 +260,19 @@ QString AccessibleCell::text(QAccessible::Text kind) const {
     case QAccessible::Value:
       return Model().Text(row_, col_);
     case QAccessible::Description:
-      return IsData() ? Model().Description(row_, col_)
-                      : Model().DigitsTip(row_, col_).section('\n', 0, 0);
+      return IsData() ? Model().Description(row_, col_) : HeaderDescription();
     default:
       return {};
   }
+}
+
+/// What the corner says of the cells beside it, such as "Eigenvalues =", and their digits.
+QString AccessibleCell::HeaderDescription() const {
+  QStringList said;
+  if (row_ == 0 && !Model().Text(0, 0).isEmpty()) said << Model().Text(0, 0);
+  const QString digits = Model().DigitsTip(row_, col_).section('\n', 0, 0);
+  if (!digits.isEmpty()) said << digits;
+  return said.join(", ");
 }
 
 QRect AccessibleCell::rect() const {

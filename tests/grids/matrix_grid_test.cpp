@@ -10,6 +10,8 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include "grids/accessible_grid.h"
+
 namespace qmx::test {
 namespace {
 
@@ -240,15 +242,22 @@ TEST_F(Grid, HeadersStayWhileTheRestScrolls) {
 TEST_F(Grid, ScreenReadersReachEveryCell) {
   Fill(Numbered(2, 2));
   ShowSized(300, 200);
+  UseAccessibleGrids();
   QAccessible::setActive(true);
   QAccessibleInterface* view = QAccessible::queryAccessibleInterface(&grid);
   ASSERT_NE(view, nullptr);
   ASSERT_NE(view->tableInterface(), nullptr);
   grid.SetTextMatrix(0, 0, "Eigenvalues =");
-  EXPECT_EQ(view->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), "Eigenvalues =");
-  EXPECT_EQ(view->tableInterface()->cellAt(2, 1)->text(QAccessible::Name), "201");
-  EXPECT_EQ(view->tableInterface()->cellAt(2, 1)->text(QAccessible::Description),
-            "Row 2, column 1");
+  grid.SetTextMatrix(0, 1, "7");
+  EXPECT_EQ(view->tableInterface()->cellAt(2, 0), nullptr);
+  QAccessibleInterface* cell = view->tableInterface()->cellAt(1, 0);
+  ASSERT_NE(cell, nullptr);
+  EXPECT_EQ(cell->text(QAccessible::Name), "201");
+  EXPECT_EQ(cell->text(QAccessible::Description), "Row 2, column 1");
+  QAccessibleInterface* header = cell->tableCellInterface()->columnHeaderCells().value(0);
+  ASSERT_NE(header, nullptr);
+  EXPECT_EQ(header->text(QAccessible::Name), "7");
+  EXPECT_EQ(header->text(QAccessible::Description), "Eigenvalues =");
   QAccessible::setActive(false);
 }
 
@@ -260,7 +269,10 @@ TEST_F(Grid, TheFocusIsSeen) {
   const QImage left = grid.grab().toImage();
   EXPECT_NE(focused, left);
   grid.SetCurrentCell(2, 2);
+  EXPECT_EQ(grid.grab().toImage(), left);
+  grid.setFocus();
   EXPECT_NE(grid.grab().toImage(), left);
+  EXPECT_NE(grid.grab().toImage(), focused);
 }
 
 /// Milliseconds that something takes until it is painted.
