@@ -46,6 +46,11 @@ TEST_F(AccessibilityTest, TypicalRoadCanBeGoneByNamesAlone) {
   ExpectGrid("Matrix A", elements);
   Press("Inverse(A)");
   ExpectGrid("Inverse of A", {{"3", "-2", "4"}, {"-1", "1", "-2"}, {"0", "0", "0.5"}});
+  EXPECT_TRUE(Wait([this] {
+    return static_cast<bool>(Window("Inverse of A").Find([](const AccessibleNode& node) {
+      return node.Description().ends_with(" digits hold. Row 3, column 3");
+    }));
+  }));
   EXPECT_TRUE(IsAnnounced("Rows: 3"));
   Press("Inverse of A: Into B");
   Press("A * B");

@@ -98,8 +98,11 @@ class AccessibilityTest : public testing::Test {
   /// The value of a cell in a window's grid, by the row and column that it is announced with.
   std::string Cell(const std::string& window, int row, int col) const {
     const std::string place = Place(row, col);
-    const AccessibleNode cell = Window(window).Find(
-        [&](const AccessibleNode& node) { return node.Description() == place; });
+    const AccessibleNode cell = Window(window).Find([&](const AccessibleNode& node) {
+      // In front of the place may stand how many digits hold.
+      const std::string said = node.Description();
+      return said == place || said.ends_with(". " + place);
+    });
     return cell ? cell.Name() : "no cell";
   }
   void ExpectGrid(const std::string& window, const std::vector<std::vector<std::string>>& rows) {
