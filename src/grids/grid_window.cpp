@@ -135,7 +135,7 @@ void GridWindow::TakeFont() {
     grid_->scrollTo(grid_->currentIndex(), QAbstractItemView::EnsureVisible);
   }
   // Scroll bars that are no longer needed go only when this event is done.
-  QMetaObject::invokeMethod(this, &GridWindow::PlaceEntryBox, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, "PlaceEntryBox", Qt::QueuedConnection);
 }
 
 void GridWindow::FitToGrid() {

@@ -86,7 +86,7 @@ class GridWindow : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void PlaceEntryBox();
+  Q_INVOKABLE void PlaceEntryBox();
   void Toggle();
   void TakeFont();
   void FitToGrid();

@@ -92,10 +92,10 @@ void MatrixGrid::selectionChanged(const QItemSelection& selected,
   if (!publishing_) TakeOver(selected);
 }
 
-// The table's own routine counts cells in a way that is not that of our tree.
+// The table's own routine counts cells in a way that is not that of our tree: it is passed over.
 void MatrixGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   if (!covering_) TellFocus(*this);
-  QAbstractItemView::currentChanged(current, previous);
+  QAbstractItemView::currentChanged(current, previous);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 /// A change that came from outside, from assistive technology: one cell is a choice, as a click on
