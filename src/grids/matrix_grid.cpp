@@ -58,11 +58,13 @@ void MatrixGrid::Restore(const GridModel::Contents& contents, bool wide) {
   WidenHeaderForLabels();
 }
 
+/// Labels stand beside every row where there is no header row, else in the first ones only.
+int MatrixGrid::LabelledRows() const {
+  return model_->HeaderRows() == 0 ? model_->rowCount() : std::min(2, model_->rowCount());
+}
+
 void MatrixGrid::WidenHeaderForLabels() {
-  // Labels stand beside every row where there is no header row, else in the first ones only.
-  const int labels = model_->HeaderRows() == 0 ? model_->rowCount() : 2;
-  for (int row = 0; row < std::min(labels, model_->rowCount()); ++row)
-    WidenHeaderFor(model_->Text(row, 0));
+  for (int row = 0; row < LabelledRows(); ++row) WidenHeaderFor(model_->Text(row, 0));
 }
 
 void MatrixGrid::Reshape(bool wide, const std::function<void()>& change) {
@@ -91,21 +93,21 @@ void MatrixGrid::Follow(const MatrixGrid* other) {
   setModel(model_);
   delete before;
   if (other == nullptr) return;
-  const auto takeOver = [this] { TakeOverShape(); };
-  connect(model_, &QAbstractItemModel::modelReset, this, takeOver);
-  // Texts are written into the header column after that.
-  connect(model_, &QAbstractItemModel::dataChanged, this, [takeOver](const QModelIndex& first) {
-    if (first.column() == 0) takeOver();
-  });
+  connect(model_, &QAbstractItemModel::modelReset, this, [this] { TakeOverShape(); });
+  // Texts are written into the header column after that, one by one: each is measured once.
+  connect(model_, &QAbstractItemModel::dataChanged, this,
+          [this](const QModelIndex& first, const QModelIndex& last) {
+            if (first.column() != 0) return;
+            const int end = std::min(last.row() + 1, LabelledRows());
+            for (int row = first.row(); row < end; ++row) WidenHeaderFor(model_->Text(row, 0));
+          });
   TakeOverShape();
 }
 
 void MatrixGrid::TakeOverShape() {
   headerWidth_ = 0;
   ApplyWidths();
-  const int labels = model_->HeaderRows() == 0 ? model_->rowCount() : 2;
-  for (int row = 0; row < std::min(labels, model_->rowCount()); ++row)
-    WidenHeaderFor(model_->Text(row, 0));
+  WidenHeaderForLabels();
   if (!HasCurrentCell()) SetCurrentCell(model_->HeaderRows(), 1);
 }
 

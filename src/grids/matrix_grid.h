@@ -144,6 +144,7 @@ class MatrixGrid final : public QTableView {
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
   /// The same for all texts that may stand in the header column.
+  int LabelledRows() const;
   void WidenHeaderForLabels();
   void ApplyWidths();
   /// The model has another shape, by the doing of the grid that this one follows.
