@@ -87,9 +87,8 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
 struct Block {
   int first = 1;
   int last = 0;
-  bool missesPivot = false;  ///< Whether a column had none.
-  /// Pairs of rows, in the order of their exchange.
-  std::vector<std::pair<int, int>> exchanges;
+  bool missesPivot = false;            ///< Whether a column had none.
+  std::vector<RowExchange> exchanges;  ///< Which other columns have not made yet.
 };
 
 class Eliminator {
@@ -117,7 +116,6 @@ class Eliminator {
   void TakeSteps(const Block& block, int first, int last, int top, int bottom, int from, int to,
                  WorkMeter& meter);
   void Follow(const Block& block, int from, int to, WorkMeter& meter);
-  void FollowExchanges(const Block& block, int from, int to);
 
   Matrix& W_;
   const PivotRule rule_;
@@ -163,17 +161,14 @@ void Eliminator::RunShared(int columns) {
     isLast = !result_.complete || block.last == columns;
     Block next =
         isLast ? Block{block.last + 1, block.last, false, {}} : BlockFrom(block.last + 1, columns);
-    const Strips strips = StripsOf(next.last + 1, W_.Cols(), sizes_.sharedStrip);
-    SharePieces(meter_, strips.count + 2, [&](int piece, WorkMeter& meter) {
-      if (piece == 0) {
-        Follow(block, next.first, next.last, meter);
-        if (!isLast) EliminateBlock(next, next.last, meter);
-      } else if (piece <= strips.count) {
-        Follow(block, strips.First(piece - 1), strips.Last(piece - 1), meter);
-      } else {
-        FollowExchanges(block, 1, block.first - 1);
-      }
-    });
+    const Strips before = {1, block.first - 1, block.first - 1, block.first > 1 ? 1 : 0};
+    GoAhead(
+        meter_, before, StripsOf(next.last + 1, W_.Cols(), sizes_.sharedStrip),
+        [&](WorkMeter& meter) {
+          Follow(block, next.first, next.last, meter);
+          if (!isLast) EliminateBlock(next, next.last, meter);
+        },
+        [&](int from, int to, WorkMeter& meter) { Follow(block, from, to, meter); });
     block = std::move(next);
   }
 }
@@ -233,9 +228,8 @@ bool Eliminator::EliminatePanelColumn(Block& block, const View& panel, int first
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, j), panel(r, j + p));
     const int row = first + j;
     if (shared_) {
-      const int left = block.first - 1;
-      SwapNumbers(W_.Row(row) + left, W_.Row(row + p) + left, block.last - left);
-      block.exchanges.emplace_back(row, row + p);
+      block.exchanges.push_back({row, row + p});
+      ExchangeRows(W_, {&block.exchanges.back(), 1}, block.first, block.last);
     } else {
       SwapNumbers(W_.Row(row), W_.Row(row + p), W_.Cols());
     }
@@ -289,21 +283,15 @@ void Eliminator::TakeSteps(const Block& block, int first, int last, int top, int
   }
 }
 
-/// Columns behind a block do with it what its own columns did.
+/// Other columns do with a block what its own columns did; those before it only its exchanges.
 void Eliminator::Follow(const Block& block, int from, int to, WorkMeter& meter) {
-  FollowExchanges(block, from, to);
+  ExchangeRows(W_, block.exchanges, from, to);
+  if (to < block.first) return;
   for (int left = from; left <= to; left += sizes_.strip) {
     const int right = std::min(left + sizes_.strip - 1, to);
     TakeStepsInRows(block, block.first, block.last, left, right, meter);
   }
   TakeSteps(block, block.first, block.last, block.last + 1, W_.Rows(), from, to, meter);
-}
-
-void Eliminator::FollowExchanges(const Block& block, int from, int to) {
-  if (from > to) return;
-  for (const auto& [upper, lower] : block.exchanges) {
-    SwapNumbers(W_.Row(upper) + (from - 1), W_.Row(lower) + (from - 1), to - from + 1);
-  }
 }
 
 }  // namespace

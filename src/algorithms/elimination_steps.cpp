@@ -52,6 +52,13 @@ int PlaceOfLargest(double largest, const double* x, int count) {
   return place == count ? 0 : place;
 }
 
+void ExchangeRows(Matrix& W, std::span<const RowExchange> exchanges, int from, int to) {
+  if (from > to) return;
+  for (const auto& [upper, lower] : exchanges) {
+    SwapNumbers(W.Row(upper) + (from - 1), W.Row(lower) + (from - 1), to - from + 1);
+  }
+}
+
 void MoveNegated(double* x, int count, double* kept) {
   for (int k = 0; k < count; ++k) {
     const double number = x[k];

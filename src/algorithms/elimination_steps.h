@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <new>
+#include <span>
 #include <vector>
 
 #include "algorithms/ordered_product.h"
@@ -69,6 +70,15 @@ inline int PlaceOf(double magnitude, const double* x, int count) {
 
 /// Exchanges `count` numbers of x and y.
 inline void SwapNumbers(double* x, double* y, int count) { CurrentKernels().swap(x, y, count); }
+
+/// Two rows that changed places.
+struct RowExchange {
+  int upper;
+  int lower;
+};
+
+/// Exchanges these rows of W, one pair after the other, in the columns from..to alone.
+void ExchangeRows(Matrix& W, std::span<const RowExchange> exchanges, int from, int to);
 
 /// Copies x[k] to kept[k] and puts -x[k] in its place, for `count` numbers.
 void MoveNegated(double* x, int count, double* kept);

@@ -2,16 +2,13 @@
 #include "algorithms/gauss_jordan.h"
 
 #include <algorithm>
-#include <cfenv>
 #include <cmath>
-#include <cstddef>
-#include <numeric>
 #include <utility>
 #include <vector>
 
 #include "algorithms/elimination_steps.h"
+#include "algorithms/exchanger.h"
 #include "algorithms/ordered_product.h"
-#include "algorithms/pivot_search.h"
 #include "algorithms/shared_work.h"
 
 // Columns are exchanged block by block. The steps of a block are made in its own columns first, and
@@ -36,45 +33,13 @@
 namespace qmx {
 namespace {
 
-/// What the steps one by one and those in blocks have in common.
-class Exchanger {
- public:
-  Exchanger(Matrix& W, EqualPivots rule, const ExchangeSizes& sizes)
-      : W_(W), rule_(rule), sizes_(sizes), n_(W.Rows()) {
-    result_.order = Vector<int>(n_);
-    std::iota(result_.order.begin(), result_.order.end(), 1);
-    result_.pivots = Vector<double>(n_);
-  }
-
-  JordanExchange TakeStepByStep();
-
- protected:
-  template <class Element>
-  int PivotRow(int i, Element element) const;
-  template <class NextEqual>
-  int FirstNumber(int p, NextEqual next) const;
-  void NoteExchange(int i, int p);
-  void NotePivot(double pivot) { result_.pivots(++result_.steps) = pivot; }
-
-  Matrix& W_;
-  const EqualPivots rule_;
-  const ExchangeSizes& sizes_;
-  const int n_;
-  JordanExchange result_;
-
- private:
-  void ExchangeInShortRows(int i);
-  void ExchangeInLongRows(int i);
-};
-
 /// Columns that are exchanged before all others take their steps at once.
 struct Block {
   int first = 1;
   int last = 0;
-  int done = 0;       ///< The last column that was exchanged.
-  View factors = {};  ///< Of its steps, in the rows of the matrix.
-  /// Pairs of rows, in the order of their exchange.
-  std::vector<std::pair<int, int>> exchanges = {};
+  int done = 0;                             ///< The last column that was exchanged.
+  View factors = {};                        ///< Of its steps, in the rows of the matrix.
+  std::vector<RowExchange> exchanges = {};  ///< Which other columns have not made yet.
 
   /// Those of `steps` steps from `step` on in `rows` rows from `row` on.
   View Factors(int row, int step, int rows, int steps) const {
@@ -105,7 +70,7 @@ class BlockExchanger : public Exchanger {
   void Follow(const Block& block, int from, int to, WorkMeter& meter);
 
   int PivotRow(int i, const double* column, double largest) const;
-  void ExchangeRows(Block& block, int i, int p);
+  void TakePivotRow(Block& block, int i, int p);
 
   WorkMeter& meter_;
   const bool shared_;  ///< A block exchanges rows in its own columns alone; the others follow.
@@ -113,91 +78,6 @@ class BlockExchanger : public Exchanger {
   ColumnPanel panelFactors_;  ///< The factors of the steps of the panel in work.
   Matrix pivotRows_;          ///< U, without gaps between its rows; each strip has its own place.
 };
-
-/// The textbook loop itself.
-JordanExchange Exchanger::TakeStepByStep() {
-  for (int i = 1; i <= n_; ++i) {
-    const double* const top = W_.Row(1) + (i - 1);
-    const int p = PivotRow(i, [top, n = std::ptrdiff_t{n_}](int k) { return top[(k - 1) * n]; });
-    if (p == 0) {
-      result_.complete = false;
-      break;
-    }
-    if (p != i) {
-      std::swap_ranges(W_.Row(i), W_.Row(i) + n_, W_.Row(p));
-      NoteExchange(i, p);
-    }
-    if (n_ <= std::min(sizes_.shortRow, kMostShortRow)) {
-      ExchangeInShortRows(i);
-    } else {
-      ExchangeInLongRows(i);
-    }
-  }
-  return std::move(result_);
-}
-
-void Exchanger::NoteExchange(int i, int p) {
-  std::swap(result_.order(i), result_.order(p));
-  ++result_.exchanges;
-}
-
-/// Two stand-ins let the column of the step change like all others: with 1 for the pivot and -0 for
-/// the element of another row, -0 - f·1 is -f, whatever the sign of f, and 1 / p is the new
-/// diagonal element.
-void Exchanger::ExchangeInShortRows(int i) {
-  double* const upper = W_.Row(i);
-  const double pivot = std::exchange(upper[i - 1], 1.0);
-  for (int k = 1; k <= n_; ++k) {
-    if (k == i) continue;
-    double* const row = W_.Row(k);
-    const double f = std::exchange(row[i - 1], -0.0) / pivot;
-    for (int j = 0; j < n_; ++j) row[j] -= f * upper[j];
-  }
-  for (int j = 0; j < n_; ++j) upper[j] /= pivot;
-  // The pivot itself is divided, too. That is 1, and tells of an infinite one.
-  if (std::isinf(pivot)) std::feraiseexcept(FE_INVALID);
-  NotePivot(pivot);
-}
-
-void Exchanger::ExchangeInLongRows(int i) {
-  double* const upper = W_.Row(i);
-  const double pivot = upper[i - 1];
-  EliminateRows(upper + i - 1, W_.Row(1) + i - 1, n_, i - 1, i - 1, n_ - i);
-  if (i < n_) EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
-  for (int k = 1; k <= n_; ++k) W_(k, i) = -W_(k, i);
-  upper[i - 1] = pivot;
-  for (int j = 0; j < n_; ++j) upper[j] /= pivot;
-  upper[i - 1] = 1.0 / pivot;
-  NotePivot(pivot);
-}
-
-/// The row of the pivot of column i by the rule, 0 for none; element(k) is that of row k.
-template <class Element>
-int Exchanger::PivotRow(int i, Element element) const {
-  const bool upper = rule_ == EqualPivots::kUpperRow;
-  // With the upper row as the rule the diagonal element leads, even where it is no number.
-  int first = i;
-  while (!upper && first < n_ && std::isnan(element(first))) ++first;
-  const LargestElement found =
-      FindLargest(n_ - first + 1, [&](int k) { return element(first + k); });
-  if (found.magnitude == 0 || (!upper && std::isnan(found.magnitude))) return 0;
-  const int p = first + found.place;
-  if (upper || found.only) return p;
-  return FirstNumber(p, [&](int k) {
-    while (k <= n_ && std::abs(element(k)) != found.magnitude) ++k;
-    return k;
-  });
-}
-
-/// Of the rows from p on with the largest magnitude the one that stood highest in the beginning;
-/// next(k) is the first of them from row k on.
-template <class NextEqual>
-int Exchanger::FirstNumber(int p, NextEqual next) const {
-  for (int k = next(p + 1); k <= n_; k = next(k + 1)) {
-    if (result_.order(k) < result_.order(p)) p = k;
-  }
-  return p;
-}
 
 /// The same in a column that lies together and whose largest magnitude from row i on is known.
 int BlockExchanger::PivotRow(int i, const double* column, double largest) const {
@@ -211,11 +91,10 @@ int BlockExchanger::PivotRow(int i, const double* column, double largest) const 
   return FirstNumber(p, [&](int k) { return k + PlaceOf(largest, column + k - 1, n_ - k + 1); });
 }
 
-void BlockExchanger::ExchangeRows(Block& block, int i, int p) {
+void BlockExchanger::TakePivotRow(Block& block, int i, int p) {
   if (shared_) {
-    const int left = block.first - 1;
-    SwapNumbers(W_.Row(i) + left, W_.Row(p) + left, block.last - left);
-    block.exchanges.emplace_back(i, p);
+    block.exchanges.push_back({i, p});
+    ExchangeRows(W_, {&block.exchanges.back(), 1}, block.first, block.last);
   } else {
     SwapNumbers(W_.Row(i), W_.Row(p), n_);
   }
@@ -257,19 +136,14 @@ void BlockExchanger::RunShared() {
     isLast = !result_.complete || block.last == n_;
     const int ahead = isLast ? 0 : columns(block.last + 1);
     Block next = BlockFrom(block.last + 1, ahead, nextFactors);
-    const Strips left = StripsOf(1, block.first - 1, sizes_.sharedStrip);
-    const Strips right = StripsOf(next.last + 1, n_, sizes_.sharedStrip);
-    SharePieces(meter_, 1 + left.count + right.count, [&](int piece, WorkMeter& meter) {
-      if (piece == 0) {
-        Follow(block, next.first, next.last, meter);
-        if (!isLast) ExchangeBlock(next, next.first, next.last, meter);
-        return;
-      }
-      const bool isLeft = piece <= left.count;
-      const Strips& strips = isLeft ? left : right;
-      const int strip = isLeft ? piece - 1 : piece - 1 - left.count;
-      Follow(block, strips.First(strip), strips.Last(strip), meter);
-    });
+    GoAhead(
+        meter_, StripsOf(1, block.first - 1, sizes_.sharedStrip),
+        StripsOf(next.last + 1, n_, sizes_.sharedStrip),
+        [&](WorkMeter& meter) {
+          Follow(block, next.first, next.last, meter);
+          if (!isLast) ExchangeBlock(next, next.first, next.last, meter);
+        },
+        [&](int from, int to, WorkMeter& meter) { Follow(block, from, to, meter); });
     std::swap(factors, nextFactors);
     block = std::move(next);
   }
@@ -301,10 +175,7 @@ void BlockExchanger::ExchangeBlock(Block& block, int first, int last, WorkMeter&
 
 /// Columns outside a block do with it what its own columns did.
 void BlockExchanger::Follow(const Block& block, int from, int to, WorkMeter& meter) {
-  if (from > to) return;
-  for (const auto& [upper, lower] : block.exchanges) {
-    SwapNumbers(W_.Row(upper) + (from - 1), W_.Row(lower) + (from - 1), to - from + 1);
-  }
+  ExchangeRows(W_, block.exchanges, from, to);
   ApplyBlock(block, block.first, block.done, from, to, meter);
 }
 
@@ -331,7 +202,7 @@ bool BlockExchanger::ExchangePanelColumn(Block& block, const View& panel, const 
   const int p = PivotRow(i, column, largest);
   if (p == 0) return false;
   if (p != i) {
-    ExchangeRows(block, i, p);
+    TakePivotRow(block, i, p);
     for (int r = 0; r < panel.rows; ++r) std::swap(panel(r, i - 1), panel(r, p - 1));
     for (int r = 0; r < s; ++r) std::swap(factors(r, i - 1), factors(r, p - 1));
     const int earlier = first - block.first;

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <functional>
 #include <utility>
-#include <vector>
 
 #include "algorithms/ordered_product.h"
 #include "algorithms/shared_work.h"
@@ -24,18 +23,18 @@ bool IsReduced(const Matrix& M, int k) {
 /// What all reflections of one matrix work with.
 struct Reflection {
   Reflection(int order, WorkMeter& workMeter, const HessenbergSizes& blockSizes)
-      : sizes(blockSizes), meter(workMeter), H(Matrix::Unset(order, order)), u(order) {
-    const bool shared = order >= sizes.shareFrom && Team::Member() == 0;
-    strips.resize(shared ? SharedTeam().Members() : 1);
-    const int width = std::min(order, sizes.reflectionStrip);
-    for (Vector<double>& strip : strips) strip = Vector<double>(width * order);
-  }
+      : sizes(blockSizes),
+        meter(workMeter),
+        H(Matrix::Unset(order, order)),
+        u(order),
+        strips(order >= sizes.shareFrom,
+               Vector<double>(std::min(order, sizes.reflectionStrip) * order)) {}
 
   const HessenbergSizes& sizes;
   WorkMeter& meter;
-  Matrix H;                            ///< The reflector.
-  Vector<double> u;                    ///< Its vector, from 0 as the reflector sees it.
-  std::vector<Vector<double>> strips;  ///< Of a product, one for each member.
+  Matrix H;                          ///< The reflector.
+  Vector<double> u;                  ///< Its vector, from 0 as the reflector sees it.
+  PerMember<Vector<double>> strips;  ///< Of a product.
 };
 
 /// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
@@ -60,8 +59,7 @@ void FormReflector(const Matrix& M, int k, Reflection& work) {
 /// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
 void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to,
                  WorkMeter& meter) {
-  Vector<double>& strip = work.strips[work.strips.size() > 1 ? Team::Member() : 0];
-  const View product{strip.From(1), to.rows, to.cols, to.cols, 1};
+  const View product{work.strips.Own().From(1), to.rows, to.cols, to.cols, 1};
   if (A.cols <= std::min(work.sizes.tinyReflector, kMostTinyReflector)) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
@@ -76,7 +74,7 @@ template <class Form>
 void InStrips(int from, int to, int rest, Reflection& work, const Form& form) {
   const int most = work.sizes.reflectionStrip;
   const int all = to - from + 1;
-  if (work.strips.size() > 1 && rest >= work.sizes.shareFrom) {
+  if (work.strips.IsShared() && rest >= work.sizes.shareFrom) {
     const Strips strips = StripsOf(from, to, std::min(most, (all + 1) / 2), work.sizes.tile);
     SharePieces(work.meter, strips.count, [&](int piece, WorkMeter& meter) {
       form(strips.First(piece), strips.Last(piece) - strips.First(piece) + 1, meter);

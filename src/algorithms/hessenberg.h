@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vector>
-
 #include "algorithms/block_sizes.h"
 #include "algorithms/ordered_product.h"
+#include "algorithms/shared_work.h"
 #include "algorithms/work_meter.h"
 #include "base/matrix.h"
 #include "base/vector.h"
@@ -28,7 +27,7 @@ struct HessenbergQr {
   explicit HessenbergQr(int order, const HessenbergSizes& blockSizes = kBlockSizes.hessenberg);
 
   /// Whether the members of the team share a step on a block of this order, or as many columns.
-  bool Shares(int order) const { return rooms.size() > 1 && order >= sizes.shareCycleFrom; }
+  bool Shares(int order) const { return rooms.IsShared() && order >= sizes.shareCycleFrom; }
   /// The running member's steps x cols part of the coefficients, rows of which lie together.
   View Coefficients(int steps, int cols);
   /// For R, in rows of a tile each.
@@ -38,9 +37,9 @@ struct HessenbergQr {
   Matrix V;                    ///< Orthogonal columns, in the end divided by their norms.
   Vector<double> squaredNorm;  ///< Of the columns.
   Vector<double> norm;
-  /// For each member a strip of projections divided by squared norms; the first is later a strip of
-  /// rows of R, `tile` of them at most. None up to the small order.
-  std::vector<Vector<double>> rooms;
+  /// A strip of projections divided by squared norms, later a strip of rows of R, `tile` of them at
+  /// most; nothing up to the small order.
+  PerMember<Vector<double>> rooms;
   Vector<double> roomForR;  ///< Where members share steps.
 };
 

@@ -201,7 +201,7 @@ void HessenbergStep::FillQ() {
 void HessenbergStep::MultiplyAll() {
   for (int first = 1; first <= n_; first += tile_) {
     const int rows = std::min(tile_, n_ + 1 - first);
-    MultiplyRows(TakeRowsOfR(first, rows, work_.rooms[0].From(1)), first, rows, meter_);
+    MultiplyRows(TakeRowsOfR(first, rows, work_.rooms.Own().From(1)), first, rows, meter_);
   }
 }
 
@@ -263,17 +263,14 @@ void HessenbergStep::MultiplyRow(int i) {
 HessenbergQr::HessenbergQr(int order, const HessenbergSizes& blockSizes)
     : sizes(blockSizes), V(order, order), squaredNorm(order), norm(order) {
   if (order <= sizes.smallOrder) return;
-  const bool shared = order >= sizes.shareCycleFrom && Team::Member() == 0;
-  rooms.resize(shared ? SharedTeam().Members() : 1);
   const int half = LargestHalf(order, sizes.tile);
   const int coefficients = half * std::min(half, sizes.strip);
-  for (Vector<double>& room : rooms) {
-    room = Vector<double>(std::max(coefficients, order * sizes.tile));
-  }
+  rooms = {order >= sizes.shareCycleFrom,
+           Vector<double>(std::max(coefficients, order * sizes.tile))};
 }
 
 View HessenbergQr::Coefficients(int steps, int cols) {
-  Vector<double>& room = rooms[rooms.size() > 1 ? Team::Member() : 0];
+  Vector<double>& room = rooms.Own();
   assert(steps * cols <= room.Size());
   return {room.From(1), steps, cols, cols, 1};
 }

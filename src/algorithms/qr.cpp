@@ -99,15 +99,13 @@ bool GramSchmidt::FinishAllShared() {
   while (good && last < n) {
     const int next = last + 1;
     const int nextLast = end(next);
-    const Strips strips = StripsOf(nextLast + 1, n, sizes_.sharedStrip);
-    SharePieces(meter_, 1 + strips.count, [&](int piece, WorkMeter& meter) {
-      if (piece == 0) {
-        Project(first, last, next, nextLast, meter);
-        good = FinishBlock(next, nextLast, meter);
-      } else {
-        Project(first, last, strips.First(piece - 1), strips.Last(piece - 1), meter);
-      }
-    });
+    GoAhead(
+        meter_, {}, StripsOf(nextLast + 1, n, sizes_.sharedStrip),
+        [&](WorkMeter& meter) {
+          Project(first, last, next, nextLast, meter);
+          good = FinishBlock(next, nextLast, meter);
+        },
+        [&](int from, int to, WorkMeter& meter) { Project(first, last, from, to, meter); });
     first = next;
     last = nextLast;
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <vector>
 
 #include "algorithms/work_meter.h"
 #include "base/team.h"
@@ -71,6 +72,37 @@ void SharePieces(WorkMeter& whole, int pieces, const Work& work) {
   }
   whole.Add(others.Take());
 }
+
+/// Runs ahead(meter) as the first piece, and beside it follow(from, to, meter) for all strips: what
+/// comes next is made ready while the others catch up with what is done.
+template <class Ahead, class Follow>
+void GoAhead(WorkMeter& whole, const Strips& left, const Strips& right, const Ahead& ahead,
+             const Follow& follow) {
+  SharePieces(whole, 1 + right.count + left.count, [&](int piece, WorkMeter& meter) {
+    if (piece == 0) return ahead(meter);
+    const bool isRight = piece <= right.count;
+    const Strips& strips = isRight ? right : left;
+    const int strip = isRight ? piece - 1 : piece - 1 - right.count;
+    follow(strips.First(strip), strips.Last(strip), meter);
+  });
+}
+
+/// Something that every member of the team works with by itself; a single one where the work is not
+/// shared.
+template <class T>
+class PerMember {
+ public:
+  PerMember() = default;
+  PerMember(bool shared, const T& each)
+      : all_(shared && Team::Member() == 0 ? SharedTeam().Members() : 1, each) {}
+
+  bool IsShared() const { return all_.size() > 1; }
+  /// That of the running member.
+  T& Own() { return all_[IsShared() ? Team::Member() : 0]; }
+
+ private:
+  std::vector<T> all_;
+};
 
 /// Runs work(row, meter) for the rows 1..rows of a matrix of so many columns, which do not need
 /// each other; strips of them are shared where they have numbers enough.
