@@ -7,7 +7,8 @@
 #   ./bench.sh --cores [--loaded]         wall times of one and of all cores, idle or beside busy processes
 #   ./bench.sh --windows                  the windows alone, on a virtual display
 #   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
-# But for --cores the times are processor times of one thread; run it on an idle machine.
+# The times of the tasks are processor times of one thread, those of --cores, of starts and of the files of other programs wall
+# times; run it on an idle machine.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")"
 . scripts/packages.sh

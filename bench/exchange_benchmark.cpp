@@ -11,6 +11,7 @@
 
 #include "base/memory.h"
 #include "exchange/foreign_file.h"
+#include "operands.h"
 #include "table_reporter.h"
 
 namespace qmx::bench {
@@ -18,19 +19,8 @@ namespace {
 
 constexpr int kOrder = 2000;
 
-/// Entries in [-1, 1) with all of their digits, the same in every run.
-Matrix RandomMatrix(int n) {
-  Matrix A(n, n);
-  std::uint64_t state = 1;
-  for (std::size_t k = 0; k < A.Size(); ++k) {
-    state = state * 6364136223846793005U + 1442695040888963407U;
-    A.Data()[k] = static_cast<double>(state >> 11) * 0x1p-52 - 1;
-  }
-  return A;
-}
-
 void Read(benchmark::State& state, const ForeignChoice& choice) {
-  const std::string bytes = WriteForeign(RandomMatrix(kOrder), choice).content;
+  const std::string bytes = WriteForeign(RandomMatrix(kOrder, kOrder), choice).content;
   for (auto round : state) {
     static_cast<void>(round);
     const auto contents = InspectForeign(bytes);
@@ -40,7 +30,7 @@ void Read(benchmark::State& state, const ForeignChoice& choice) {
 }
 
 void Write(benchmark::State& state, const ForeignChoice& choice) {
-  const Matrix A = RandomMatrix(kOrder);
+  const Matrix A = RandomMatrix(kOrder, kOrder);
   for (auto round : state) {
     static_cast<void>(round);
     benchmark::DoNotOptimize(WriteForeign(A, choice));
@@ -67,7 +57,8 @@ int main(int argc, char** argv) {
   qmx::KeepFreedMemory();  // As the program does.
   benchmark::Initialize(&argc, argv);
   if (argc > 1) {
-    const auto bytes = qmx::WriteForeign(qmx::bench::RandomMatrix(qmx::bench::kOrder), {});
+    const auto bytes =
+        qmx::WriteForeign(qmx::bench::RandomMatrix(qmx::bench::kOrder, qmx::bench::kOrder), {});
     std::ofstream(argv[1], std::ios::binary) << bytes.content;
     return 0;
   }

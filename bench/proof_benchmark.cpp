@@ -12,6 +12,7 @@
 #include "algorithms/linear_system.h"
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
+#include "operands.h"
 #include "proof/proof.h"
 
 // What the check of a result's digits takes, beside what was estimated for it before it began
@@ -23,17 +24,6 @@ namespace {
 
 Progress unheard;
 
-/// Entries in [-1, 1), the same in every run.
-Matrix RandomMatrix(int rows, int cols) {
-  Matrix A(rows, cols);
-  std::uint64_t state = 1;
-  for (std::size_t k = 0; k < A.Size(); ++k) {
-    state = state * 6364136223846793005u + 1442695040888963407u;
-    A.Data()[k] = static_cast<double>(state >> 11) * 0x1p-52 - 1;
-  }
-  return A;
-}
-
 Matrix SymmetricMatrix(int n) {
   Matrix A = RandomMatrix(n, n);
   for (int i = 1; i <= n; ++i) {
@@ -42,7 +32,7 @@ Matrix SymmetricMatrix(int n) {
   return A;
 }
 
-/// The last row is the sum of the first two, exactly.
+/// The last row is half of the first, exactly.
 Matrix SingularMatrix(int n) {
   Matrix A = RandomMatrix(n, n);
   for (int j = 1; j <= n; ++j) A(n, j) = A(1, j) / 2;
