@@ -82,7 +82,6 @@ class DesktopScreen : public Panel,
   void WhenMade(std::function<void(QWidget& window)> told) { whenMade_ = std::move(told); }
   /// The window of a slot; null while there is none.
   GridWindow* Window(Slot slot) const { return windows_[slot].get(); }
-  DesktopWork& WorkShown() { return work_; }
   /// From now on the windows of results tell how many digits hold; `ask` is told where the user
   /// wants them to be checked, or wants that no longer, and `giveWay` before every computation.
   void WatchDigits(std::function<void(Slot, bool)> ask, std::function<void()> giveWay);

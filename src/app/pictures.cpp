@@ -28,10 +28,13 @@ void Pictures::Attach(GridWindow& window) {
 void Pictures::Show(GridWindow& matrix) {
   matrix.HideEntryBox();
   PictureWindow* picture = Window(matrix.Slot());
-  if (picture == nullptr) picture = Make(matrix);
+  if (picture == nullptr) {
+    picture = Make(matrix);
+  } else {
+    picture->View().Refresh();
+  }
   picture->setWindowState(picture->windowState() & ~Qt::WindowMinimized);
   picture->show();
-  picture->View().Refresh();
   picture->raise();
   picture->activateWindow();
 }

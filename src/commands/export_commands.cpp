@@ -25,11 +25,11 @@ void ExportSlot(Context& context, ForeignDialogs& dialogs, Slot slot) {
     return;
   }
   ForeignOutcome<std::string> written;
-  context.work.Run([&](Progress& progress) {
+  const auto compose = [&](Progress& progress) {
     progress.Report(0);
     written = WriteForeign(values, choice);
-    progress.Report(0.5);
-  });
+  };
+  context.work.Run(compose, "Writing " + BaseName(name));
   if (!written.Ok()) {
     context.dialogs.ShowMessage(
         {"The matrix cannot be exported. " + written.problem, Icon::kCritical});

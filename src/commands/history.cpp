@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "workspace/computation.h"
 #include "workspace/result_table.h"
 
 namespace qmx {
@@ -16,9 +18,18 @@ constexpr std::size_t kStepBytes = 4096;
 template <typename Action>
 void ForEachMatrix(const Workspace& workspace, Action action) {
   for (const SlotData& data : workspace.slots) action(data.array);
-  action(workspace.storedFactors.L);
-  action(workspace.storedFactors.U);
-  action(workspace.storedFactors.exchanges);
+  const auto ofFactors = [&action](const StoredFactors& factors) {
+    action(factors.L);
+    action(factors.U);
+    action(factors.exchanges);
+  };
+  ofFactors(workspace.storedFactors);
+  for (const auto& computation : workspace.computations) {
+    if (computation == nullptr) continue;
+    for (const Matrix& computed : computation->computed) action(computed);
+    action(computation->before);
+    ofFactors(computation->factors);
+  }
 }
 
 bool Same(const SlotData& one, const SlotData& two) {
@@ -121,10 +132,17 @@ void History::DropOldest() {
 std::size_t History::BytesOf(const Step& step, const Workspace& present) {
   if (step.cells) return kStepBytes / 16 + step.cells->values.Bytes();
   std::size_t bytes = kStepBytes;
+  std::vector<const Matrix*> known;
+  const auto isNew = [&known](const Matrix& matrix) {
+    return std::none_of(known.begin(), known.end(),
+                        [&](const Matrix* other) { return matrix.SharesWith(*other); });
+  };
+  ForEachMatrix(present, [&](const Matrix& matrix) { known.push_back(&matrix); });
+  // A slot and the computation that filled it share their elements.
   ForEachMatrix(step.state->workspace, [&](const Matrix& kept) {
-    bool isPresent = false;
-    ForEachMatrix(present, [&](const Matrix& matrix) { isPresent |= kept.SharesWith(matrix); });
-    if (!isPresent) bytes += kept.Bytes();
+    if (!isNew(kept)) return;
+    bytes += kept.Bytes();
+    known.push_back(&kept);
   });
   return bytes;
 }

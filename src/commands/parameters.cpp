@@ -22,7 +22,7 @@ void CopyRowsIntoColsCreated(Context& context) {
 }
 
 /// The controls that depend on the way of solving.
-constexpr std::array<Control, 5> kSolvingControls{cmdRetrieveLU, txtEquations, txtUnknowns,
+constexpr std::array<Control, kSolvingControlCount> kSolvingControls{cmdRetrieveLU, txtEquations, txtUnknowns,
                                                   cmdCreateSystem, cmdRetrieveSystem};
 
 void EnableSystemCreation(Context& context, bool enabled) {

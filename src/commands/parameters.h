@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -28,6 +29,9 @@ void SelectSystemMethod(Context& context, int method);
 /// What stands in the fields of the eigen task's parameters.
 EigenTexts ReadEigenTexts(const Panel& panel);
 
+/// How many controls are enabled, or not, by the way of solving.
+inline constexpr std::size_t kSolvingControlCount = 5;
+
 /// What the user sets on the main window and a project file holds: no step of its own.
 struct ProjectSettings {
   EigenTexts eigen;
@@ -35,7 +39,7 @@ struct ProjectSettings {
   std::string equations;
   std::string unknowns;
   /// Which of the controls are enabled that depend on the way of solving.
-  std::array<bool, 5> enabled{};
+  std::array<bool, kSolvingControlCount> enabled{};
   bool operator==(const ProjectSettings&) const = default;
 };
 

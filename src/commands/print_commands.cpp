@@ -10,10 +10,7 @@ namespace qmx {
 void PrintLines(Context& context, const std::vector<std::string>& lines, std::string_view font) {
   const int pages = context.printer.Prepare(lines, font);
   if (pages == 0) return;
-  if (pages <= Printer::kFewPages) {
-    Progress unheard;
-    return context.printer.Print(unheard);
-  }
+  if (pages <= Printer::kFewPages) return context.printer.Print(NoProgress());
   const std::string doing = "Printing " + CStr(pages) + " pages";
   context.view.SetStatus(doing + ". Stop ends it.");
   context.work.Run([&](Progress& progress) { context.printer.Print(progress); }, doing);

@@ -130,8 +130,7 @@ void Rehearse(const QPrinter& printer, const Rows& rows, const QFont& font, Prog
 }
 
 void PrintOn(QPrinter& printer, const Rows& rows, const QFont& font) {
-  Progress unheard;
-  Paint(printer, rows, font, unheard);
+  Paint(printer, rows, font, NoProgress());
   const bool failed =
       printer.printerState() == QPrinter::Error || printer.printerState() == QPrinter::Aborted;
   if (failed || !PrintingSystemTookTheJob()) RaisePrinterError();

@@ -24,7 +24,6 @@ class PictureView : public QWidget {
 
   /// The matrix may have changed.
   void Refresh();
-  const GridCell& Current() const { return current_; }
   /// What is seen at the current element.
   QString CurrentText() const;
   /// Draws the picture in another size, on a ground of its own.

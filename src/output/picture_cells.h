@@ -27,7 +27,6 @@ class PictureCells {
   int Rows() const { return rows_; }
   int Cols() const { return cols_; }
   int MatrixRows() const { return matrixRows_; }
-  int MatrixCols() const { return matrixCols_; }
   bool IsReduced() const { return rows_ != matrixRows_ || cols_ != matrixCols_; }
   /// Square (i, j), counted from 0.
   const PictureCell& At(int i, int j) const {

@@ -10,6 +10,7 @@
 #include "commands/parameters.h"
 #include "files/project_file.h"
 #include "support/core_walk.h"
+#include "workspace/computation.h"
 #include "workspace/task_numbers.h"
 
 namespace qmx {
@@ -134,6 +135,23 @@ TEST_F(HistoryTest, KeepsWithinItsMemoryAndDropsTheOldest) {
   int steps = 0;
   for (; !history.UndoName().empty(); ++steps) history.Undo(context);
   EXPECT_EQ(steps, 3);
+}
+
+TEST_F(HistoryTest, CountsWhatComputationsHoldToo) {
+  constexpr std::size_t kBytes = std::size_t{100} * 100 * 8;
+  EnterA(Matrix(100, 100));
+  History history(100 * kBytes);
+  for (int i = 0; i < 5; ++i) {
+    State before = CaptureState(context);
+    Matrix scaled(100, 100);
+    std::swap(workspace.A().array, scaled);
+    KeepChangeOfA(workspace, Computation::Change::kScaled, std::move(scaled), 2);
+    workspace.A().array.MakeOwn();  // As an edited cell does.
+    history.Push(context, "step", std::move(before));
+  }
+  // Of each step but the last: A as it was edited, and as it was computed.
+  EXPECT_GE(history.Bytes(), 8 * kBytes);
+  EXPECT_LE(history.Bytes(), 9 * kBytes);
 }
 
 class HistoryWalk : public test::RunnerBench, public ::testing::WithParamInterface<int> {
