@@ -5,8 +5,8 @@ set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../../src"
 
 # From the ground up. Everything before desktop links no Qt.
-floors=(base algorithms workspace output files proof exchange commands desktop grids app)
-first_with_qt=8
+floors=(base algorithms workspace output files proof derivation exchange commands desktop grids app)
+first_with_qt=9
 failed=0
 
 complain() {
