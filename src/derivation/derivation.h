@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "algorithms/eigenvalues.h"
 #include "base/matrix.h"
@@ -70,9 +71,11 @@ class Deriver {
   /// Rank, reduced row echelon form, null space, condition number and all eigenvalues of A, each
   /// with its steps.
   virtual Document MoreAbout(const Matrix& a, const DerivationLook& look) const = 0;
-  /// The fraction of at most 9 digits above and 9 below the line whose double is closest - exactly
-  /// the value, for one that is a short decimal; not known where there is none.
-  virtual ExactNumber AsFraction(double value) const = 0;
+  /// The exact elements of the result's matrices, in their order, row by row, for a grid that shows
+  /// fractions: known where they are rational and numerator and denominator have at most 9 digits.
+  /// Empty where the task has no such result or is too large to be done exactly in a second or so.
+  virtual std::vector<std::vector<ExactNumber>> ExactElements(const DerivationQuestion& question,
+                                                              const DerivationLook& look) const = 0;
 };
 
 /// The one that derives with exact fractions. Lives in the library of this folder.
