@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -93,11 +94,31 @@ struct Operator {
 
 using Piece = std::variant<Words, Name, Operator, ShownNumber, ShownMatrix>;
 
+/// What the words of a step do to the rows or the columns of the matrix before it, for whoever does
+/// it again.
+struct RowOperation {
+  enum class Kind {
+    kExchange,  ///< `target` and `source` change places.
+    kSubtract,  ///< `target` minus `factor` times `source`.
+    kDivide,    ///< `target` divided by `factor`.
+    kReorder,   ///< order[k - 1] becomes k.
+  };
+  Kind kind = Kind::kExchange;
+  bool isOfColumns = false;
+  int target = 0;
+  int source = 0;
+  double value = 0;    ///< The factor as the program computed it, with all its bits.
+  ShownNumber factor;  ///< The factor as the words show it, up to the sign.
+  std::vector<int> order = {};
+};
+
 /// A sentence with numbers in it, or a formula.
 struct Line {
   std::vector<Piece> pieces;
   /// On a line of its own, set apart.
   bool isFormula = false;
+  /// What the sentence says is done, where it says that something is done.
+  std::optional<RowOperation> operation = {};
 };
 
 struct Heading {

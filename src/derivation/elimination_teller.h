@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "derivation/plain_elimination.h"
+#include "derivation/scribe.h"
+
+namespace qmx {
+
+/// Which of the steps of a derivation are told.
+class StepChoice {
+ public:
+  /// Of `steps` for a matrix of this order: all, or the first and the last two.
+  StepChoice(int steps, int order) : steps_(steps), isFull_(order <= kFullOrder) {}
+  bool Tells(int step) const { return isFull_ || step <= kEnds || step > steps_ - kEnds; }
+  /// Says how many are left out, at the first that is.
+  void SayLeftOut(Scribe& scribe, int step) const;
+  bool IsFull() const { return isFull_; }
+
+ private:
+  static constexpr int kEnds = 2;
+  int steps_;
+  bool isFull_;
+};
+
+/// Tells where the exact value of a pivot and its double do not agree on being zero. True if they
+/// do not: there are no exact values from here on.
+bool TellParting(Scribe& scribe, const Traced& pivot);
+
+/// How an elimination is told.
+struct EliminationView {
+  std::vector<int> bars;  ///< Of the matrices shown.
+  bool pivoting = true;
+  bool stopsAtZero = false;  ///< As the rules of the elimination say.
+};
+
+/// Tells an elimination column by column while it runs.
+class EliminationTeller {
+ public:
+  /// `W` is the matrix that is eliminated, `steps` the number of its columns that are.
+  EliminationTeller(Scribe& scribe, const Elements<Traced>& W, int rows, int steps,
+                    EliminationView view);
+
+  void OnPivot(Elements<Traced>& W, int column, int row);
+  void OnNoPivot(Elements<Traced>& W, int column);
+  void OnExchange(int one, int two);
+  void OnSubtract(int target, const Traced& factor, int source);
+  void OnColumnDone(int column);
+
+  /// True once the exact values have been given up.
+  bool HasParted() const { return hasParted_; }
+  /// The pivots of a large matrix in a table; nothing for others.
+  void TellPivots() const;
+  /// The matrix as it is by now, multipliers shown as the zeros that they stand for.
+  ShownMatrix Now() const;
+
+ private:
+  struct ToldPivot {
+    int column;
+    int row;
+    Traced value;
+  };
+  void BeginColumn(int column);
+  void SayPivot(int column, int row, const Traced& pivot);
+  void ShowNow(int pivotColumn, int firstChanged, int lastChanged);
+
+  Scribe& scribe_;
+  const Elements<Traced>& W_;
+  int rows_;
+  EliminationView view_;
+  StepChoice choice_;
+  std::vector<ToldPivot> pivots_;
+  std::vector<bool> isDone_;  ///< Columns below whose diagonal there are zeros.
+  bool isTold_ = true;
+  bool hasParted_ = false;
+  bool hasChanged_ = false;  ///< Some row of this column changed.
+};
+
+}  // namespace qmx
