@@ -146,7 +146,9 @@ void DesktopScreen::BringResultsToFront() {
   QWidget* last = nullptr;
   for (QWidget* window : OpenWindows()) {
     const auto* grid = qobject_cast<GridWindow*>(window);
+    const auto* picture = qobject_cast<PictureWindow*>(window);
     if (grid != nullptr && HasPermanentFrame(grid->Slot())) continue;
+    if (picture != nullptr && HasPermanentFrame(picture->Slot())) continue;
     window->raise();
     last = window;
   }

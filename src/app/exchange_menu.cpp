@@ -104,6 +104,7 @@ void ExchangeMenu::AddExport(QMenu* file, QAction* before) {
           commands_.Do([this, slot](Context& context) { ExportSlot(context, dialogs_, slot); });
         });
     entry->setEnabled(false);
+    exports_[slot] = entry;
   }
 }
 
@@ -140,10 +141,7 @@ void ExchangeMenu::AcceptDrops() {
 
 void ExchangeMenu::Update(const Workspace& workspace) {
   hasA_ = workspace.ACreated;
-  for (const Slot slot : kAllSlots) {
-    const std::string name = "mnuExport_" + std::to_string(static_cast<int>(slot));
-    window_.Action(name.c_str())->setEnabled(HasMatrix(workspace, slot));
-  }
+  for (const Slot slot : kAllSlots) exports_[slot]->setEnabled(HasMatrix(workspace, slot));
 }
 
 void ExchangeMenu::Import(Slot target) {

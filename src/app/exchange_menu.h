@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <array>
 
 #include "app/desktop_foreign_dialogs.h"
 #include "app/desktop_screen.h"
@@ -45,6 +46,7 @@ class ExchangeMenu : public QObject {
   CommandRunner& commands_;
   DesktopForeignDialogs dialogs_;
   DesktopPrintPreview preview_;
+  std::array<QAction*, kSlotCount> exports_{};
   bool hasA_ = false;
   Slot dropTarget_ = kSlotA;
   std::string dropped_;          ///< In the system's bytes.

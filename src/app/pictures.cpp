@@ -52,13 +52,28 @@ PictureWindow* Pictures::Make(GridWindow& matrix) {
   QObject::connect(&matrix, &QObject::destroyed, picture, [picture] { delete picture; });
   picture->adjustSize();
   place_(*picture, slot);
+  WasDrawn(slot);
   return picture;
 }
 
 void Pictures::Refresh() {
-  for (const auto& picture : windows_) {
-    if (picture != nullptr && picture->isVisible()) picture->View().Refresh();
+  for (const Slot slot : kAllSlots) {
+    PictureWindow* picture = Window(slot);
+    if (picture == nullptr) {
+      drawn_[slot] = Matrix();
+    } else if (!WasDrawn(slot)) {
+      picture->View().Refresh();
+    }
   }
+}
+
+bool Pictures::WasDrawn(Slot slot) {
+  const Matrix& matrix = workspace_.At(slot).array;
+  // An editor's elements change one by one; a result's are others as a whole, or none is.
+  if (InfoOf(slot).IsEditor()) return false;
+  if (drawn_[slot].SharesWith(matrix)) return true;
+  drawn_[slot] = matrix.Shared();
+  return false;
 }
 
 void Pictures::CloseAll() {

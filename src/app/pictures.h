@@ -34,10 +34,14 @@ class Pictures {
  private:
   void Show(GridWindow& matrix);
   PictureWindow* Make(GridWindow& matrix);
+  /// True if the picture of a slot showed already what the slot holds; from now on it does.
+  bool WasDrawn(Slot slot);
 
   const Workspace& workspace_;
   Place place_;
   std::array<QPointer<PictureWindow>, kSlotCount> windows_;
+  /// The results that the open pictures show.
+  std::array<Matrix, kSlotCount> drawn_;
 };
 
 /// Asks for a file and saves the picture there, as PNG or SVG by the ending. A file that cannot be

@@ -9,6 +9,8 @@
 #include "app/settings.h"
 #include "app/window_geometry.h"
 #include "grids/grid_window.h"
+#include "grids/picture_window.h"
+#include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
@@ -16,7 +18,11 @@ namespace {
 constexpr QSize kUsualFrame(10, 30);
 
 QString KeyOf(const QWidget& window, const char* what) {
-  return "windows/" + window.objectName() + '/' + what;
+  QString name = window.objectName();
+  if (const auto* picture = qobject_cast<const PictureWindow*>(&window)) {
+    name += '_' + ToQString(InfoOf(picture->Slot()).name);
+  }
+  return "windows/" + name + '/' + what;
 }
 
 /// What the desktop adds around a window.

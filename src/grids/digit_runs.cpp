@@ -30,6 +30,18 @@ int HeldEnd(QStringView mantissa, int held) {
   return held > 0 ? static_cast<int>(mantissa.size()) : 0;
 }
 
+QColor Between(const QColor& text, const QColor& ground) {
+  const double all = Contrast(text, ground);
+  const double wanted = std::max(std::sqrt(all), std::min(kClear, std::sqrt(all) * 1.1));
+  double near = 0;
+  double far = 1;
+  for (int i = 0; i < kHalvings; ++i) {
+    const double middle = (near + far) / 2;
+    (Contrast(text, Mixed(text, ground, middle)) < wanted ? near : far) = middle;
+  }
+  return Mixed(text, ground, far);
+}
+
 }  // namespace
 
 std::vector<DigitRun> DigitRuns(const QString& text, int held) {
@@ -46,15 +58,15 @@ std::vector<DigitRun> DigitRuns(const QString& text, int held) {
 }
 
 QColor UnprovedColour(const QColor& text, const QColor& ground) {
-  const double all = Contrast(text, ground);
-  const double wanted = std::max(std::sqrt(all), std::min(kClear, std::sqrt(all) * 1.1));
-  double near = 0;
-  double far = 1;
-  for (int i = 0; i < kHalvings; ++i) {
-    const double middle = (near + far) / 2;
-    (Contrast(text, Mixed(text, ground, middle)) < wanted ? near : far) = middle;
-  }
-  return Mixed(text, ground, far);
+  // A grid asks for the same two colours cell by cell.
+  struct Found {
+    QColor text;
+    QColor ground;
+    QColor colour;
+  };
+  static Found last;
+  if (last.text != text || last.ground != ground) last = {text, ground, Between(text, ground)};
+  return last.colour;
 }
 
 }  // namespace qmx

@@ -80,7 +80,9 @@ void MatrixGrid::PaintText(QPainter& painter, const QRect& room, int row, int co
   // A number that does not fit is cut off: what is left of it keeps one colour.
   auto runs = proved ? DigitRuns(whole, *proved) : std::vector<DigitRun>{};
   if (runs.size() > 1 && text != whole) runs.resize(1);
-  const QColor other = proved ? UnprovedColour(colour, Background(row, col)) : colour;
+  const bool isGrey =
+      std::any_of(runs.begin(), runs.end(), [](auto& run) { return !run.isProved; });
+  const QColor other = isGrey ? UnprovedColour(colour, Background(row, col)) : colour;
   if (runs.size() < 2) {
     painter.setPen(runs.empty() || runs.front().isProved ? colour : other);
     painter.drawText(room, across | Qt::AlignVCenter, text);

@@ -17,6 +17,7 @@ namespace qmx {
 
 PictureWindow::PictureWindow(qmx::Slot slot, PictureView::Source matrix)
     : QWidget(nullptr, Qt::Window),
+      slot_(slot),
       view_(new PictureView(std::move(matrix),
                             slot == kSlotEigenvalues ? LinePicture : MatrixPicture, this)),
       told_(new QLabel(this)) {

@@ -18,6 +18,8 @@ class PictureWindow : public QWidget {
   PictureWindow(qmx::Slot slot, PictureView::Source matrix);
 
   PictureView& View() { return *view_; }
+  /// The matrix that it shows.
+  qmx::Slot Slot() const { return slot_; }
 
  Q_SIGNALS:
   /// The picture is to be saved to a file that the user names.
@@ -30,6 +32,7 @@ class PictureWindow : public QWidget {
   void Tell(const QString& text);
   void Copy();
 
+  qmx::Slot slot_;
   PictureView* view_;
   QLabel* told_;
 };

@@ -8,6 +8,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolTip>
@@ -15,6 +16,7 @@
 #include "app/pictures.h"
 #include "output/picture_colours.h"
 #include "support/desktop_bench.h"
+#include "workspace/task_numbers.h"
 
 namespace qmx::test {
 namespace {
@@ -121,6 +123,47 @@ TEST_F(PictureTest, ItFollowsItsMatrix) {
   Main().activateWindow();
   Click(cmdTask(16));
   EXPECT_EQ(Told(view), "Row 1, column 1: 2");
+}
+
+TEST_F(PictureTest, ThatOfAResultIsDrawnAgainOnlyWithTheResult) {
+  Enter(kSlotA, 2, 2, {"1", "2", "3", "4"});
+  Main().activateWindow();
+  Click(cmdTask(kTaskTranspose));
+  PictureView& view = Open(kSlotTranspose);
+  QSignalSpy drawn(&view, &PictureView::CurrentChanged);
+  Window(kSlotA).activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotA)));
+  Key(Qt::Key_Home, Qt::ControlModifier);
+  Keys("9");
+  EXPECT_EQ(drawn.count(), 0);
+  Main().activateWindow();
+  Click(cmdTask(kTaskTranspose));
+  EXPECT_GT(drawn.count(), 0);
+  EXPECT_EQ(Told(view), "Row 1, column 1: 9");
+  program.Runner().Undo();
+  EXPECT_EQ(Told(view), "Row 1, column 1: 1");
+}
+
+TEST_F(PictureTest, EachHasItsOwnPlace) {
+  Enter(kSlotA, 1, 1, {"1"});
+  Main().activateWindow();
+  Click(cmdTask(kTaskTranspose));
+  for (const auto& [slot, left] : {std::pair(kSlotA, 40), std::pair(kSlotTranspose, 440)}) {
+    Open(slot).window()->move(left, 330);
+    Key(Qt::Key_Escape);
+    QTest::qWait(0);
+  }
+  EXPECT_EQ(Open(kSlotA).window()->pos(), QPoint(40, 330));
+  EXPECT_EQ(Open(kSlotTranspose).window()->pos(), QPoint(440, 330));
+}
+
+TEST_F(PictureTest, ThatOfAnOperandIsNoResultInFront) {
+  Enter(kSlotA, 1, 1, {"1"});
+  Main().activateWindow();
+  Click(cmdTask(kTaskTranspose));
+  Open(kSlotA);
+  Main().Action("mnuResultsInFront")->trigger();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Window(kSlotTranspose)));
 }
 
 TEST_F(PictureTest, AResetClosesIt) {
