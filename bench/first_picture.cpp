@@ -12,8 +12,6 @@
 #include <set>
 #include <thread>
 
-extern char** environ;
-
 namespace qmx::bench {
 namespace {
 

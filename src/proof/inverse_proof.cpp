@@ -9,7 +9,7 @@
 // Up to some order the inverse comes from the elimination itself, whose radii grow with the order.
 // Larger ones are enclosed around an approximate inverse R, which takes fewer bits: with E = I -
 // A·R and the norm of E below 1, A^-1 - R = R·E·(I - E)^-1 (Rump, Verification methods: rigorous
-// results using floating-point arithmetic, 2010, 10.1).
+// results using floating-point arithmetic, Acta Numerica 19, 2010, 10.1).
 
 namespace qmx {
 namespace {

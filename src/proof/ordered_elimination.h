@@ -11,7 +11,7 @@
 namespace qmx {
 
 /// A = L·U in ball arithmetic with the rows as they stand, for an m x n matrix of any shape
-/// (Crout's form; Golub & Van Loan, Matrix Computations, 3.2.9). A column that is proved to be zero
+/// (Crout's form; Golub & Van Loan, Matrix Computations, 3.2). A column that is proved to be zero
 /// at and below its diagonal is skipped: its multipliers are zero.
 ///
 /// Where a pivot cannot be told from zero, or is zero with something else below it, the factors are

@@ -10,7 +10,7 @@
 namespace qmx {
 
 /// Gaussian elimination with row exchanges in ball arithmetic, column by column with dot products
-/// (Crout's form; Golub & Van Loan, Matrix Computations, 3.2.9). Every pivot is proved to differ
+/// (Crout's form; Golub & Van Loan, Matrix Computations, 3.2). Every pivot is proved to differ
 /// from zero. A column in which no element below the earlier pivots can be proved to do so gets no
 /// pivot and is free; the others go on without it.
 ///

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Runs the linter over all sources that are compiled for this system, but for benchmarks and fuzzers.
+# Runs the linter over all sources that are compiled for this system.
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 cmake --preset lint >/dev/null
@@ -16,6 +16,6 @@ lint() {
 export -f lint
 
 # The largest first, so that no core waits for the last one.
-sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$build/compile_commands.json" | grep -vE "^$PWD/(build|bench|fuzz)/" | sort -u |
+sed -n 's/^  "file": "\(.*\)",\{0,1\}$/\1/p' "$build/compile_commands.json" | grep -vE "^$PWD/build/" | sort -u |
   xargs ls -S | xargs -P "$(nproc)" -n 1 bash -c 'lint "$1"' lint
 echo "The linter has nothing to say."
