@@ -47,15 +47,20 @@ struct GridState : ViewState {
 
 ControlState StateOf(QObject* control) {
   ControlState state{control, {}, true, false, true};
-  if (const auto* widget = qobject_cast<QWidget*>(control)) {
-    state.enabled = widget->isEnabledTo(widget->parentWidget());
-    state.visible = !widget->isHidden();
+  if (!control->isWidgetType()) {
+    if (const auto* action = qobject_cast<QAction*>(control)) state.enabled = action->isEnabled();
+    return state;
   }
-  if (const auto* action = qobject_cast<QAction*>(control)) state.enabled = action->isEnabled();
-  if (const auto* field = qobject_cast<QLineEdit*>(control)) state.text = field->text();
-  if (const auto* label = qobject_cast<QLabel*>(control)) state.text = label->text();
-  if (const auto* button = qobject_cast<QAbstractButton*>(control))
+  const auto* widget = static_cast<QWidget*>(control);
+  state.enabled = widget->isEnabledTo(widget->parentWidget());
+  state.visible = !widget->isHidden();
+  if (const auto* label = qobject_cast<QLabel*>(control)) {
+    state.text = label->text();
+  } else if (const auto* button = qobject_cast<QAbstractButton*>(control)) {
     state.checked = button->isChecked();
+  } else if (const auto* field = qobject_cast<QLineEdit*>(control)) {
+    state.text = field->text();
+  }
   return state;
 }
 

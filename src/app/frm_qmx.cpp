@@ -152,13 +152,15 @@ void frmQMX::BuildStatusBar() {
 
 void frmQMX::IndexControls() {
   for (QObject* control : findChildren<QObject*>()) {
-    if (!control->objectName().isEmpty()) controls_.insert(control->objectName(), control);
+    const QString name = control->objectName();
+    if (!name.isEmpty()) controls_.insert_or_assign(name.toStdString(), control);
   }
-  const QWidget* latest = Latest();
+  latest_ = panels_->findChild<LatestResult*>();
   for (QWidget* control : panels_->findChildren<QWidget*>()) {
     const QString name = control->objectName();
-    const bool isControl = controls_.contains(name) && controls_.value(name) == control &&
-                           !latest->isAncestorOf(control);
+    const auto known = controls_.find(name.toStdString());
+    const bool isControl =
+        known != controls_.end() && known->second == control && !latest_->isAncestorOf(control);
     // What is told of results follows from them.
     const bool isTold = name.startsWith("lblStale") || name.contains("DigitsOf");
     if (isControl && !isTold) commandControls_.append(control);
@@ -167,10 +169,9 @@ void frmQMX::IndexControls() {
 }
 
 QObject* frmQMX::Find(const Control& control) const {
-  return controls_.value(QString::fromStdString(control.ObjectName()));
+  const auto known = controls_.find(control.ObjectName());
+  return known == controls_.end() ? nullptr : known->second;
 }
-
-LatestResult* frmQMX::Latest() const { return panels_->findChild<LatestResult*>(); }
 
 QAction* frmQMX::Action(const char* name) const { return findChild<QAction*>(name); }
 

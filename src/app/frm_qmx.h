@@ -2,12 +2,13 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QLabel>
 #include <QList>
 #include <QMainWindow>
 #include <QProgressBar>
 #include <QPushButton>
+#include <string>
+#include <unordered_map>
 
 #include "workspace/controls.h"
 
@@ -26,7 +27,7 @@ class frmQMX : public QMainWindow {
   /// The control or menu entry with this name; null where there is none.
   QObject* Find(const Control& control) const;
   QAction* Action(const char* name) const;
-  LatestResult* Latest() const;
+  LatestResult* Latest() const { return latest_; }
   /// What holds all controls but those of menus and status bar.
   const QWidget* Panels() const { return panels_; }
   /// The controls whose texts and states commands change.
@@ -63,9 +64,10 @@ class frmQMX : public QMainWindow {
   void IndexControls();
   void ResizeToPanels();
 
-  QHash<QString, QObject*> controls_;
+  std::unordered_map<std::string, QObject*> controls_;
   QList<QObject*> commandControls_;
   QWidget* panels_ = nullptr;
+  LatestResult* latest_ = nullptr;
   QWidget* taskPanel_ = nullptr;
   QLabel* status_ = nullptr;
   QString message_;

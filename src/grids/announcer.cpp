@@ -37,7 +37,8 @@ Announcer::Announcer(QWidget* window) : QWidget(window) {
 void Announcer::Say(const QString& text) {
   hide();
   setAccessibleName(text);
-  show();
+  // Nobody listens, and to be shown takes longer than a small task.
+  if (QAccessible::isActive()) show();
 }
 
 }  // namespace qmx
