@@ -1,25 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include <optional>
+#include <utility>
+
 #include "derivation/elimination_teller.h"
+#include "derivation/exact_matrix.h"
 #include "derivation/families.h"
+#include "derivation/terms.h"
 
 namespace qmx {
 namespace {
 
-/// det(A) = − p1 · p2 · ... = value
-void ShowProduct(Scribe& scribe, const Elements<Traced>& W, int exchanges, const Traced& value) {
-  Line line = MakeLine(Name{"det"}, Sign("("), Name{"A"}, Sign(")"), kEquals);
-  if (exchanges % 2 != 0) line.pieces.emplace_back(Sign("−"));
-  for (int k = 1; k <= W.Rows(); ++k) {
-    if (k > 1) line.pieces.emplace_back(Sign("·"));
-    const bool isEnclosed = W(k, k).value < 0 && (k > 1 || exchanges % 2 != 0);
-    if (isEnclosed) line.pieces.emplace_back(Sign("("));
-    line.pieces.emplace_back(Show(W(k, k)));
-    if (isEnclosed) line.pieces.emplace_back(Sign(")"));
-  }
-  line.pieces.emplace_back(kEquals);
-  line.pieces.emplace_back(Show(value));
-  line.isFormula = true;
-  scribe.Add(std::move(line));
+/// What the determinant is without rounding, where the steps have lost that.
+void TellExactDeterminant(Scribe& scribe, const Matrix& A) {
+  const std::optional<Rational> exact = ExactDeterminant(ElementsOf<Traced>(A), A.Rows());
+  if (exact) scribe.Say("Without rounding the determinant of A is ", ShowExact(*exact), ".");
 }
 
 void SaySign(Scribe& scribe, int exchanges) {
@@ -39,6 +33,26 @@ void SaySign(Scribe& scribe, int exchanges) {
 
 }  // namespace
 
+void TellDiagonalProduct(Scribe& scribe, const Elements<Traced>& W, int exchanges,
+                         const Traced& value, Line line) {
+  SaySign(scribe, exchanges);
+  if (W.Rows() <= kMostTerms) {
+    if (exchanges % 2 != 0) line.pieces.emplace_back(Sign("−"));
+    for (int k = 1; k <= W.Rows(); ++k) {
+      if (k > 1) line.pieces.emplace_back(Sign("·"));
+      if (k > 1 || exchanges % 2 != 0) {
+        AppendFactor(line, W(k, k));
+      } else {
+        line.pieces.emplace_back(Show(W(k, k)));
+      }
+    }
+    if (W.Rows() > 1) line.pieces.emplace_back(kEquals);
+  }
+  if (W.Rows() != 1) line.pieces.emplace_back(Show(value));
+  line.isFormula = true;
+  scribe.Add(std::move(line));
+}
+
 void DeriveDeterminant(const DerivationQuestion& question, Scribe& scribe) {
   const int n = question.a.Rows();
   Elements<Traced> W = ElementsOf<Traced>(question.a, n <= kMostExactOrder);
@@ -51,15 +65,12 @@ void DeriveDeterminant(const DerivationQuestion& question, Scribe& scribe) {
   }
   EliminationTeller teller(scribe, W, n, n - 1, {{}, true, true});
   int exchanges = 0;
-  const Traced value = PlainDeterminant(W, teller, exchanges);
+  const Traced value = plain::Determinant(W, teller, exchanges);
   teller.TellPivots();
   scribe.Step("The determinant");
-  SaySign(scribe, exchanges);
-  if (n <= kMostShownRows) {
-    ShowProduct(scribe, W, exchanges, value);
-  } else {
-    scribe.Formula(Name{"det"}, Sign("("), Name{"A"}, Sign(")"), kEquals, value);
-  }
+  TellDiagonalProduct(scribe, W, exchanges, value,
+                      MakeLine(Name{"det"}, Sign("("), Name{"A"}, Sign(")"), kEquals));
+  if (teller.HasParted()) TellExactDeterminant(scribe, question.a);
 }
 
 }  // namespace qmx

@@ -26,7 +26,7 @@ bool TellParting(Scribe& scribe, const Traced& pivot) {
   if (!PartsAtZero(pivot)) return false;
   if (pivot.value != 0) {
     scribe.Say(
-        "Without rounding this pivot would be 0; the ", pivot,
+        "Without rounding this would be 0; the ", pivot,
         " is rounding alone. The program divides by it all the same, which fractions cannot: "
         "from here on there are decimals alone.");
   } else {

@@ -8,6 +8,29 @@
 
 namespace qmx {
 
+void DeriveElementwise(const DerivationQuestion& question, Scribe& scribe);  ///< Sum, difference.
+void DeriveProduct(const DerivationQuestion& question, Scribe& scribe);
+void DeriveTranspose(const DerivationQuestion& question, Scribe& scribe);
+void DeriveTrace(const DerivationQuestion& question, Scribe& scribe);
+void DeriveSymmetry(const DerivationQuestion& question, Scribe& scribe);
 void DeriveDeterminant(const DerivationQuestion& question, Scribe& scribe);
+void DeriveInverse(const DerivationQuestion& question, Scribe& scribe);
+void DeriveAdjointByInverse(const DerivationQuestion& question, Scribe& scribe);
+void DeriveAdjointByCofactors(const DerivationQuestion& question, Scribe& scribe);
+void DeriveLu(const DerivationQuestion& question, Scribe& scribe);
+void DeriveQr(const DerivationQuestion& question, Scribe& scribe);
+void DeriveDefiniteness(const DerivationQuestion& question, Scribe& scribe);
+void DeriveEigenvalues(const DerivationQuestion& question, Scribe& scribe);
+void DeriveEigenvectors(const DerivationQuestion& question, Scribe& scribe);
+void DeriveSolution(const DerivationQuestion& question, Scribe& scribe);
+void DeriveSolutionByFactors(const DerivationQuestion& question, Scribe& scribe);
+void DeriveLeastSquares(const DerivationQuestion& question, Scribe& scribe);
+
+/// adj(A) = the matrix, element (row, col) framed; 0, 0 for all of them marked as found.
+void ShowAdjoint(Scribe& scribe, const Elements<Traced>& adjoint, int row, int col);
+/// det(A) = − p(1) · p(2) · ... = value, and why that sign: the diagonal of W after an elimination
+/// with so many exchanges. `line` begins the formula.
+void TellDiagonalProduct(Scribe& scribe, const Elements<Traced>& W, int exchanges,
+                         const Traced& value, Line line);
 
 }  // namespace qmx

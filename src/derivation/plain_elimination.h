@@ -12,20 +12,28 @@
 // Gaussian elimination as all tasks of the program do it (Golub & Van Loan, Matrix Computations,
 // 3.4), one row after the other, watched by whoever tells of it.
 
-namespace qmx {
+namespace qmx::plain {
 
-/// Hears nothing.
+/// Hears nothing, of any loop.
 struct NoWatcher {
-  template <class T>
-  void OnPivot(Elements<T>& /*W*/, int /*column*/, int /*row*/) {}
-  template <class T>
-  void OnNoPivot(Elements<T>& /*W*/, int /*column*/) {}
+  template <class... Event>
+  void OnPivot(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnNoPivot(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnSubtract(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnDivide(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnProjection(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnNorm(Event&&... /*event*/) {}
+  template <class... Event>
+  void OnMinor(Event&&... /*event*/) {}
   void OnExchange(int /*one*/, int /*two*/) {}
-  template <class T>
-  void OnSubtract(int /*target*/, const T& /*factor*/, int /*source*/) {}
-  template <class T>
-  void OnDivide(int /*target*/, const T& /*factor*/) {}
+  void OnColumn(int /*column*/) {}
   void OnColumnDone(int /*column*/) {}
+  void OnRow(int /*row*/) {}
 };
 
 struct EliminationRules {
@@ -113,7 +121,7 @@ T SignOf(int exchanges) {
 
 /// The determinant of a square W, which is used up.
 template <class T, class Watcher>
-T PlainDeterminant(Elements<T>& W, Watcher& watcher, int& exchanges) {
+T Determinant(Elements<T>& W, Watcher& watcher, int& exchanges) {
   const int n = W.Rows();
   exchanges = Eliminate(W, {n, n - 1, true, true}, watcher).exchanges;
   T product(1.0);
@@ -122,21 +130,20 @@ T PlainDeterminant(Elements<T>& W, Watcher& watcher, int& exchanges) {
 }
 
 template <class T>
-struct PlainLu {
+struct LuFactors {
   Elimination elimination;
   Elements<T> L;
   Elements<T> U;
 };
 
-/// The factors of P·A = L·U; L is empty where the elimination was refused.
+/// The factors of P·A = L·U of the A that stands in lu.U; L is empty where the elimination was
+/// refused.
 template <class T, class Watcher>
-PlainLu<T> FactorPlainLu(Elements<T> A, bool pivoting, Watcher& watcher) {
-  const int m = A.Rows();
-  const int most = std::min(m, A.Cols());
-  PlainLu<T> lu;
-  lu.U = std::move(A);
+void FactorLu(LuFactors<T>& lu, bool pivoting, Watcher& watcher) {
+  const int m = lu.U.Rows();
+  const int most = std::min(m, lu.U.Cols());
   lu.elimination = Eliminate(lu.U, {m, most, pivoting, false}, watcher);
-  if (lu.elimination.refusedColumn != 0) return lu;
+  if (lu.elimination.refusedColumn != 0) return;
   lu.L = Elements<T>(m, m);
   for (int r = 1; r <= m; ++r) {
     lu.L(r, r) = T(1.0);
@@ -145,7 +152,6 @@ PlainLu<T> FactorPlainLu(Elements<T> A, bool pivoting, Watcher& watcher) {
       lu.U(r, c) = T(0.0);
     }
   }
-  return lu;
 }
 
-}  // namespace qmx
+}  // namespace qmx::plain

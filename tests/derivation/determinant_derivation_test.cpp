@@ -6,24 +6,13 @@
 #include "algorithms/determinant.h"
 #include "base/number_text.h"
 #include "derivation/operands.h"
+#include "derivation/questions.h"
 #include "derivation/replay.h"
 
 namespace qmx::testing {
 namespace {
 
-DerivationQuestion Ask(const Matrix& A) {
-  DerivationQuestion question;
-  question.task = DerivationTask::kDeterminant;
-  question.a = A;
-  return question;
-}
-
-Document Derive(const Matrix& A) { return ExactDeriver().Derive(Ask(A), {}); }
-
-ShownNumber ResultOf(const Document& document) {
-  const Line* line = FindFormula(document, "det(A)=");
-  return line == nullptr ? ShownNumber() : LastNumber(*line);
-}
+Document DeriveDeterminant(const Matrix& A) { return Derive(Ask(DerivationTask::kDeterminant, A)); }
 
 /// The product of the diagonal, with the sign of the exchanges that were done again.
 Rational ProductOfDiagonal(const Document& document, const Replayed& replayed) {
@@ -42,10 +31,10 @@ TEST(DeterminantDerivation, StepsDoneAgainGiveTheDeterminant) {
   OperandSource source(11);
   for (int round = 0; round < 300; ++round) {
     const Matrix A = source.Square();
-    const Document document = Derive(A);
+    const Document document = DeriveDeterminant(A);
     const Replayed replayed = Replay(document, A);
     ASSERT_TRUE(replayed.faults.empty()) << Joined(replayed.faults) << TextOf(document);
-    const ShownNumber result = ResultOf(document);
+    const ShownNumber result = ResultOf(document, "det(A)=");
     Progress unheard;
     const double determinant = Determinant(A, unheard);
     EXPECT_EQ(result.decimal, std::isfinite(determinant) ? CStr(determinant) : "");
@@ -58,7 +47,7 @@ TEST(DeterminantDerivation, StepsDoneAgainGiveTheDeterminant) {
 }
 
 TEST(DeterminantDerivation, SaysEachStep) {
-  const Document document = Derive(MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 10}}));
+  const Document document = DeriveDeterminant(MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 10}}));
   EXPECT_EQ(TextOf(document), R"(# Determinant of A
 A=[1 2 3; 4 5 6; 7 8 10]
 Subtracting multiples of rows makes the elements below the diagonal 0, column by column, and leaves the determinant as it is.

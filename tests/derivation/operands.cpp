@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "derivation/operands.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
 namespace qmx::testing {
 namespace {
 
@@ -81,6 +85,32 @@ Rational DeterminantOf(RationalMatrix A) {
     }
   }
   return determinant;
+}
+
+RationalMatrix SolutionOf(RationalMatrix A, RationalMatrix B) {
+  const int n = A.Rows();
+  for (int i = 1; i <= n; ++i) {
+    int p = i;
+    while (A(p, i).IsZero()) ++p;
+    for (int j = 1; j <= n; ++j) std::swap(A(i, j), A(p, j));
+    for (int j = 1; j <= B.Cols(); ++j) std::swap(B(i, j), B(p, j));
+    for (int k = 1; k <= n; ++k) {
+      if (k == i) continue;
+      const Rational factor = A(k, i) / A(i, i);
+      for (int j = 1; j <= n; ++j) A(k, j) -= factor * A(i, j);
+      for (int j = 1; j <= B.Cols(); ++j) B(k, j) -= factor * B(i, j);
+    }
+  }
+  for (int i = 1; i <= n; ++i) {
+    for (int j = 1; j <= B.Cols(); ++j) B(i, j) /= A(i, i);
+  }
+  return B;
+}
+
+RationalMatrix UnitMatrix(int n) {
+  RationalMatrix unit(n, n);
+  for (int i = 1; i <= n; ++i) unit(i, i) = Rational(1.0);
+  return unit;
 }
 
 RationalMatrix ProductOf(const RationalMatrix& A, const RationalMatrix& B) {

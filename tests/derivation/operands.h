@@ -30,6 +30,9 @@ class OperandSource {
 
 /// The determinant by elimination in exact numbers, without an order of pivots that anybody gave.
 Rational DeterminantOf(RationalMatrix A);
+/// The solution of A·X = B for a regular A, exactly.
+RationalMatrix SolutionOf(RationalMatrix A, RationalMatrix B);
+RationalMatrix UnitMatrix(int n);
 /// The product, exactly.
 RationalMatrix ProductOf(const RationalMatrix& A, const RationalMatrix& B);
 RationalMatrix TransposeOf(const RationalMatrix& A);

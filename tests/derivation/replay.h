@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,9 @@ Rational ValueOf(const ExactNumber& number);
 std::string TextOf(const Line& line);
 std::string TextOf(const Document& document);
 
-/// All matrices of formulas `letter` = matrix (index and power as in "A", "L2", "A^-1"), in order.
-std::vector<ShownMatrix> MatricesNamed(const Document& document, const std::string& name);
-/// The last number of the formula that begins with these texts.
+/// The last number of a line.
 ShownNumber LastNumber(const Line& line);
+/// The first formula that begins so.
 const Line* FindFormula(const Document& document, const std::string& beginning);
 
 /// What a replay came upon.
@@ -44,9 +44,16 @@ Replayed Replay(const Document& document, const Matrix& start);
 Replayed Replay(const Document& document, const RationalMatrix& exact, const Matrix& computed);
 
 /// The cells of a matrix: decimals are the texts of `computed`; exact values, where they are known,
-/// those of `exact`. Tells what differs.
+/// those of `exact`, which is empty where none is to be known. Tells what differs.
 std::vector<std::string> Differences(const ShownMatrix& shown, const Matrix& computed,
                                      const RationalMatrix& exact);
+
+/// The same for the decimals alone.
+std::vector<std::string> DecimalDifferences(const ShownMatrix& shown, const Matrix& computed);
+
+/// The exact values of a matrix, if all are written.
+std::optional<RationalMatrix> ExactlyShown(const ShownMatrix& shown);
+bool AreEqual(const RationalMatrix& one, const RationalMatrix& two);
 
 std::string Joined(const std::vector<std::string>& faults);
 
