@@ -6,6 +6,7 @@
 #include "base/arithmetic.h"
 #include "derivation/derivation.h"
 #include "derivation/families.h"
+#include "derivation/more_about.h"
 
 namespace qmx {
 namespace {
@@ -126,8 +127,10 @@ class Fractions final : public Deriver {
     }
     return document;
   }
-  Document MoreAbout(const Matrix& /*a*/, const DerivationLook& /*look*/) const override {
-    return {};
+  Document MoreAbout(const Matrix& a, const DerivationLook& look) const override {
+    const KeepArithmeticFaults faults;
+    const LibraryCaches caches;
+    return MoreAboutMatrix(a, look);
   }
   std::vector<std::vector<ExactNumber>> ExactElements(
       const DerivationQuestion& /*question*/, const DerivationLook& /*look*/) const override {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "derivation/document_reading.h"
@@ -25,6 +26,7 @@ constexpr Script kScripts[] = {
     {'5', "₅", "⁵"}, {'6', "₆", "⁶"}, {'7', "₇", "⁷"}, {'8', "₈", "⁸"}, {'9', "₉", "⁹"},
     {'-', "₋", "⁻"}, {'+', "₊", "⁺"}, {'T', "", "ᵀ"},  {'i', "ᵢ", "ⁱ"}, {'j', "ⱼ", "ʲ"},
     {'k', "ₖ", "ᵏ"}, {'n', "ₙ", "ⁿ"}, {'m', "ₘ", "ᵐ"}, {'p', "ₚ", "ᵖ"}, {'r', "ᵣ", "ʳ"},
+    {'a', "ₐ", "ᵃ"}, {'x', "ₓ", "ˣ"}, {',', ",", ","},
 };
 
 /// A text lowered or raised; empty where a character has no such form.
@@ -159,6 +161,11 @@ std::string TableText(const Table& table, NumberForm form) {
   return text;
 }
 
+bool IsOperation(const Block& block) {
+  const auto* line = std::get_if<Line>(&block);
+  return line != nullptr && line->operation.has_value();
+}
+
 std::string Legend(const MarksInUse& marks) {
   std::string text;
   if (marks.pivot) text += "[ ] around a number: the pivot.\n";
@@ -172,8 +179,11 @@ std::string Legend(const MarksInUse& marks) {
 std::string PlainText(const Document& document, NumberForm form) {
   std::string text;
   if (LacksTitle(document)) text += HeadingText({document.title, 1});
+  bool isOperation = false;
   for (const Block& block : document.blocks) {
-    if (!text.empty()) text += "\n";
+    // What is done to one row after the other stands together.
+    const bool wasOperation = std::exchange(isOperation, IsOperation(block));
+    if (!text.empty() && !(wasOperation && isOperation)) text += "\n";
     if (const auto* heading = std::get_if<Heading>(&block)) {
       text += HeadingText(*heading);
     } else if (const auto* line = std::get_if<Line>(&block)) {

@@ -73,9 +73,10 @@ TEST(DocumentText, AFormulaWiderThanAPageIsBrokenBehindAMatrix) {
 }
 
 TEST(DocumentText, IndicesWithoutASignOfTheirOwnAreWrittenOut) {
-  EXPECT_EQ(TextOf(Formula({Name{"x", "max"}})), "    x_(max)\n");
+  EXPECT_EQ(TextOf(Formula({Name{"x", "max"}})), "    xₘₐₓ\n");
   EXPECT_EQ(TextOf(Formula({Name{"x", "12", "k+1"}})), "    x₁₂ᵏ⁺¹\n");
   EXPECT_EQ(TextOf(Formula({Name{"A", "", "H"}})), "    A^H\n");
+  EXPECT_EQ(TextOf(Formula({Name{"x", "old"}})), "    x_(old)\n");
 }
 
 TEST(DocumentText, ATitleIsWrittenWhereTheDocumentHasNoHeadingOfItsOwn) {
