@@ -63,7 +63,7 @@ struct Advice {
   std::string_view instead;
 };
 
-constexpr std::array<Advice, 13> kAdvice{{
+constexpr auto kAdvice = std::to_array<Advice>({
     {"Backspace", true, "press Delete, or type over it"},
     {"Enter", true, "it is stored already; an arrow leads on"},
     {"Escape", true, "Ctrl+Z takes back what you typed"},
@@ -77,7 +77,7 @@ constexpr std::array<Advice, 13> kAdvice{{
     {"ij", false, "elements are real numbers"},
     {"\u2212\u2013\u2014", false, "type - for minus"},
     {" _'\u00a0", false, "digits stand without a gap"},
-}};
+});
 
 std::string_view WhatInstead(std::string_view key) {
   for (const Advice& advice : kAdvice) {

@@ -7,6 +7,8 @@
 #include <array>
 #include <vector>
 
+#include "algorithms/work_meter.h"
+#include "base/progress.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_instruction_sets.h"
@@ -246,6 +248,25 @@ TEST(OrderedProductTest, TheProgramUsesTheWidestInstructionSet) {
     EXPECT_TRUE(!HasInstructionSet(set) || BestInstructionSet() >= set);
   }
   EXPECT_TRUE(HasInstructionSet(BestInstructionSet()));
+}
+
+/// One whose parts are reported while it goes on.
+TEST(OrderedProductTest, ALongThinOneIsDoneInParts) {
+  testing::Dice dice(1907);
+  const Matrix a = testing::RealMatrix(dice, 12000, 129);
+  const Matrix b = testing::RealMatrix(dice, 129, 100);
+  Matrix together = testing::RealMatrix(dice, 12000, 100);
+  Matrix inParts = together;
+  struct Counter : Progress {
+    int count = 0;
+    void Report(double) override { ++count; }
+  } counter;
+  WorkMeter meter(counter, 12000.0 * 129 * 100);
+  AddProduct(Part(a, 1, 1, 12000, 129), Part(b, 1, 1, 129, 100), Part(together, 1, 1, 12000, 100));
+  AddProduct(Part(a, 1, 1, 12000, 129), Part(b, 1, 1, 129, 100), Part(inParts, 1, 1, 12000, 100),
+             meter);
+  EXPECT_EQ(inParts, together);
+  EXPECT_GE(counter.count, 2);
 }
 
 }  // namespace

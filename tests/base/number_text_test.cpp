@@ -287,6 +287,11 @@ TEST(ParseNumber, TakesExactlyOneFiniteNumber) {
   EXPECT_EQ(ParseNumber("+1E-20"), 1e-20);
   EXPECT_EQ(ParseNumber("5."), 5);
   EXPECT_EQ(ParseNumber("1e-999"), 0);
+  const std::string zeros(400, '0');
+  EXPECT_EQ(ParseNumber("." + zeros + "1e50"), 0);
+  EXPECT_EQ(ParseNumber("1" + zeros + "e-800"), 0);
+  EXPECT_FALSE(ParseNumber("1" + zeros + ".5e-50").has_value());
+  EXPECT_FALSE(ParseNumber("." + zeros + "1e900").has_value());
   for (const char* text : {"", " ", "1 ", " 1", "1,", "abc", "1e", "1e+", "+", "-", ".", "1e999",
                            "-1e999", "inf", "nan", "0x1p3", "1d3", "1.2.3", "--1"})
     EXPECT_FALSE(ParseNumber(text).has_value()) << '"' << text << '"';

@@ -90,6 +90,7 @@ TEST(BlockText, DecimalCommasThatMayBeSomethingElseAreRefused) {
 
 TEST(BlockText, ThousandsSeparatorsAreRefused) {
   EXPECT_EQ(Read("1,234.5\t1"), std::string("row 1, column 1 of it is \"1,234.5\"") + kComma);
+  EXPECT_EQ(Read("1,234.5"), std::string("row 1, column 1 of it is \"1,234.5\"") + kComma);
   EXPECT_EQ(Read("1,234,567"), std::string("row 1, column 1 of it is \"1,234,567\"") + kComma);
   EXPECT_EQ(Read("1.234,5"), std::string("row 1, column 1 of it is \"1.234,5\"") + kComma);
   EXPECT_EQ(Read("1.234.567\t1"), "row 1, column 1 of it is \"1.234.567\", which is no number.");

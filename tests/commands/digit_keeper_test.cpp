@@ -121,6 +121,39 @@ TEST_F(DigitKeeperTest, FactorsAreAskedAboutInTheOrderOfTheirRows) {
   EXPECT_EQ(Line(kSlotPermutation), "All digits hold: this is the order of rows that was used");
 }
 
+TEST_F(DigitKeeperTest, OnlyWhatTheTaskHasReadIsAskedAbout) {
+  Press(kTaskTranspose);
+  Computation computation = *workspace.computations[kResultTranspose];
+  computation.aRows = 1;
+  EXPECT_EQ(DigitQuestion(workspace, kResultTranspose, computation).a, Rows({{2, 1}}));
+  computation.aRows = 2;
+  computation.aCols = 1;
+  EXPECT_EQ(DigitQuestion(workspace, kResultTranspose, computation).a, Rows({{2}, {1}}));
+  computation.aCols = 3;
+  EXPECT_EQ(DigitQuestion(workspace, kResultTranspose, computation).a.Size(), 0U);
+}
+
+TEST_F(DigitKeeperTest, OnlyEigenvectorsHaveNumbersAboveTheirColumns) {
+  const auto headers = [this](Result result) {
+    keeper.Follow(workspace);
+    for (;;) {
+      const std::optional<DigitCheck> next = keeper.Next(workspace);
+      if (!next) return std::string("no check");
+      auto finding = RunDigitCheck(prover, *next, [] { return false; });
+      std::string found;
+      for (const auto& cells : finding->matrices) found += cells->header == nullptr ? '-' : 'h';
+      keeper.Take(workspace, *next, std::move(*finding));
+      if (next->result == result) return found;
+    }
+  };
+  Press(kTaskLU);
+  EXPECT_EQ(headers(kResultLU), "--");
+  Press(kTaskQR);
+  EXPECT_EQ(headers(kResultQR), "--");
+  Press(kTaskEigen);
+  EXPECT_EQ(headers(kResultEigenvectors), "-h");
+}
+
 TEST_F(DigitKeeperTest, ASolutionIsAskedAboutAsItWasFound) {
   EnterSystem(Rows({{2, 1, 3}, {1, 3, 4}}));
   PressSolve(context);

@@ -41,6 +41,7 @@ TEST_F(ImportCommands, ATableBecomesAAsAfterRetrieve) {
   EXPECT_EQ(workspace.currentFileName, "f");
   workspace.currentFileName.clear();
   EXPECT_EQ(Array(kSlotA), Rows({{1, 2.5}, {-3, 4}}));
+  EXPECT_EQ(screen.progress.back(), 1);
   EXPECT_EQ(Text(txtRowsA), "2");
   EXPECT_TRUE(workspace.ACreated);
   // The main window came to the front once more.

@@ -96,6 +96,12 @@ TEST_F(SystemColumns, WhatDoesNotFitIsRefused) {
   Reset(kSlotB);
   EnterB(Rows({{3}, {4}}));
   EXPECT_EQ(refusal(), "Can't have more unknowns than equations");
+  workspace.At(kSlotB) = {Matrix(2, 0), 2, 0};
+  EXPECT_EQ(refusal(), "A matrix without elements gives no equations.");
+  workspace.At(kSlotA) = {Matrix(2, 0), 2, 0};
+  workspace.At(kSlotB) = {Rows({{3}, {4}}), 2, 1};
+  EXPECT_EQ(refusal(), "A matrix without elements gives no equations.");
+  workspace.At(kSlotA) = {Rows({{2, 1, 1}, {1, 3, 1}}), 2, 3};
   memory.available = 10;
   EXPECT_EQ(refusal(), "A matrix of this size does not fit into the memory of this computer.");
 }

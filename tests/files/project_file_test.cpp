@@ -184,11 +184,21 @@ TEST_F(ProjectFileTest, ChecksTheEigenSection) {
       {"1,2,3,4,1\n1,1\n2,0,1\n1\n2000000000,1\n1\n",
        "Line 8: expected a file long enough for the 2000000000 elements of the eigenvectors, but "
        "found \"1\"."},
+      {"1,2,3,4,1\nx,1\n2,0,1\n1\n1,1\n1\n",
+       "Line 5: expected the number of rows of the eigenvalues, but found \"x\"."},
+      {"1,2,3,4,1\n1,x\n2,0,1\n1\n1,1\n1\n",
+       "Line 5: expected the number of columns of the eigenvalues, but found \"x\"."},
       {"1,2,3,4,2000000000\n1,1\n2,0,1\n",
        "Line 7: expected the value of eigenvalue 2, but found the end of the file."},
   };
   for (const auto& [bytes, problem] : kBad)
     EXPECT_EQ(ReadProjectFile(EigenProject(bytes)).problem, problem);
+  // Only the vectors that were found stand in the file, but there is a column for each.
+  memory.available = 50;
+  const std::string found = "1,2,3,4,2\n2,1\n2,0,1\n3,1,2\n1\n2,2\n1 0\n";
+  EXPECT_TRUE(ReadProjectFile(EigenProject(found)).Ok());
+  EXPECT_EQ(ReadProjectFile(EigenProject(found), memory).problem,
+            "Line 10: expected a size of the eigenvectors that fits into memory, but found \"0\".");
 }
 
 TEST_F(ProjectFileTest, ChecksThatExchangesNameRows) {

@@ -68,6 +68,19 @@ TEST(RecordWriter, WritesAMatrixOfAnySizeElementByElement) {
   EXPECT_EQ(whole.Take(), single.Take());
 }
 
+TEST(RecordWriter, TellsHowFarItIsOnceInManyNumbers) {
+  struct Recorder : Progress {
+    std::vector<double> told;
+    void Report(double fraction) override { told.push_back(fraction); }
+  } progress;
+  const Matrix values(256, 256);
+  RecordWriter writer(values.Size(), progress);
+  for (int i = 1; i <= 256; ++i) {
+    for (int j = 1; j <= 256; ++j) writer.PrintNumber(values(i, j));
+  }
+  EXPECT_EQ(progress.told, (std::vector<double>{0.25, 0.5, 0.75, 1}));
+}
+
 TEST(RecordWriter, ReplacesWhatIsNoNumber) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   RecordWriter writer;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <set>
 
 #include "base/number_text.h"
 #include "support/core_rows.h"
@@ -107,6 +108,20 @@ TEST(PrintedTable, SmallTablesAreLargeAndLongOnesNeverVanish) {
   PrintedTable stamps("x", small, 7);
   stamps.LayOut({1, 1});
   EXPECT_EQ(stamps.Pages(), 9);
+}
+
+TEST(PrintedTable, TheGapShrinksOnlyInTheSmallestPrint) {
+  Matrix ones(50, 300);
+  for (std::size_t k = 0; k < ones.Size(); ++k) ones.Data()[k] = 1;
+  PrintedTable table("x", ones, 7);
+  std::set<double> seen;
+  for (int width = 60; width < 700; width += 1) {
+    table.LayOut({static_cast<double>(width), 800});
+    const double font = table.Size().font;
+    seen.insert(font);
+    EXPECT_EQ(table.Page(1)[3].find(" 1 1 ") != std::string::npos, font < 8) << width;
+  }
+  EXPECT_TRUE(seen.contains(8) && seen.contains(7)) << seen.size();
 }
 
 TEST(TableNumber, TakesThreeMorePlacesBehindThePoint) {
