@@ -60,6 +60,15 @@ TEST(BlockText, BlanksQuotesAndTheMinusSignOfUnicodeAreTolerated) {
 constexpr const char* kComma =
     ". A decimal point is needed, not a comma; tabs or semicolons separate numbers.";
 
+TEST(BlockText, BlanksOfSeveralKindsAreTakenOffBothEnds) {
+  const std::string nbsp = "\xC2\xA0";
+  const std::string narrow = "\xE2\x80\xAF";
+  for (const std::string& blanks : {std::string("   "), nbsp + nbsp, narrow + nbsp + " "}) {
+    EXPECT_EQ(Read("1\t" + blanks + "2"), "1x2: 1 2") << blanks;
+    EXPECT_EQ(Read("1" + blanks + "\t2"), "1x2: 1 2") << blanks;
+  }
+}
+
 TEST(BlockText, ACommaThatMayBeADecimalOneIsRefused) {
   EXPECT_EQ(Read("1,5"), std::string("row 1, column 1 of it is \"1,5\"") + kComma);
   EXPECT_EQ(Read("1.5\t2\n3\t-2,5E3"), std::string("row 2, column 2 of it is \"-2,5E3\"") + kComma);

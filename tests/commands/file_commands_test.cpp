@@ -238,7 +238,8 @@ TEST_F(FileCommands, ARefusedFileDoesNotBecomeTheCurrentOne) {
     refuse(name, [&] { RetrieveOperand(context, kSlotA); });
     refuse(name, [&] { RetrieveSystem(context); });
     refuse(name, [&] { RetrieveLU(context); });
-    refuse(name, [&] { OpenNamedProject(context, name); });
+    refuse(name, [&] { EXPECT_FALSE(OpenNamedProject(context, name)); });
+    refuse(name, [&] { EXPECT_FALSE(OpenKeptProject(context, name)); });
   }
   refuse("unfit", [&] { RetrieveLU(context); });
   refuse("bad", [&] { OpenProject(context); });

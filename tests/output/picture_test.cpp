@@ -176,6 +176,22 @@ TEST(PictureColour, ZeroIsLikeNoOtherNumber) {
   }
 }
 
+/// The whole palette: other colours would be another look.
+TEST(PictureColour, ItsPaletteIsThis) {
+  const auto palette = [](bool dark) {
+    std::vector<int> all;
+    for (const double value : {0.0, -1e-9, -0.5, -1.0, 1e-9, 0.5, 1.0}) {
+      const Rgb colour = PictureColour(value, 1, dark);
+      all.insert(all.end(), {colour.red, colour.green, colour.blue});
+    }
+    return all;
+  };
+  EXPECT_EQ(palette(false), (std::vector<int>{190, 190, 190, 232, 241, 252, 91, 155, 213, 8, 48,
+                                              107, 255, 244, 228, 240, 150, 50, 127, 45,  0}));
+  EXPECT_EQ(palette(true), (std::vector<int>{105, 105, 105, 18, 28,  44,  44, 110, 180, 178, 218,
+                                             255, 44,  28,  14, 190, 100, 20, 255, 214, 150}));
+}
+
 TEST(PictureColour, GoesByTheShareOfTheLargest) {
   EXPECT_EQ(PictureColour(3, 6, false), PictureColour(0.5, 1, false));
   EXPECT_EQ(PictureColour(1e300, 1e300, true), PictureColour(1, 1, true));

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 #include <set>
 
@@ -108,6 +109,28 @@ TEST(PrintedTable, SmallTablesAreLargeAndLongOnesNeverVanish) {
   PrintedTable stamps("x", small, 7);
   stamps.LayOut({1, 1});
   EXPECT_EQ(stamps.Pages(), 9);
+}
+
+TEST(PrintedTable, NoPageIsLongerOrWiderThanThePaper) {
+  const Matrix values = Random(500, 90);
+  PrintedTable table("Matrix A", values, 7);
+  for (const Paper& paper : {kA4, Paper{785.2, 538.6}, Paper{300, 200}}) {
+    table.LayOut(paper);
+    const PrintSize size = table.Size();
+    for (int page = 1; page <= table.Pages(); ++page) {
+      const std::vector<std::string> lines = table.Page(page);
+      // Below the table an empty line and the number of the page.
+      EXPECT_LE((static_cast<double>(lines.size()) + 2) * size.line, paper.height);
+      for (std::size_t k = 2; k < lines.size(); ++k)
+        ASSERT_LE(static_cast<double>(lines[k].size()) * size.character, paper.width) << page;
+    }
+    // Nor is there room for a row more where more pages follow.
+    if (table.ExtentOf(1).lastRow < 500) {
+      const double blocks = table.ExtentOf(1).lastRow;
+      const double most = std::floor(paper.height / size.line) - 5;
+      EXPECT_EQ(std::ceil(500 / blocks), std::ceil(500 / most));
+    }
+  }
 }
 
 TEST(PrintedTable, TheGapShrinksOnlyInTheSmallestPrint) {
