@@ -22,6 +22,8 @@
 #include "algorithms/qr.h"
 #include "base/memory.h"
 #include "base/team.h"
+#include "files/field_scanner.h"
+#include "files/record_writer.h"
 #include "operands.h"
 #if defined(QMX_BENCH_LIBRARIES)
 #include "libraries.h"
@@ -70,6 +72,22 @@ std::function<void()> Cycle(int n) {
   };
 }
 
+std::function<void()> Writing(int n) {
+  return [A = RandomMatrix(n, n)] {
+    RecordWriter writer(A.Size());
+    writer.PrintNumbers(A);
+  };
+}
+
+std::function<void()> Reading(int n) {
+  RecordWriter writer;
+  writer.PrintNumbers(RandomMatrix(n, n));
+  return [bytes = writer.Take(), values = Matrix(n, n)]() mutable {
+    FieldScanner scanner(bytes);
+    scanner.ReadNumbers(values.Data(), values.Size());
+  };
+}
+
 std::vector<Task> Tasks() {
   std::vector<Task> tasks{
       {"product", {100, 200, 300, 500, 1000}, On([](auto& A) { Product(A, A, unheard); }), {}},
@@ -80,6 +98,8 @@ std::vector<Task> Tasks() {
       {"cofactors", {30, 60, 100}, On([](auto& A) { AdjointByCofactors(A, unheard); }), {}},
       {"reduction", {100, 200, 300}, Reduction, {}},
       {"cycle", {200, 300, 500}, Cycle, {}},
+      {"writing", {100, 200, 300, 1000}, Writing, {}},
+      {"reading", {100, 200, 300, 1000}, Reading, {}},
   };
 #if defined(QMX_BENCH_LIBRARIES)
   tasks[0].library = On([](auto& A) { OpenBlasProduct(A, A); });

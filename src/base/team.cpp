@@ -34,6 +34,7 @@ constexpr milliseconds kAloneAtFirst(20);
 constexpr milliseconds kAloneAtMost(1000);
 
 thread_local int thisMember = 0;
+thread_local bool staysAlone = false;
 
 void Pause() {
 #if defined(__x86_64__)
@@ -96,7 +97,7 @@ void Team::Start() {
 
 void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
   assert(pieces <= kMostPieces);
-  const bool alone = pieces < 2 || Members() == 1 || thisMember != 0 ||
+  const bool alone = pieces < 2 || Members() == 1 || thisMember != 0 || staysAlone ||
                      busy_.exchange(true, std::memory_order_acquire);
   if (alone) {
     for (int piece = 0; piece < pieces; ++piece) work(piece);
@@ -256,6 +257,12 @@ Team*& TeamInUse() {
 }  // namespace
 
 Team& SharedTeam() { return *TeamInUse(); }
+
+StayAlone::StayAlone() : before_(std::exchange(staysAlone, true)) {}
+
+StayAlone::~StayAlone() { staysAlone = before_; }
+
+bool StayAlone::IsWanted() { return staysAlone; }
 
 UseTeam::UseTeam(Team& team) : before_(std::exchange(TeamInUse(), &team)) {}
 UseTeam::~UseTeam() { TeamInUse() = before_; }

@@ -52,7 +52,8 @@ class Team {
   /// first one counts, as in a loop; pieces behind it are not begun any more. Where Stopped is
   /// thrown, by a piece or while waiting, nothing else is begun and Stopped is thrown on.
   ///
-  /// Called by a piece, or while another thread's job is running, it is a plain loop.
+  /// Called by a piece, while another thread's job is running, or by a thread that stays alone, it
+  /// is a plain loop.
   void Share(int pieces, Work work, WhileWaiting whileWaiting);
 
   /// Wakes members that sleep, so that they are there when a job comes in a moment.
@@ -108,6 +109,22 @@ class Team {
 /// The team that computations are shared with: by default as many members as the process may use
 /// cores, at most as many as the environment's QMX_THREADS says where that is a number from 1 on.
 Team& SharedTeam();
+
+/// While it lives, jobs of the running thread are plain loops: for what is done in the background
+/// and must take no other core.
+class StayAlone {
+ public:
+  StayAlone();
+  ~StayAlone();
+  StayAlone(const StayAlone&) = delete;
+  StayAlone& operator=(const StayAlone&) = delete;
+
+  /// Whether the running thread stays alone.
+  static bool IsWanted();
+
+ private:
+  bool before_;
+};
 
 /// For tests and benchmarks: while it lives, SharedTeam is this one.
 class UseTeam {

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <utility>
 
+#include "base/team.h"
+
 namespace qmx {
 namespace {
 
@@ -101,6 +103,7 @@ void LastSession::WriteNow() {
 }
 
 void LastSession::Write(const Compose& compose) {
+  const StayAlone alone;
   QElapsedTimer time;
   time.start();
   try {

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "base/number_text.h"
+#include "base/team.h"
 
 namespace qmx {
 namespace {
@@ -29,6 +30,13 @@ const char* AfterLineEnd(const char* at, const char* end) {
 
 bool EndsField(char c) { return IsBlank(c) || c == ',' || c == '\r' || c == '\n'; }
 
+// The bytes of a piece that is read by itself, how many of them each member gets at a time, and
+// from how many numbers on that pays.
+constexpr std::ptrdiff_t kPieceBytes = 1 << 16;
+constexpr int kPiecesEach = 4;
+constexpr int kMostPieces = 64;
+constexpr std::size_t kShareFrom = 16384;
+
 /// Up to a few characters of a field, fit for a message box.
 std::string Excerpt(const char* at, const char* end) {
   constexpr int kLongest = 24;
@@ -51,6 +59,10 @@ const char* FieldScanner::SkipEmptyLines(const char* from) const {
   const char* at = SkipBlanks(from, end_);
   while (const char* next = AfterLineEnd(at, end_)) at = SkipBlanks(next, end_);
   return at;
+}
+
+void FieldScanner::ReportPlace() {
+  progress_->Report(static_cast<double>(at_ - start_) / static_cast<double>(end_ - start_));
 }
 
 bool FieldScanner::LastLineMayLackItsEnd() const { return std::find(start_, end_, '\r') == end_; }
@@ -101,11 +113,72 @@ bool FieldScanner::ReadNumber(double& value) {
   return fieldEnd != nullptr && FinishField(fieldEnd);
 }
 
+/// What is read by itself, from the beginning of a line on.
+struct FieldScanner::Piece {
+  const char* from;
+  const char* to;
+  std::vector<double> values;
+  bool isWhole = false;  ///< Everything could be read.
+  const char* at = nullptr;
+  const char* lastField = nullptr;
+};
+
+void FieldScanner::ReadPiece(const char* end, Piece& piece) {
+  double value = 0;
+  piece.isWhole = true;
+  while (piece.isWhole && SkipEmptyLines(at_) < end) {
+    piece.isWhole = ReadNumber(value);
+    if (piece.isWhole) piece.values.push_back(value);
+  }
+  piece.at = at_;
+  piece.lastField = lastField_;
+}
+
+std::vector<FieldScanner::Piece> FieldScanner::PiecesFrom(const char* from) const {
+  const int wanted = std::min(kPiecesEach * SharedTeam().Members(), kMostPieces);
+  std::vector<Piece> pieces;
+  while (static_cast<int>(pieces.size()) < wanted && end_ - from > kPieceBytes) {
+    const char* to = std::find(from + kPieceBytes, end_, '\n');
+    if (to == end_) break;
+    pieces.push_back({from, to + 1, {}});
+    from = to + 1;
+  }
+  return pieces;
+}
+
+std::size_t FieldScanner::ReadShared(double* values, std::size_t count) {
+  std::size_t done = 0;
+  for (;;) {
+    std::vector<Piece> pieces = PiecesFrom(at_);
+    if (pieces.size() < 2) return done;
+    const auto read = [&](int k) {
+      Piece& piece = pieces[k];
+      piece.values.reserve(kPieceBytes / 4);
+      FieldScanner own = *this;
+      own.at_ = piece.from;
+      own.ReadPiece(piece.to, piece);
+    };
+    SharedTeam().Share(static_cast<int>(pieces.size()), read, [] {});
+    for (const Piece& piece : pieces) {
+      // Where it ends is found number by number.
+      if (!piece.isWhole || piece.values.size() > count - done) return done;
+      if (piece.values.empty()) continue;
+      std::copy(piece.values.begin(), piece.values.end(), values + done);
+      done += piece.values.size();
+      at_ = piece.at;
+      lastField_ = piece.lastField;
+    }
+    ReportPlace();
+    if (done == count) return done;
+  }
+}
+
 std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
   std::size_t done = 0;
+  if (count >= kShareFrom && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
+    done = ReadShared(values, count);
   while (done < count && ReadNumber(values[done])) {
-    if (++done % kBetweenReports == 0)
-      progress_->Report(static_cast<double>(at_ - start_) / static_cast<double>(end_ - start_));
+    if (++done % kBetweenReports == 0) ReportPlace();
   }
   return done;
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/matrix.h"
 #include "base/memory.h"
@@ -49,7 +50,8 @@ class FieldScanner {
   bool ReadInteger(std::int32_t& value);
   /// Any finite decimal number.
   bool ReadNumber(double& value);
-  /// Reads numbers until `count` are there or one cannot be read; returns how many were.
+  /// Reads numbers until `count` are there or one cannot be read; returns how many were. Many are
+  /// read side by side.
   std::size_t ReadNumbers(double* values, std::size_t count);
   /// Text up to the comma or the end of the line, without blanks around it; in double quotes it may
   /// hold a comma.
@@ -81,6 +83,13 @@ class FieldScanner {
   std::string ProblemText() const { return problem_ ? problem_->Text() : std::string(); }
 
  private:
+  struct Piece;
+  /// Reads numbers as long as that takes whole rounds of pieces; returns how many.
+  std::size_t ReadShared(double* values, std::size_t count);
+  /// Reads the numbers whose fields begin before `end`.
+  void ReadPiece(const char* end, Piece& piece);
+  std::vector<Piece> PiecesFrom(const char* from) const;
+  void ReportPlace();
   bool LastLineMayLackItsEnd() const;
   bool FinishField(const char* fieldEnd);
   const char* SkipEmptyLines(const char* from) const;

@@ -5,8 +5,10 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "base/number_text.h"
+#include "base/team.h"
 
 namespace qmx {
 namespace {
@@ -29,6 +31,24 @@ char* WritePrintRecord(char* out, double value) {
   *out++ = ' ';
   return std::copy(kLineEnd.begin(), kLineEnd.end(), out);
 }
+
+/// Records are gathered in a block that stays in the processor's cache.
+constexpr std::size_t kRecordsAtOnce = 64;
+
+/// At most so many records.
+void AppendRecords(std::string& bytes, const double* values, std::size_t count) {
+  std::array<char, kRecordsAtOnce*(kFileNumberRoom + kUsualRecord)> block;
+  char* out = block.data();
+  for (std::size_t i = 0; i < count; ++i) out = WritePrintRecord(out, values[i]);
+  bytes.append(block.data(), out);
+}
+
+// The numbers of a piece that is written by itself, how many of them each member gets at a time,
+// and from how many numbers on that pays.
+constexpr std::size_t kPiece = 4096;
+constexpr int kPiecesEach = 8;
+constexpr int kMostPieces = 64;
+constexpr std::size_t kShareFrom = 4 * kPiece;
 
 }  // namespace
 
@@ -83,16 +103,36 @@ void RecordWriter::PrintNumber(double value) {
 }
 
 void RecordWriter::PrintNumbers(const Matrix& values) {
-  // Records are gathered in a block that stays in the processor's cache.
-  constexpr std::size_t kRecords = 64;
-  std::array<char, kRecords*(kFileNumberRoom + kUsualRecord)> block;
+  if (values.Size() >= kShareFrom && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
+    return PrintShared(values);
   for (std::size_t done = 0; done < values.Size();) {
-    const std::size_t count = std::min(kRecords, values.Size() - done);
-    char* out = block.data();
-    for (std::size_t i = 0; i < count; ++i) out = WritePrintRecord(out, values.Data()[done + i]);
-    bytes_.append(block.data(), out);
+    const std::size_t count = std::min(kRecordsAtOnce, values.Size() - done);
+    AppendRecords(bytes_, values.Data() + done, count);
     done += count;
     CountNumbers(count);
+  }
+}
+
+/// Pieces are written side by side into texts of their own, as many at a time as take a few
+/// milliseconds, and then put one behind the other.
+void RecordWriter::PrintShared(const Matrix& values) {
+  Team& team = SharedTeam();
+  const std::size_t atOnce = std::min(kPiecesEach * team.Members(), kMostPieces);
+  std::vector<std::string> texts(atOnce);
+  const std::size_t pieces = (values.Size() + kPiece - 1) / kPiece;
+  for (std::size_t done = 0; done < pieces; done += atOnce) {
+    const std::size_t count = std::min(atOnce, pieces - done);
+    const auto write = [&](int piece) {
+      const std::size_t first = (done + piece) * kPiece;
+      const std::size_t last = std::min(first + kPiece, values.Size());
+      std::string& text = texts[piece];
+      text.clear();
+      for (std::size_t at = first; at < last; at += kRecordsAtOnce)
+        AppendRecords(text, values.Data() + at, std::min(kRecordsAtOnce, last - at));
+    };
+    team.Share(static_cast<int>(count), write, [] {});
+    for (std::size_t piece = 0; piece < count; ++piece) bytes_ += texts[piece];
+    CountNumbers(std::min(count * kPiece, values.Size() - done * kPiece));
   }
 }
 

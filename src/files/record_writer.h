@@ -40,6 +40,7 @@ class RecordWriter {
 
  private:
   void Separate();
+  void PrintShared(const Matrix& values);
   void CountNumbers(std::size_t count);
 
   std::string bytes_;

@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -275,6 +276,30 @@ TEST(TeamLimitTest, TheTeamInUseIsTheOneOfTheTest) {
     EXPECT_EQ(&SharedTeam(), &team);
   }
   EXPECT_EQ(&SharedTeam(), &usual);
+}
+
+TEST(TeamOfSeveralTest, AThreadThatStaysAloneSharesNothing) {
+  Team team(3);
+  std::set<int> members;
+  std::mutex mutex;
+  {
+    const StayAlone outer;
+    {
+      const StayAlone inner;
+      EXPECT_TRUE(StayAlone::IsWanted());
+    }
+    EXPECT_TRUE(StayAlone::IsWanted());
+    team.Share(
+        64,
+        [&](int) {
+          std::this_thread::sleep_for(std::chrono::microseconds(100));
+          const std::lock_guard lock(mutex);
+          members.insert(Team::Member());
+        },
+        [] {});
+  }
+  EXPECT_FALSE(StayAlone::IsWanted());
+  EXPECT_EQ(members, std::set<int>{0});
 }
 
 }  // namespace
