@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <functional>
 #include <numeric>
 #include <string>
@@ -31,7 +30,8 @@
 
 // What all cores give: wall times of a task on one core and on all of them in alternating rounds,
 // since the others are not always there, and of the tuned library on as many threads. With --loaded
-// as many busy processes run beside as there are cores; with --short only small orders are run.
+// as many busy processes run beside as there are cores; with --short only small orders are run;
+// tasks that are named run alone.
 
 namespace qmx::bench {
 namespace {
@@ -193,8 +193,15 @@ class Load {
 int main(int argc, char** argv) {
   using namespace qmx;
   KeepFreedMemory();
-  const bool loaded = argc > 1 && std::strcmp(argv[1], "--loaded") == 0;
-  const bool brief = argc > 1 && std::strcmp(argv[1], "--short") == 0;
+  const std::vector<std::string> given(argv + 1, argv + argc);
+  const auto take = [&given](const char* what) {
+    return std::find(given.begin(), given.end(), what) != given.end();
+  };
+  const bool loaded = take("--loaded");
+  const bool brief = take("--short");
+  const auto isWanted = [&](const bench::Task& task) {
+    return take(task.name) || given.size() == static_cast<std::size_t>(loaded + brief);
+  };
   const bench::Load load(loaded ? std::thread::hardware_concurrency() : 0);
 #if defined(QMX_BENCH_LIBRARIES)
   bench::UseThreads(SharedTeam().Members());
@@ -203,6 +210,7 @@ int main(int argc, char** argv) {
               SharedTeam().Members(), loaded ? "beside as many busy processes" : "nothing beside");
   std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all", "one/all", "lib/all");
   for (const bench::Task& task : bench::Tasks()) {
+    if (!isWanted(task)) continue;
     for (const int n : task.orders) {
       if (!brief || n <= 200) bench::Measure(task, n, loaded);
     }
