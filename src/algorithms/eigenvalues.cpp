@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include "algorithms/elimination.h"
 #include "algorithms/hessenberg.h"
@@ -16,7 +18,7 @@ namespace {
 class EigenvalueIteration {
  public:
   EigenvalueIteration(const Matrix& A, const EigenParameters& parameters, std::int32_t& shiftIndex,
-                      const HessenbergSizes& sizes);
+                      const HessenbergSizes& sizes, EigenvalueObserver* observer);
   EigenvalueRun Run(Progress& progress);
 
  private:
@@ -32,10 +34,12 @@ class EigenvalueIteration {
   bool IsCutOffAbove(int i) const;
   void TakeEigenvalue(int i);
   void RemoveActive(int i);
+  void TellCycle() const;
 
   const EigenParameters& parameters_;
   const HessenbergSizes& sizes_;
   std::int32_t& shiftIndex_;
+  EigenvalueObserver* const observer_;
   const int order_;
   int active_;  ///< Order of the leading block of M_ that still holds unknown eigenvalues.
   Matrix M_;    ///< Keeps its full size: a carried shift index may point behind the active block.
@@ -46,10 +50,12 @@ class EigenvalueIteration {
 };
 
 EigenvalueIteration::EigenvalueIteration(const Matrix& A, const EigenParameters& parameters,
-                                         std::int32_t& shiftIndex, const HessenbergSizes& sizes)
+                                         std::int32_t& shiftIndex, const HessenbergSizes& sizes,
+                                         EigenvalueObserver* observer)
     : parameters_(parameters),
       sizes_(sizes),
       shiftIndex_(shiftIndex),
+      observer_(observer),
       order_(A.Rows()),
       active_(order_),
       M_(A),
@@ -83,6 +89,7 @@ EigenvalueRun EigenvalueIteration::Run(Progress& progress) {
     Cycle(work, stage);
     // Before the tests: a NaN would fail them all and go round until the limit.
     CheckArithmetic();
+    if (observer_ != nullptr) TellCycle();
     Deflate();
     if (active_ == 1) TakeLast();
     if (active_ <= 1 || cycle > parameters_.maxCycles) break;
@@ -157,6 +164,7 @@ void EigenvalueIteration::Shift() {
   if (least > parameters_.shiftReference) return;
   RequireElement(shiftIndex_ <= order_);
   const double shift = shiftIndex_ == 0 ? 0.0 : M_(shiftIndex_, shiftIndex_);
+  if (observer_ != nullptr) observer_->OnShift(shiftIndex_, shift);
   for (int i = 1; i <= active_; ++i) {
     value_(order_ - i + 1) += shift;
     M_(i, i) -= shift;
@@ -167,6 +175,13 @@ void EigenvalueIteration::TakeEigenvalue(int i) {
   const int slot = order_ - active_ + 1;
   value_(slot) = M_(i, i) + value_(slot);
   origin_(slot) = position_(i);
+  if (observer_ != nullptr) observer_->OnFound(position_(i), value_(slot));
+}
+
+void EigenvalueIteration::TellCycle() const {
+  std::vector<double> diagonal;
+  for (int i = 1; i <= active_; ++i) diagonal.push_back(M_(i, i));
+  observer_->OnCycle(diagonal, {change_.From(1), static_cast<std::size_t>(active_)});
 }
 
 /// Closes the gap that row and column i leave in the active block.
@@ -185,11 +200,11 @@ void EigenvalueIteration::RemoveActive(int i) {
 }  // namespace
 
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
-                              std::int32_t& shiftIndex, Progress& progress,
-                              const BlockSizes& sizes) {
+                              std::int32_t& shiftIndex, Progress& progress, const BlockSizes& sizes,
+                              EigenvalueObserver* observer) {
   RequireElement(A.Rows() >= 1);
   return UnchangedIfStopped(shiftIndex, [&] {
-    return EigenvalueIteration(A, parameters, shiftIndex, sizes.hessenberg).Run(progress);
+    return EigenvalueIteration(A, parameters, shiftIndex, sizes.hessenberg, observer).Run(progress);
   });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "algorithms/block_sizes.h"
@@ -27,6 +28,22 @@ struct EigenvalueRun {
       origin;  ///< N of them: the diagonal position in A (from 1) of each one found, else 0.
 };
 
+/// Hears what the iteration does, for whoever tells of it.
+class EigenvalueObserver {
+ public:
+  EigenvalueObserver() = default;
+  EigenvalueObserver(const EigenvalueObserver&) = delete;
+  EigenvalueObserver& operator=(const EigenvalueObserver&) = delete;
+  virtual ~EigenvalueObserver() = default;
+
+  /// A cycle has changed the active block: its diagonal now, and by how much each entry changed.
+  virtual void OnCycle(std::span<const double> diagonal, std::span<const double> change) = 0;
+  /// The diagonal entry that began at this position of A is taken for an eigenvalue.
+  virtual void OnFound(int position, double eigenvalue) = 0;
+  /// The active block is moved by the diagonal entry at this place of it.
+  virtual void OnShift(int place, double shift) = 0;
+};
+
 /// The real eigenvalues of a square A of order N >= 1: reduction to Hessenberg form by Householder
 /// reflections, then cycles of QR by Gram-Schmidt and the product R·Q with deflation of diagonal
 /// entries that have settled, and shifts by the diagonal entry that moved least (Golub & Van Loan,
@@ -35,9 +52,10 @@ struct EigenvalueRun {
 /// run to run: it stays as it is in a cycle where the first diagonal entry moved strictly least; 0
 /// then shifts by zero. A run that its progress stops leaves it. Faults: 9 for a 1 x 1 matrix whose
 /// value settles, and where a carried index lies above the order of A; arithmetic faults of any
-/// cycle.
+/// cycle. An observer changes nothing.
 EigenvalueRun FindEigenvalues(const Matrix& A, const EigenParameters& parameters,
                               std::int32_t& shiftIndex, Progress& progress,
-                              const BlockSizes& sizes = kBlockSizes);
+                              const BlockSizes& sizes = kBlockSizes,
+                              EigenvalueObserver* observer = nullptr);
 
 }  // namespace qmx

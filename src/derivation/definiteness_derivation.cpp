@@ -40,7 +40,7 @@ class MinorTeller {
   StepChoice choice_;
   Elements<double> isCleared_;  ///< 1 where an element is a zero of the mathematics.
   bool isTold_ = true;
-  int pivots_ = 0;
+  bool hasLeftRow_ = false;  ///< A row without a pivot has been left as it was.
 };
 
 void MinorTeller::OnRow(int row) {
@@ -66,13 +66,15 @@ void MinorTeller::Part(Elements<Traced>& W, const Traced& pivot) {
 void MinorTeller::OnPivot(Elements<Traced>& W, int row, int column, bool isNewRow) {
   const Traced pivot = W(isNewRow ? row : column, column);
   if (isTold_) {
-    scribe_.Say("Column ", column, ": ", isNewRow ? "row " : "the diagonal keeps the pivot, ",
-                isNewRow ? CStr(row) + " has the larger magnitude, " : std::string(), pivot, ".");
+    const std::string who = isNewRow ? "row " + CStr(row) : "the diagonal";
+    scribe_.Say("Column ", column, ": " + who + " has the larger magnitude and is the pivot, ",
+                pivot, ".");
   }
   Part(W, pivot);
 }
 
 void MinorTeller::OnNoPivot(Elements<Traced>& W, int row, int column) {
+  hasLeftRow_ = true;
   if (isTold_) {
     scribe_.Say("Column ", column, ": the diagonal and row ", row, " are both 0. The rest of row ",
                 row, " stays as it is.");
@@ -128,7 +130,14 @@ ShownMatrix MinorTeller::Now() const {
   ShownMatrix now = ShowMatrix(W_);
   for (int i = 1; i <= now.rows; ++i) {
     for (int j = 1; j < i; ++j) {
-      if (isCleared_(i, j) != 0) now.At(i, j).number = ShowExact(0);
+      ShownCell& cell = now.At(i, j);
+      if (hasLeftRow_) {
+        // What stands there is neither 0 nor looked at again.
+        cell = {};
+        cell.isBlank = true;
+      } else if (isCleared_(i, j) != 0) {
+        cell.number = ShowExact(0);
+      }
     }
   }
   return now;

@@ -5,6 +5,7 @@
 
 #include "base/arithmetic.h"
 #include "derivation/derivation.h"
+#include "derivation/exact_elements.h"
 #include "derivation/families.h"
 #include "derivation/more_about.h"
 
@@ -132,9 +133,12 @@ class Fractions final : public Deriver {
     const LibraryCaches caches;
     return MoreAboutMatrix(a, look);
   }
-  std::vector<std::vector<ExactNumber>> ExactElements(
-      const DerivationQuestion& /*question*/, const DerivationLook& /*look*/) const override {
-    return {};
+  std::vector<std::vector<ExactNumber>> ExactElements(const DerivationQuestion& question,
+                                                      const DerivationLook& look) const override {
+    const KeepArithmeticFaults faults;
+    const LibraryCaches caches;
+    return Fits(question) ? ExactElementsOf(question, look)
+                          : std::vector<std::vector<ExactNumber>>();
   }
 };
 

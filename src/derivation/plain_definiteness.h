@@ -26,7 +26,7 @@ void LeadingMinors(Elements<T>& W, Elements<T>& minors, Watcher& watcher) {
       watcher.OnPivot(W, k, i, isNewRow);
       if (isNewRow) {
         ++exchanges;
-        for (int j = i; j <= n; ++j) std::swap(W(i, j), W(k, j));
+        ExchangeRows(W, i, k);
         watcher.OnExchange(i, k);
       }
       const T f = W(k, i) / W(i, i);

@@ -160,7 +160,7 @@ ShownNumber Show(const TracedRoot& number) {
 ShownNumber ShowExact(const Rational& value) {
   ShownNumber shown;
   shown.exact = ExactOf(value);
-  return shown;
+  return shown.exact.IsKnown() ? shown : ShowDecimal(fmpq_get_d(value.Get()));
 }
 
 ShownNumber ShowExact(int whole) { return ShowExact(Rational(whole)); }

@@ -25,7 +25,8 @@ std::size_t HeldCharacters(std::string_view decimal, const Rational& exact);
 
 ShownNumber Show(const Traced& number);
 ShownNumber Show(const TracedRoot& number);
-/// A number that the program never computed: it is exact alone.
+/// A number that the program never computed: it is exact alone or, where it has too many digits,
+/// rounded.
 ShownNumber ShowExact(const Rational& value);
 ShownNumber ShowExact(int whole);
 

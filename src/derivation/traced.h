@@ -70,6 +70,8 @@ class Elements {
   }
   auto begin() { return data_.begin(); }
   auto end() { return data_.end(); }
+  auto begin() const { return data_.begin(); }
+  auto end() const { return data_.end(); }
 
  private:
   int rows_ = 0;

@@ -140,7 +140,10 @@ void ReplayOperation(const Line& line, Replayed& replayed) {
   if (std::find(words.begin(), words.end(), said) == words.end()) {
     replayed.faults.push_back("words: " + said + " for " + words[0]);
   }
-  if (HasFactor(operation) && !operation.factor.exact.IsKnown()) replayed.isExactToTheEnd = false;
+  const ExactNumber& exact = operation.factor.exact;
+  if (HasFactor(operation) && (!exact.IsKnown() || exact.radicand != "1")) {
+    replayed.isExactToTheEnd = false;
+  }
   if (replayed.isExactToTheEnd) {
     Apply(operation, HasFactor(operation) ? ExactFactor(operation) : Rational(), replayed.exact);
   }
@@ -151,6 +154,7 @@ void Compare(const ShownMatrix& shown, Replayed& replayed) {
   ++replayed.matrices;
   for (int i = 1; i <= shown.rows; ++i) {
     for (int j = 1; j <= shown.cols; ++j) {
+      if (shown.At(i, j).isBlank) continue;
       const ShownNumber& number = shown.At(i, j).number;
       const std::string place = " at " + CStr(i) + "," + CStr(j) + " of " + Written(shown);
       // Doing whole rows again meets infinite numbers that the program never forms.
