@@ -30,12 +30,9 @@ const char* AfterLineEnd(const char* at, const char* end) {
 
 bool EndsField(char c) { return IsBlank(c) || c == ',' || c == '\r' || c == '\n'; }
 
-// The bytes of a piece that is read by itself, how many of them each member gets at a time, and
-// from how many numbers on that pays.
-constexpr std::ptrdiff_t kPieceBytes = 1 << 16;
-constexpr int kPiecesEach = 4;
-constexpr int kMostPieces = 64;
-constexpr std::size_t kShareFrom = 16384;
+// The bytes of a piece that is read by itself, and how many pieces are read at a time.
+constexpr std::size_t kPieces = 16;
+constexpr std::ptrdiff_t kPieceBytes = 24 * kBetweenReports / kPieces;
 
 /// Up to a few characters of a field, fit for a message box.
 std::string Excerpt(const char* at, const char* end) {
@@ -135,9 +132,8 @@ void FieldScanner::ReadPiece(const char* end, Piece& piece) {
 }
 
 std::vector<FieldScanner::Piece> FieldScanner::PiecesFrom(const char* from) const {
-  const int wanted = std::min(kPiecesEach * SharedTeam().Members(), kMostPieces);
   std::vector<Piece> pieces;
-  while (static_cast<int>(pieces.size()) < wanted && end_ - from > kPieceBytes) {
+  while (pieces.size() < kPieces && end_ - from > kPieceBytes) {
     const char* to = std::find(from + kPieceBytes, end_, '\n');
     if (to == end_) break;
     pieces.push_back({from, to + 1, {}});
@@ -167,15 +163,15 @@ std::size_t FieldScanner::ReadShared(double* values, std::size_t count) {
       done += piece.values.size();
       at_ = piece.at;
       lastField_ = piece.lastField;
+      if (done / kBetweenReports != (done - piece.values.size()) / kBetweenReports) ReportPlace();
     }
-    ReportPlace();
     if (done == count) return done;
   }
 }
 
 std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
   std::size_t done = 0;
-  if (count >= kShareFrom && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
+  if (count >= kBetweenReports && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
     done = ReadShared(values, count);
   while (done < count && ReadNumber(values[done])) {
     if (++done % kBetweenReports == 0) ReportPlace();

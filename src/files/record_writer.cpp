@@ -5,7 +5,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 #include "base/number_text.h"
 #include "base/team.h"
@@ -43,12 +42,10 @@ void AppendRecords(std::string& bytes, const double* values, std::size_t count) 
   bytes.append(block.data(), out);
 }
 
-// The numbers of a piece that is written by itself, how many of them each member gets at a time,
-// and from how many numbers on that pays.
-constexpr std::size_t kPiece = 4096;
-constexpr int kPiecesEach = 8;
-constexpr int kMostPieces = 64;
-constexpr std::size_t kShareFrom = 4 * kPiece;
+// The numbers of a piece that is written by itself, and how many pieces are written between two
+// reports. Fewer numbers than that are not shared.
+constexpr std::size_t kPieces = 16;
+constexpr std::size_t kPiece = kBetweenReports / kPieces;
 
 }  // namespace
 
@@ -103,7 +100,7 @@ void RecordWriter::PrintNumber(double value) {
 }
 
 void RecordWriter::PrintNumbers(const Matrix& values) {
-  if (values.Size() >= kShareFrom && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
+  if (values.Size() >= kBetweenReports && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
     return PrintShared(values);
   for (std::size_t done = 0; done < values.Size();) {
     const std::size_t count = std::min(kRecordsAtOnce, values.Size() - done);
@@ -113,15 +110,14 @@ void RecordWriter::PrintNumbers(const Matrix& values) {
   }
 }
 
-/// Pieces are written side by side into texts of their own, as many at a time as take a few
-/// milliseconds, and then put one behind the other.
+/// Pieces are written side by side into texts of their own, which are then put one behind the
+/// other.
 void RecordWriter::PrintShared(const Matrix& values) {
   Team& team = SharedTeam();
-  const std::size_t atOnce = std::min(kPiecesEach * team.Members(), kMostPieces);
-  std::vector<std::string> texts(atOnce);
+  std::array<std::string, kPieces> texts;
   const std::size_t pieces = (values.Size() + kPiece - 1) / kPiece;
-  for (std::size_t done = 0; done < pieces; done += atOnce) {
-    const std::size_t count = std::min(atOnce, pieces - done);
+  for (std::size_t done = 0; done < pieces; done += kPieces) {
+    const std::size_t count = std::min(kPieces, pieces - done);
     const auto write = [&](int piece) {
       const std::size_t first = (done + piece) * kPiece;
       const std::size_t last = std::min(first + kPiece, values.Size());
