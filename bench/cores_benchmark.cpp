@@ -30,8 +30,8 @@
 
 // What all cores give: wall times of a task on one core and on all of them in alternating rounds,
 // since the others are not always there, and of the tuned library on as many threads. With --loaded
-// as many busy processes run beside as there are cores; with --short only small orders are run;
-// tasks that are named run alone.
+// as many busy processes run beside as there are cores; --short runs only small orders, --sweep
+// every tenth up to 200; tasks that are named run alone.
 
 namespace qmx::bench {
 namespace {
@@ -134,7 +134,7 @@ void Measure(const Task& task, int n, bool loaded) {
   Times shared;
   Times others;
   constexpr int kRounds = 50;
-  constexpr double kEnough = 3000;
+  constexpr double kEnough = 1000;
   double spent = 0;
   // The library's threads keep the cores for a while after their last job.
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
@@ -199,8 +199,11 @@ int main(int argc, char** argv) {
   };
   const bool loaded = take("--loaded");
   const bool brief = take("--short");
+  const bool sweeps = take("--sweep");
+  std::vector<int> sweep(20);
+  for (int k = 0; k < 20; ++k) sweep[k] = 10 * (k + 1);
   const auto isWanted = [&](const bench::Task& task) {
-    return take(task.name) || given.size() == static_cast<std::size_t>(loaded + brief);
+    return take(task.name) || given.size() == static_cast<std::size_t>(loaded + brief + sweeps);
   };
   const bench::Load load(loaded ? std::thread::hardware_concurrency() : 0);
 #if defined(QMX_BENCH_LIBRARIES)
@@ -211,7 +214,7 @@ int main(int argc, char** argv) {
   std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all", "one/all", "lib/all");
   for (const bench::Task& task : bench::Tasks()) {
     if (!isWanted(task)) continue;
-    for (const int n : task.orders) {
+    for (const int n : sweeps ? sweep : task.orders) {
       if (!brief || n <= 200) bench::Measure(task, n, loaded);
     }
   }

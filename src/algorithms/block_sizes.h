@@ -119,7 +119,7 @@ struct HessenbergSizes {
   int smallOrder = 15;        ///< Of a cycle: up to here blocks take longer than they save.
   int strip = 256;            ///< Columns that are projected at a time, at most.
   int tile = 16;              ///< Height of the strips that a triangle is cut into.
-  int shareFrom = 60;         ///< Order of a reflection from which the members of a team share it.
+  int shareFrom = 110;        ///< Order of a reflection from which the members of a team share it.
   int shareCycleFrom = 200;   ///< Columns of a cycle from which they share its projections.
 };
 
