@@ -11,7 +11,9 @@
 #include "base/fault.h"
 #include "derivation/elimination_teller.h"
 #include "derivation/families.h"
-#include "derivation/polynomial_teller.h"
+#include "derivation/matrix_facts.h"
+#include "derivation/polynomial_words.h"
+#include "derivation/reduced_form.h"
 
 namespace qmx {
 namespace {
@@ -19,6 +21,9 @@ namespace {
 // Of a long iteration the first and the last cycles are told.
 constexpr std::size_t kFirstCycles = 40;
 constexpr std::size_t kLastCycles = 10;
+// Bits that the determinant of a matrix may take whose polynomial is made. With elements of 15
+// digits that is an order of 30; roots of polynomials with longer coefficients take minutes.
+constexpr slong kMostBits = 3000;
 // Significant digits of a change.
 constexpr int kChangeDigits = 3;
 
@@ -129,14 +134,20 @@ std::optional<EigenvalueRun> Run(const DerivationQuestion& question, Scribe& scr
   }
 }
 
+/// The root of a factor of degree 1.
+Rational RootOfLinear(const PolynomialFactor& factor) {
+  Rational root = factor.polynomial.Coefficient(0);
+  fmpq_neg(root.Get(), root.Get());
+  return root;
+}
+
 /// The rational root that a value found stands for; nothing where none is as close as the error
 /// bound promises.
 std::optional<Rational> RootCloseTo(double value, const std::vector<PolynomialFactor>& factors,
                                     double bound) {
   for (const PolynomialFactor& factor : factors) {
-    if (factor.polynomial.size() != 2) continue;
-    Rational root = factor.polynomial[0];
-    fmpq_neg(root.Get(), root.Get());
+    if (factor.polynomial.Degree() != 1) continue;
+    Rational root = RootOfLinear(factor);
     if (std::abs(fmpq_get_d(root.Get()) - value) <= bound) return root;
   }
   return std::nullopt;
@@ -147,17 +158,20 @@ void TellFound(Scribe& scribe, const EigenvalueRun& run,
   const int n = static_cast<int>(run.eigenvalues.size());
   scribe.Part("The eigenvalues found");
   if (run.count == 0) return scribe.Say("No diagonal entry has settled within the cycles allowed.");
+  Table table{{"Row of A", "Found", "Exactly"}, {}};
   for (int t = 0; t < std::min(run.count, kMostExactOrder); ++t) {
-    Traced value;
-    value.value = run.eigenvalues[t];
-    value.isKnown = false;
-    const std::optional<Rational> root = RootCloseTo(value.value, factors, bound);
-    if (root) {
-      value.exact = *root;
-      value.isKnown = true;
-    }
-    scribe.Formula(Name{"λ", CStr(t + 1)}, kEquals, value);
+    const double value = run.eigenvalues[t];
+    const std::optional<Rational> root = RootCloseTo(value, factors, bound);
+    ShownNumber shown = Computed(value);
+    if (root) shown.held = HeldCharacters(shown.decimal, *root);
+    table.rows.push_back({MakeLine(static_cast<int>(run.origin[t])), MakeLine(std::move(shown)),
+                          root ? MakeLine(ShowExact(*root)) : MakeLine("not rational")});
   }
+  if (factors.empty()) {
+    table.headings.pop_back();
+    for (auto& row : table.rows) row.pop_back();
+  }
+  scribe.Add(std::move(table));
   if (run.count > kMostExactOrder) {
     scribe.Say("And ", run.count - kMostExactOrder, " more.");
   }
@@ -193,34 +207,48 @@ std::optional<EigenvalueRun> TellIteration(const DerivationQuestion& question, S
   return run;
 }
 
+/// Whether the polynomial and its roots are there in a moment.
+bool IsQuick(const ExactMatrix& A) {
+  Whole denominator;
+  fmpz_one(denominator.Get());
+  slong most = 0;
+  for (int i = 1; i <= A.Rows(); ++i) {
+    for (int j = 1; j <= A.Cols(); ++j) {
+      fmpz_lcm(denominator.Get(), denominator.Get(), fmpq_denref(A.At(i, j)));
+      most = std::max(most, static_cast<slong>(fmpz_bits(fmpq_numref(A.At(i, j)))));
+    }
+  }
+  return A.Rows() * (most + static_cast<slong>(fmpz_bits(denominator.Get()))) <= kMostBits &&
+         IsWithinReach(A);
+}
+
+/// The exact polynomial, its factors and its roots; no factors where A is too large for that.
+std::vector<PolynomialFactor> TellPolynomial(const Matrix& A, Scribe& scribe) {
+  const int n = A.Rows();
+  if (n <= kMostExactOrder) {
+    ExactMatrix exact(n, n);
+    if (TakeExact(ElementsOf<Traced>(A), exact) && IsQuick(exact)) {
+      scribe.Look();
+      CharacteristicPolynomial characteristic = CharacteristicOf(exact);
+      TellCharacteristic(exact, characteristic, scribe);
+      Glance unread;
+      TellEigenvalues(exact, characteristic, scribe, unread);
+      return std::move(characteristic.factors);
+    }
+  }
+  scribe.Part("Characteristic polynomial");
+  scribe.Say("It would take too long to make for this matrix and is left out.");
+  return {};
+}
+
 std::vector<PolynomialFactor> TellBoth(const DerivationQuestion& question, Scribe& scribe,
                                        std::optional<EigenvalueRun>& run) {
   if (IsShown(question.a.Rows(), question.a.Cols())) {
     ShowNamed(scribe, Name{"A"}, ElementsOf<Traced>(question.a));
   }
-  std::vector<PolynomialFactor> factors = TellCharacteristicPolynomial(scribe, question.a);
+  std::vector<PolynomialFactor> factors = TellPolynomial(question.a, scribe);
   run = TellIteration(question, scribe, factors);
   return factors;
-}
-
-ShownMatrix ShowExactMatrix(const ExactMatrix& A) {
-  ShownMatrix shown{A.Rows(), A.Cols(), {}, {}, false};
-  for (int i = 1; i <= A.Rows(); ++i) {
-    for (int j = 1; j <= A.Cols(); ++j) {
-      Rational element;
-      fmpq_set(element.Get(), A.At(i, j));
-      shown.cells.push_back({ShowExact(element)});
-    }
-  }
-  return shown;
-}
-
-/// The vectors as columns.
-ShownMatrix ShowVector(const std::vector<Rational>& vector) {
-  ShownMatrix shown{static_cast<int>(vector.size()), 1, {}, {}, false};
-  for (const Rational& element : vector)
-    shown.cells.push_back({ShowExact(element), CellMark::kFound});
-  return shown;
 }
 
 /// What solves (A − λI)·x = 0 for a rational eigenvalue.
@@ -229,21 +257,25 @@ void TellExactVectors(Scribe& scribe, const Matrix& A, const PolynomialFactor& f
   const int n = A.Rows();
   ExactMatrix shifted(n, n);
   if (!TakeExact(ElementsOf<Traced>(A), shifted)) return;
-  Rational root = factor.polynomial[0];
-  fmpq_neg(root.Get(), root.Get());
+  const Rational root = RootOfLinear(factor);
   for (int i = 1; i <= n; ++i) fmpq_sub(shifted.At(i, i), shifted.At(i, i), root.Get());
-  Line heading = MakeLine("For ", Name{"λ"}, kEquals, ShowExact(root), " all solutions of ",
-                          Sign("("), Name{"A"}, Sign("−"), Name{"λ"}, Sign("·"), Name{"I"},
-                          Sign(")"), Sign("·"), Name{"x"}, kEquals, ShowExact(0), ":");
-  scribe.Add(std::move(heading));
+  scribe.Part("Eigenvectors of a rational eigenvalue");
+  scribe.Say("For ", Name{"λ"}, kEquals, ShowExact(root), " all solutions of ", Sign("("),
+             Name{"A"}, Sign("−"), Name{"λ"}, Sign("·"), Name{"I"}, Sign(")"), Sign("·"), Name{"x"},
+             kEquals, ShowExact(0), " are sought.");
   scribe.Formula(Name{"A"}, Sign("−"), Name{"λ"}, Sign("·"), Name{"I"}, kEquals,
-                 ShowExactMatrix(shifted));
-  const std::vector<std::vector<Rational>> basis = NullSpaceOf(shifted);
-  scribe.Say("Its reduced row echelon form, from which the vectors are read:");
-  scribe.Formula(ShowExactMatrix(shifted));
-  for (std::size_t k = 0; k < basis.size(); ++k) {
-    scribe.Formula(Name{"x", basis.size() > 1 ? CStr(static_cast<int>(k) + 1) : ""}, kEquals,
-                   ShowVector(basis[k]));
+                 ShowRounded(shifted));
+  ReducedForm reduced(n, n);
+  TellReducedForm(shifted, scribe, reduced);
+  const int count = n - reduced.Rank();
+  ExactMatrix basis(n, count);
+  NullSpaceBasis(reduced, basis);
+  scribe.Step("The eigenvectors");
+  scribe.Say("Each column without a pivot gives one; all others are sums of their multiples.");
+  for (int k = 1; k <= count; ++k) {
+    ShownMatrix vector = ShowColumn(basis, k);
+    MarkCells(vector, CellMark::kFound);
+    scribe.Formula(Name{"x", count > 1 ? CStr(k) : ""}, kEquals, std::move(vector));
   }
 }
 
@@ -290,12 +322,12 @@ void DeriveEigenvectors(const DerivationQuestion& question, Scribe& scribe) {
   scribe.Title("Eigenvectors of A");
   std::optional<EigenvalueRun> run;
   const std::vector<PolynomialFactor> factors = TellBoth(question, scribe, run);
-  scribe.Part("The eigenvectors");
-  if (n <= kMostShownRows && !factors.empty() && factors[0].polynomial.size() == 2) {
-    for (const PolynomialFactor& factor : factors) {
-      if (factor.polynomial.size() == 2) TellExactVectors(scribe, question.a, factor);
+  for (const PolynomialFactor& factor : factors) {
+    if (n <= kFullOrder && factor.polynomial.Degree() == 1) {
+      TellExactVectors(scribe, question.a, factor);
     }
   }
+  scribe.Part("The inverse iteration");
   if (!run || run->count == 0) return scribe.Say("There are none without an eigenvalue found.");
   scribe.Say(
       "The program begins with a random vector and solves again and again with A − μ · I, where μ "

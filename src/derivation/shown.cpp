@@ -8,6 +8,7 @@
 #include <string>
 
 #include "base/number_text.h"
+#include "derivation/rounded.h"
 #include "proof/held_digits.h"
 
 namespace qmx {
@@ -160,7 +161,7 @@ ShownNumber Show(const TracedRoot& number) {
 ShownNumber ShowExact(const Rational& value) {
   ShownNumber shown;
   shown.exact = ExactOf(value);
-  return shown.exact.IsKnown() ? shown : ShowDecimal(fmpq_get_d(value.Get()));
+  return shown.exact.IsKnown() ? shown : ShowRounded(value);
 }
 
 ShownNumber ShowExact(int whole) { return ShowExact(Rational(whole)); }

@@ -11,6 +11,7 @@ small='/(-|2|10|30)(/|$)'
 "$programs/qmx_bench_tasks" --benchmark_filter="$small"
 "$programs/qmx_bench_cores" --short
 "$programs/qmx_bench_proof" --benchmark_filter="$small" --benchmark_min_time=0.001
+"$programs/qmx_bench_derivation" --benchmark_filter=n:3/ --benchmark_min_time=0.001
 # All of these read and write large files; the two kinds without decimal digits take no time.
 "$programs/qmx_bench_exchange" --benchmark_filter='MAT|NumPy' --benchmark_min_time=0.001
 xvfb-run -a -s '-screen 0 1366x768x24' "$programs/qmx_bench_gaps" --short

@@ -23,19 +23,21 @@ DerivationQuestion AskEigen(const Matrix& A) {
   return question;
 }
 
-const Table* Cycles(const Document& document) {
+/// The table whose first column is headed so.
+const Table* FindTable(const Document& document, const std::string& heading) {
   for (const Block& block : document.blocks) {
-    if (const auto* table = std::get_if<Table>(&block)) return table;
+    const auto* table = std::get_if<Table>(&block);
+    if (table != nullptr && table->headings[0] == heading) return table;
   }
   return nullptr;
 }
 
-/// p(λ) as the formula has it, for a number λ. Knows terms c·λ^k with signs, and factors.
+/// det(λ·I − A) as the formula has it, for a number λ. Knows terms c·λ^k with signs, and factors.
 class FormulaReader {
  public:
   FormulaReader(const Line& line, Rational lambda) : lambda_(std::move(lambda)) {
-    // Behind "p(λ)=".
-    pieces_ = {line.pieces.begin() + 5, line.pieces.end()};
+    // Behind "det(λ·I−A)=".
+    pieces_ = {line.pieces.begin() + 9, line.pieces.end()};
   }
   Rational Value() { return Sum(); }
 
@@ -73,14 +75,23 @@ class FormulaReader {
     if (Take("(")) {
       const Rational inner = Sum();
       EXPECT_TRUE(Take(")"));
-      return inner;
+      return Raised(inner, at_ < pieces_.size() ? std::get_if<Name>(&pieces_[at_]) : nullptr);
     }
     const Piece& piece = pieces_.at(at_++);
     if (const auto* number = std::get_if<ShownNumber>(&piece)) return ValueOf(number->exact);
     const auto& name = std::get<Name>(piece);
     EXPECT_EQ(name.letter, "λ");
+    return PowerOf(lambda_, name.power);
+  }
+  /// A name without a letter behind a parenthesis is its power.
+  Rational Raised(const Rational& inner, const Name* power) {
+    if (power == nullptr || !power->letter.empty()) return inner;
+    ++at_;
+    return PowerOf(inner, power->power);
+  }
+  static Rational PowerOf(const Rational& base, const std::string& exponent) {
     Rational power(1.0);
-    for (int k = 0; k < (name.power.empty() ? 1 : std::stoi(name.power)); ++k) power *= lambda_;
+    for (int k = 0; k < (exponent.empty() ? 1 : std::stoi(exponent)); ++k) power *= base;
     return power;
   }
 
@@ -89,12 +100,12 @@ class FormulaReader {
   std::size_t at_ = 0;
 };
 
-/// Every formula p(λ) = ... of a document.
+/// Every formula det(λ·I − A) = ... of a document.
 std::vector<const Line*> Polynomials(const Document& document) {
   std::vector<const Line*> lines;
   for (const Block& block : document.blocks) {
     const auto* line = std::get_if<Line>(&block);
-    if (line != nullptr && line->isFormula && TextOf(*line).starts_with("p(λ)=")) {
+    if (line != nullptr && line->isFormula && TextOf(*line).starts_with("det(λ·I−A)=")) {
       lines.push_back(line);
     }
   }
@@ -153,7 +164,7 @@ TEST(EigenDerivation, CyclesAreThoseOfTheRun) {
     }
     // All that was found, in its order, stands in the table; and again in the list.
     std::string told;
-    const Table* table = Cycles(document);
+    const Table* table = FindTable(document, "Cycle");
     ASSERT_NE(table, nullptr);
     for (const auto& row : table->rows) {
       for (const Piece& piece : row[3].pieces) {
@@ -164,7 +175,9 @@ TEST(EigenDerivation, CyclesAreThoseOfTheRun) {
     for (int t = 0; t < run.count; ++t) {
       ++found;
       expected += CStr(run.eigenvalues[t]) + " ";
-      EXPECT_EQ(ResultOf(document, "λ" + CStr(t + 1) + "=").decimal, CStr(run.eigenvalues[t]));
+      const auto& row = FindTable(document, "Row of A")->rows.at(t);
+      EXPECT_EQ(TextOf(row[0]), CStr(run.origin[t]));
+      EXPECT_EQ(LastNumber(row[1]).decimal, CStr(run.eigenvalues[t]));
     }
     EXPECT_EQ(told, expected) << TextOf(document);
   }
@@ -180,17 +193,31 @@ TEST(EigenDerivation, RootsAreSaid) {
                              {0, 0, 0, 0, 0, 2},
                              {0, 0, 0, 0, 1, 0}});
   const std::string text = TextOf(Derive(AskEigen(A)));
-  for (const char* line : {"p(λ)=(λ−2)·(λ−2)·(λ^2−2)·(λ^2+1)\n", "λ=2, 2 times.\n",
-                           "λ=±1√2: two real eigenvalues.\n", "λ=±1·i: a complex pair.\n"}) {
+  for (const char* line : {"det(λ·I−A)=(λ−2)^2·(λ^2+1)·(λ^2−2)\n", "λ1=2\n"}) {
     EXPECT_NE(text.find(line), std::string::npos) << line << text;
   }
+}
+
+TEST(EigenDerivation, DigitsOfARationalEigenvalueThatDoNotHoldAreTold) {
+  const Document document = Derive(AskEigen(MatrixOf({{1, 2, 0}, {3, 2, 0}, {0, 0, 0.5}})));
+  const Table* found = FindTable(document, "Row of A");
+  ASSERT_NE(found, nullptr);
+  ASSERT_EQ(found->rows.size(), 3U);
+  bool isOff = false;
+  for (const auto& row : found->rows) {
+    const ShownNumber shown = LastNumber(row[1]);
+    const Rational exact = ValueOf(LastNumber(row[2]).exact);
+    EXPECT_TRUE(exact == Rational(-1.0) || exact == Rational(4.0) || exact == Rational(0.5));
+    isOff = isOff || shown.held < shown.decimal.size();
+  }
+  EXPECT_TRUE(isOff) << TextOf(document);
 }
 
 TEST(EigenDerivation, ManyCyclesAreLeftOutInTheMiddle) {
   DerivationQuestion question = AskEigen(MatrixOf({{0, -1}, {1, 0}}));
   question.eigen.maxCycles = 100000;
   const Document document = Derive(question);
-  const Table* table = Cycles(document);
+  const Table* table = FindTable(document, "Cycle");
   ASSERT_NE(table, nullptr);
   EXPECT_LE(table->rows.size(), 60U);
   EXPECT_EQ(TextOf(table->rows.front()[0]), "1");
@@ -202,8 +229,8 @@ TEST(EigenDerivation, VectorsOfRationalEigenvaluesSolveTheirSystem) {
   DerivationQuestion question = AskEigen(MatrixOf({{2, 1, 0}, {1, 2, 0}, {0, 0, 3}}));
   question.task = DerivationTask::kEigenvectors;
   const std::string text = TextOf(Derive(question));
-  for (const char* line : {"A−λ·I=[1 1 0; 1 1 0; 0 0 2]\n", "[1 1 0; 0 0 1; 0 0 0]\nx=[-1; 1; 0]\n",
-                           "[1 -1 0; 0 0 0; 0 0 0]\nx1=[1; 1; 0]\nx2=[0; 0; 1]\n"}) {
+  for (const char* line : {"A−λ·I=[1 1 0; 1 1 0; 0 0 2]\n", "x=[-1; 1; 0]\n",
+                           "A−λ·I=[-1 1 0; 1 -1 0; 0 0 0]\n", "x1=[1; 1; 0]\n", "x2=[0; 0; 1]\n"}) {
     EXPECT_NE(text.find(line), std::string::npos) << line << text;
   }
 }
