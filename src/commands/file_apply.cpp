@@ -123,6 +123,7 @@ void ApplyProject(Context& context, ProjectImage image) {
   for (const ResultInfo& info : kResults) {
     if (Holds(image.flags, info.result)) ApplyResult(context, info, image);
   }
+  context.workspace.manner = {};
   // What a project holds counts as computed from the operands that it holds.
   for (const ResultInfo& info : kResults) NoteComputed(context.workspace, info.result);
   context.workspace.computedNow = {};

@@ -140,6 +140,9 @@ void RunEigen(Context& context) {
   const EigenParameters parameters = ReadParameters(context.panel);
   if (!RereadDimensionsOfA(context)) return;
   const Matrix a = SquareOfA(workspace.A());
+  workspace.manner.isKnown = true;
+  workspace.manner.eigen = parameters;
+  workspace.manner.shiftIndex = eigen.ShiftIndex;
   const EigenvalueRun run = Compute(context, [&](Progress& progress) {
     return FindEigenvalues(a, parameters, eigen.ShiftIndex, progress);
   });

@@ -56,6 +56,11 @@ void PublishNumber(Context& context, Result result, Computation computation) {
   NoteComputed(context.workspace, result);
 }
 
+void NoteAdjointsWay(Workspace& workspace, bool byCofactors) {
+  workspace.manner.isKnown = true;
+  workspace.manner.byCofactors = byCofactors;
+}
+
 }  // namespace
 
 void RunSum(Context& context) {
@@ -97,12 +102,14 @@ void RunInverse(Context& context) {
 
 void RunAdjointByCofactors(Context& context) {
   const Operand a(context.workspace.A());
+  NoteAdjointsWay(context.workspace, true);
   PublishComputed(context, kSlotAdjoint,
                   [&](Progress& progress) { return AdjointByCofactors(*a, progress); });
 }
 
 void RunAdjointByInverse(Context& context) {
   const Operand a(context.workspace.A());
+  NoteAdjointsWay(context.workspace, false);
   PublishUnlessSingular(context, kSlotAdjoint,
                         [&](Progress& progress) { return AdjointByInverse(*a, progress); });
 }

@@ -113,6 +113,8 @@ void RunLU(Context& context) {
   LuFactors factors =
       Compute(context, [&](Progress& progress) { return FactorLu(*a, pivoting, progress); });
   workspace.LUComputed = false;
+  workspace.manner.isKnown = true;
+  workspace.manner.pivoting = pivoting;
   if (!factors.factored) {
     ShowCounts(context, kSlotL, a->Rows(), a->Rows());
     ShowCounts(context, kSlotU, a->Rows(), a->Cols());

@@ -44,6 +44,7 @@ void KeepComputation(Workspace& workspace, Result result) {
   kept->aCols = workspace.A().cols;
   kept->bRows = workspace.B().rows;
   kept->bCols = workspace.B().cols;
+  kept->manner = workspace.manner;
   KeepRest(workspace, result, *kept);
   workspace.computations[result] = std::move(kept);
 }

@@ -23,6 +23,7 @@ struct Computation {
   int aCols = 0;
   int bRows = 0;
   int bCols = 0;
+  Manner manner;
   /// Of L and U: element k is the row of A that became row k; empty where none was exchanged.
   Matrix exchanges;
   /// Of a solution: the way of solving, and the factors that there were.

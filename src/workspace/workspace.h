@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "algorithms/eigenvalues.h"
 #include "base/matrix.h"
 #include "workspace/slot_table.h"
 #include "workspace/system_kind.h"
@@ -87,6 +88,15 @@ struct Revisions {
   std::uint32_t system = 0;
 };
 
+/// How a task went about its result, where there is more than one way. Files do not keep it.
+struct Manner {
+  bool isKnown = false;
+  bool pivoting = true;         ///< Of L and U.
+  bool byCofactors = true;      ///< Of the adjoint; else by the inverse.
+  EigenParameters eigen;        ///< Of the eigenvalues and their vectors,
+  std::int32_t shiftIndex = 0;  ///< with the index that was carried into the iteration.
+};
+
 struct Computation;
 
 /// The number of results that the table of results describes.
@@ -132,6 +142,7 @@ struct Workspace {
 
   StoredFactors storedFactors;
   EigenState eigen;
+  Manner manner;  ///< Of the task that runs, or ran last.
 
   Revisions revisions;
   std::array<Revisions, kResultCount> computedFrom;  ///< What they were when a result was computed.
