@@ -176,6 +176,7 @@ MarksInUse MarksOf(const Document& document, NumberForm form) {
 }
 
 bool LacksTitle(const Document& document) {
+  if (document.title.empty()) return false;
   if (document.blocks.empty()) return true;
   const auto* heading = std::get_if<Heading>(&document.blocks.front());
   return heading == nullptr || heading->level != 1;

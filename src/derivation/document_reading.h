@@ -51,7 +51,8 @@ struct MarksInUse {
 };
 MarksInUse MarksOf(const Document& document, NumberForm form);
 
-/// True where the document begins with no heading of its own, so that its title is to be shown.
+/// True where the document has a title and begins with no heading of its own, so that the title is
+/// to be shown. A part of a document has none.
 bool LacksTitle(const Document& document);
 
 /// The number of characters of a text in UTF-8, each one place wide.
