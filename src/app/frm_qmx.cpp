@@ -162,7 +162,8 @@ void frmQMX::IndexControls() {
     const bool isControl =
         known != controls_.end() && known->second == control && !latest_->isAncestorOf(control);
     // What is told of results follows from them.
-    const bool isTold = name.startsWith("lblStale") || name.contains("DigitsOf");
+    const bool isTold =
+        name.startsWith("lblStale") || name.startsWith("cmdSteps") || name.contains("DigitsOf");
     if (isControl && !isTold) commandControls_.append(control);
   }
   commandControls_.append(Find(mnuPrint));

@@ -5,6 +5,7 @@
 #include "app/application.h"
 #include "app/program.h"
 #include "base/memory.h"
+#include "derivation/derivation.h"
 #include "desktop/desktop_printer.h"
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
@@ -37,7 +38,13 @@ int main(int argc, char** argv) {
 #else
   const qmx::Prover* prover = nullptr;  // There is no library of ball arithmetic for this system.
 #endif
-  qmx::Program program({*files, printer, random, clock, qmx::SystemMemory()}, *settings, prover);
+#ifdef QMX_DERIVER
+  const qmx::Deriver* deriver = &qmx::ExactDeriver();
+#else
+  const qmx::Deriver* deriver = nullptr;  // Nor one of exact fractions.
+#endif
+  qmx::Program program({*files, printer, random, clock, qmx::SystemMemory()}, *settings, prover,
+                       deriver);
   windows = &program;
   application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
   bool started = false;

@@ -8,6 +8,7 @@
 #include "app/panel_kit.h"
 #include "app/panels.h"
 #include "app/scalar_proof.h"
+#include "app/steps_button.h"
 #include "workspace/result_table.h"
 
 namespace qmx {
@@ -46,7 +47,11 @@ constexpr std::array<ScalarTask, 4> kScalarTasks{{
 void AddScalarTask(QGridLayout* table, int row, const ScalarTask& entry, QWidget* parent) {
   QLabel* value = MakeResultLabel(InfoOf(entry.result).label, entry.meaning, parent);
   value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  table->addWidget(MakeTaskButton(entry.task, parent), row, 0, 1, 4);
+  auto* upper = new QHBoxLayout;
+  upper->setSpacing(2);
+  upper->addWidget(MakeTaskButton(entry.task, parent), 1);
+  upper->addWidget(MakeScalarStepsButton(entry.result, parent));
+  table->addLayout(upper, row, 0, 1, 4);
   table->addWidget(MakeLabel(entry.equals, entry.sign, parent), row + 1, 0);
   table->addWidget(value, row + 1, 1);
   table->addWidget(new ScalarProof(entry.result, value, parent), row + 1, 2);

@@ -25,7 +25,8 @@
 
 namespace qmx {
 
-Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover)
+Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover,
+                 const Deriver* deriver)
     : screen_(window_, commands_),
       context_(workspace_, screen_, ports),
       commands_(context_, [this](Fault fault) { EndAfterFault(fault); }),
@@ -44,7 +45,13 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Pro
           [this](const std::string& problem) {
             screen_.SetStatus("The session cannot be kept for the next start. " + problem);
           }),
-      digits_(workspace_, window_, screen_, commands_, prover) {
+      digits_(workspace_, window_, screen_, commands_, prover),
+      fractions_(workspace_, screen_, commands_, deriver),
+      steps_(workspace_, window_, screen_, commands_, deriver,
+             [this](DocumentWindow& window, std::optional<Slot> slot) {
+               zoom_.Attach(window, window.View());
+               screen_.PlaceIfNew(window, slot);
+             }) {
   WireMainWindow(window_, screen_, commands_);
   AddZoomMenu(window_, zoom_);
   zoom_.Attach(window_, *window_.findChild<MatrixGrid*>("grdLatest"));
@@ -78,6 +85,8 @@ bool Program::Start(const std::string& commandLine) {
 void Program::Furnish(QWidget& window) {
   if (auto* matrix = qobject_cast<GridWindow*>(&window)) {
     pictures_.Attach(*matrix);
+    fractions_.Attach(*matrix);
+    steps_.Attach(*matrix);
     matrix->AddViewEntries(zoom_.Entries());
     zoom_.Attach(window, matrix->Grid());
   } else if (auto* list = window.findChild<QListWidget*>()) {
@@ -110,6 +119,8 @@ void Program::AfterCommand() {
   AnnounceComputed();
   pictures_.Refresh();
   digits_.AfterCommand();
+  fractions_.AfterCommand();
+  steps_.AfterCommand();
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }
@@ -128,6 +139,8 @@ void Program::End() {
   session_.End();
   screen_.Memory().Keep(window_);
   pictures_.CloseAll();
+  fractions_.End();
+  steps_.CloseAll();
   screen_.CloseAllWindows();
   desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);

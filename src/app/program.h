@@ -7,9 +7,11 @@
 #include "app/desktop_screen.h"
 #include "app/digit_checks.h"
 #include "app/exchange_menu.h"
+#include "app/fractions.h"
 #include "app/frm_qmx.h"
 #include "app/pictures.h"
 #include "app/recent_projects.h"
+#include "app/steps.h"
 #include "base/fault.h"
 #include "commands/command_runner.h"
 #include "desktop/decimal_guard.h"
@@ -23,7 +25,9 @@ namespace qmx {
 class Program {
  public:
   /// `prover` proves the digits of results in the background; without one nothing is told of them.
-  Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover = nullptr);
+  /// `deriver` derives how they came about; without one nobody is told.
+  Program(const SystemPorts& ports, RegionalSettings& settings, const Prover* prover = nullptr,
+          const Deriver* deriver = nullptr);
 
   /// Shows the main window in its start state and opens the project that the command line names, if
   /// it names one. False, and nothing shown, if the user declines what the program needs.
@@ -39,6 +43,8 @@ class Program {
   Context& Commands() { return context_; }
   CommandRunner& Runner() { return commands_; }
   DigitChecks& Digits() { return digits_; }
+  Steps& StepsOfResults() { return steps_; }
+  Fractions& FractionsOfResults() { return fractions_; }
 
  private:
   void AfterCommand();
@@ -64,6 +70,8 @@ class Program {
   std::unique_ptr<FileStore> stateFiles_;  ///< Of the session: they are written in the background.
   LastSession session_;
   DigitChecks digits_;
+  Fractions fractions_;
+  Steps steps_;
   CommandRunner::Mark kept_;  ///< Of the state that the session was told of.
 };
 

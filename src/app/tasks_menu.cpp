@@ -51,6 +51,10 @@ void AddTasksMenu(QMenuBar* bar) {
     if (std::find(kGroupEnds.begin(), kGroupEnds.end(), entry.task) != kGroupEnds.end())
       menu->addSeparator();
   }
+  menu->addSeparator();
+  QMenu* steps = menu->addMenu(QObject::tr("St&eps of"));
+  steps->setObjectName("mnuSteps");
+  steps->setToolTipsVisible(true);
 }
 
 void PressByEntry(QAction* entry, QAbstractButton* button) {

@@ -39,7 +39,8 @@ inline constexpr std::array<TaskKey, 17> kTaskKeys{{
     {kTaskSpecialMatrix, Qt::Key_N},  // New.
 }};
 
-/// Adds the menu of the tasks to the bar, an entry `mnuTask_i` for each.
+/// Adds the menu of the tasks to the bar, an entry `mnuTask_i` for each, and below them the empty
+/// menu `mnuSteps`.
 void AddTasksMenu(QMenuBar* bar);
 
 /// Lets an entry of a menu do what a button of the main window does, and nothing else: it is

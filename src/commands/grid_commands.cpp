@@ -39,7 +39,10 @@ class CellWriter {
       : workspace_(workspace), slot_(slot), array_(workspace.At(slot).array), shown_(shown) {}
 
   void Append(int row, int col) {
-    if (const double* element = Find(row, col)) {
+    const std::string fraction = shown_.fraction ? shown_.fraction(row, col) : std::string();
+    if (!fraction.empty()) {
+      text += fraction;
+    } else if (const double* element = Find(row, col)) {
       std::array<char, kFileNumberRoom> room;
       text.append(room.data(), WriteClipboardNumber(room.data(), *element));
     } else {
@@ -193,13 +196,19 @@ std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRang
 }
 
 std::optional<std::string> CopyBlockAs(Context& context, Slot slot, const CellRange& cells,
-                                       CopyForm form) {
+                                       CopyForm form, const FractionOf& fraction) {
   const Matrix& array = context.workspace.At(slot).array;
   if (!array.Contains(cells.firstRow, cells.firstCol) ||
       !array.Contains(cells.lastRow, cells.lastCol))
     return std::nullopt;
   if (!HasRoomForText(context.memory, cells)) return RefuseCopy(context);
   const int cols = cells.lastCol - cells.firstCol + 1;
+  FractionOf inBlock;
+  if (fraction) {
+    inBlock = [&](int row, int col) {
+      return fraction(cells.firstRow + row - 1, cells.firstCol + col - 1);
+    };
+  }
   std::string text;
   context.work.Run([&](Progress& progress) {
     Matrix block = Matrix::Unset(cells.lastRow - cells.firstRow + 1, cols);
@@ -208,7 +217,7 @@ std::optional<std::string> CopyBlockAs(Context& context, Slot slot, const CellRa
       std::copy_n(from, cols, block.Row(i));
     }
     progress.Report(0);
-    text = CopyText(block, form);
+    text = CopyText(block, form, inBlock);
     progress.Report(1);
   });
   return text;

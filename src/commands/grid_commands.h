@@ -43,20 +43,23 @@ void PasteAs(Context& context, Slot operand, std::string_view text);
 struct ShownCells {
   std::function<std::string(int row, int col)> text;
   std::function<bool(int row, int col)> isEmpty;
+  /// The exact fraction that a cell shows in place of its number; empty where it shows none.
+  FractionOf fraction = {};
 };
 
 /// A block of cells as text for the clipboard: numbers separated by tabs, every row ended by a line
 /// feed. An element is written with all its digits, whatever precision the grid shows; a cell that
-/// is empty stays empty, and one that shows no element keeps its text. `headers` adds the header
-/// column and, where the grid has one, the header row. Nothing after a message where the text would
-/// not fit into memory.
+/// is empty stays empty, and one that shows no element, or a fraction, keeps its text. `headers`
+/// adds the header column and, where the grid has one, the header row. Nothing after a message
+/// where the text would not fit into memory.
 std::optional<std::string> CopyBlock(Context& context, Slot slot, const CellRange& cells,
                                      const ShownCells& shown, bool headers = false);
 
-/// A block of elements as text in a form that another program takes, with all digits. Nothing after
-/// a message where the text would not fit into memory.
+/// A block of elements as text in a form that another program takes, with all digits; fractions
+/// that the cells show stay what they are. Nothing after a message where the text would not fit
+/// into memory.
 std::optional<std::string> CopyBlockAs(Context& context, Slot slot, const CellRange& cells,
-                                       CopyForm form);
+                                       CopyForm form, const FractionOf& fraction = {});
 
 /// The tool tip of a cell's entry box: "A(2,3)=7" in an editor, "(2,3)=7" in a viewer.
 std::string CellToolTip(Slot slot, int row, int col, const std::string& text);

@@ -89,6 +89,18 @@ void Append(std::string& text, double value, CopyForm form) {
   }
 }
 
+void AppendFraction(std::string& text, const std::string& fraction, CopyForm form) {
+  const std::size_t bar = fraction.find('/');
+  if (form != CopyForm::kLatex || bar == std::string::npos) {
+    text += fraction;
+    return;
+  }
+  const bool negative = fraction.front() == '-';
+  text += negative ? "-\\frac{" : "\\frac{";
+  text += fraction.substr(negative ? 1 : 0, bar - (negative ? 1 : 0)) + "}{" +
+          fraction.substr(bar + 1) + "}";
+}
+
 std::string Heading(CopyForm form, int cols) {
   constexpr int kUsualLatexColumns = 10;
   std::string heading;
@@ -103,7 +115,7 @@ std::string Heading(CopyForm form, int cols) {
 
 }  // namespace
 
-std::string CopyText(const Matrix& values, CopyForm form) {
+std::string CopyText(const Matrix& values, CopyForm form, const FractionOf& fraction) {
   if (values.Size() == 0) return {};
   const Frame frame = FrameOf(form);
   std::string text = Heading(form, values.Cols());
@@ -115,7 +127,8 @@ std::string CopyText(const Matrix& values, CopyForm form) {
     text += frame.rowStart;
     for (int j = 1; j <= values.Cols(); ++j) {
       if (j > 1) text += frame.between;
-      Append(text, values(i, j), form);
+      const std::string exact = fraction ? fraction(i, j) : std::string();
+      exact.empty() ? Append(text, values(i, j), form) : AppendFraction(text, exact, form);
     }
   }
   text += frame.end;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,10 @@ extern const std::array<CopyFormInfo, kCopyFormCount> kCopyForms;
 ///   kMarkdown      a table without headings, aligned to the right
 ///   kMatlab        "[1, -0.5;", " 1E+20, 3]", a line each
 ///   kNumpy         "np.array([[1, -0.5],", "          [1E+20, 3]], dtype=float)", a line each
-std::string CopyText(const Matrix& values, CopyForm form);
+///
+/// `fraction`, where given, tells of element (i, j) the fraction that stands in its place, "-1/3";
+/// nothing where the number does. LaTeX has it as \frac.
+using FractionOf = std::function<std::string(int row, int col)>;
+std::string CopyText(const Matrix& values, CopyForm form, const FractionOf& fraction = {});
 
 }  // namespace qmx

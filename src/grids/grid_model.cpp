@@ -12,9 +12,6 @@ namespace {
 /// Blocks with more cells than this are kept as they are.
 constexpr std::size_t kSmallBlock = 4096;
 
-constexpr quint64 KeyOf(int row, int col) {
-  return static_cast<quint64>(row) << 32 | static_cast<quint32>(col);
-}
 constexpr int RowOf(quint64 key) { return static_cast<int>(key >> 32); }
 constexpr int ColOf(quint64 key) { return static_cast<int>(key & 0xffffffffU); }
 
@@ -123,6 +120,8 @@ QString GridModel::ElementText(int row, int col) const {
     const int i = row - headerRows_ + 1;
     const Column& column = all_.columns[col];
     if (i > column.filled) return {};
+    QString fraction = Fraction(row, col);
+    if (!fraction.isEmpty()) return fraction;
     const double value = all_.values(i, col);
     return QString::fromStdString(column.wide ? CStr(value) : CStrSingle(value));
   }

@@ -5,10 +5,12 @@
 #include <QColor>
 #include <QHash>
 #include <QString>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "base/matrix.h"
+#include "derivation/document.h"
 #include "grids/shown_digits.h"
 #include "grids/written_blocks.h"
 
@@ -77,6 +79,15 @@ class GridModel : public QAbstractTableModel {
   /// watched, and where it is.
   QString Description(int row, int col) const;
 
+  /// Exact numbers in place of elements, row by row: those that are known, as fractions. They go
+  /// with the next numbers that come in. Null: elements again.
+  void SetFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions);
+  bool HasFractions() const { return fractions_ != nullptr; }
+  /// The fraction that a data cell shows; empty where it shows none.
+  QString Fraction(int row, int col) const;
+  /// The longest one; empty where there is none.
+  QString LongestFraction() const;
+
   /// All that the grid shows. A copy shares what is large.
   struct Contents {
     int rows = 0;
@@ -103,6 +114,10 @@ class GridModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
+  /// The place of a cell among the texts.
+  static constexpr quint64 KeyOf(int row, int col) {
+    return static_cast<quint64>(row) << 32 | static_cast<quint32>(col);
+  }
   void DropCellsOutside();
   bool FillsAll(const Matrix& values, const std::vector<bool>* columns) const;
   void Merge(const Matrix& values, bool wide, const std::vector<bool>* columns);
@@ -115,6 +130,7 @@ class GridModel : public QAbstractTableModel {
   int headerRows_;
   Contents all_;
   ShownDigits digits_;
+  std::shared_ptr<const std::vector<ExactNumber>> fractions_;
 };
 
 }  // namespace qmx

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What the model of a grid knows of the digits of its cells.
 
+#include "base/number_text.h"
 #include "commands/digit_texts.h"
+#include "derivation/document_reading.h"
 #include "grids/grid_model.h"
 #include "grids/qt_text.h"
 
@@ -16,6 +18,7 @@ void GridModel::SetDigits(const ShownDigits& digits) {
 
 /// Numbers that come in are not those that something has been proved of.
 void GridModel::DropProofs() {
+  fractions_.reset();
   digits_.cells.reset();
   if (digits_.isWatched) digits_.line = tr("Not checked yet");
 }
@@ -27,13 +30,44 @@ bool GridModel::IsWatched(int row, int col) const {
 }
 
 std::optional<int> GridModel::ProvedDigits(int row, int col) const {
-  if (!IsWatched(row, col)) return std::nullopt;
+  // Nothing of a fraction is rounded.
+  if (!IsWatched(row, col) || !Fraction(row, col).isEmpty()) return std::nullopt;
   if (digits_.cells == nullptr) return 0;
   const int i = row < headerRows_ ? 0 : row - headerRows_ + 1;
   return digits_.cells->Held(i, col, Text(row, col).toStdString(), kWideDigits);
 }
 
+void GridModel::SetFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions) {
+  const auto cells = static_cast<std::size_t>(all_.rows) * static_cast<std::size_t>(all_.cols);
+  if (fractions != nullptr && fractions->size() != cells) fractions.reset();
+  if (fractions == fractions_) return;
+  fractions_ = std::move(fractions);
+  if (cells > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+QString GridModel::Fraction(int row, int col) const {
+  if (fractions_ == nullptr || !IsData(row, col) || all_.texts.contains(KeyOf(row, col))) return {};
+  const auto place = static_cast<std::size_t>(row - headerRows_) * all_.cols + (col - 1);
+  const ExactNumber& exact = (*fractions_)[place];
+  // A column without an eigenvector shows none.
+  if (row - headerRows_ + 1 > all_.columns[col].filled) return {};
+  return ToQString(ExactText(exact));
+}
+
+QString GridModel::LongestFraction() const {
+  QString longest;
+  for (int row = headerRows_; HasFractions() && row < rowCount(); ++row) {
+    for (int col = 1; col <= all_.cols; ++col) {
+      const QString fraction = Fraction(row, col);
+      if (fraction.size() > longest.size()) longest = fraction;
+    }
+  }
+  return longest;
+}
+
 QString GridModel::DigitsTip(int row, int col) const {
+  if (!Fraction(row, col).isEmpty())
+    return tr("Exact; as a decimal %1").arg(QString::fromStdString(CStr(Value(row, col))));
   if (!IsWatched(row, col) || IsBlank(row, col)) return {};
   if (digits_.cells == nullptr) return digits_.line;
   const int i = row < headerRows_ ? 0 : row - headerRows_ + 1;

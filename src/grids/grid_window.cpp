@@ -42,6 +42,7 @@ GridWindow::GridWindow(CommandRunner& commands, qmx::Slot slot)
   stale_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   stale_->hide();
   lower_->addWidget(stale_, 1);
+  lower_->addStretch();
   digits_ = new DigitsLine(this);
   layout_->addWidget(digits_);
   connect(digits_, &DigitsLine::Asked, this, &GridWindow::CheckAsked);
@@ -68,6 +69,11 @@ void GridWindow::AddToggle() {
   toggle->setAutoDefault(true);  // Enter presses it, as Space does.
   lower_->insertWidget(0, toggle, 0, Qt::AlignLeft);
   connect(toggle, &QPushButton::clicked, this, &GridWindow::Toggle);
+}
+
+void GridWindow::AddToLowerLine(QWidget& button) {
+  lower_->insertWidget(lower_->indexOf(stale_), &button);
+  FitToGrid();
 }
 
 void GridWindow::Show(const GridContent& content, bool wide) {
@@ -105,6 +111,13 @@ void GridWindow::ShowDigits(const ShownDigits& digits) {
   grid_->SetDigits(digits);
   if (digits_->Show(digits)) FitToGrid();
   if (box_ != nullptr && !box_->isHidden()) ShowToolTip(box_->text());
+}
+
+void GridWindow::ShowFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions) {
+  if (fractions == nullptr && !grid_->Model().HasFractions()) return;
+  HideEntryBox();
+  grid_->SetFractions(std::move(fractions));
+  FitToGrid();
 }
 
 void GridWindow::keyPressEvent(QKeyEvent* event) {
@@ -157,7 +170,7 @@ void GridWindow::FitToGrid() {
   const bool tooHigh = wanted.height() > largest.height();
   const bool tooWide = wanted.width() > largest.width();
   wanted += QSize(tooHigh ? bar : 0, tooWide ? bar : 0);
-  fitted_ = wanted.boundedTo(largest).expandedTo(kSmallest);
+  fitted_ = wanted.boundedTo(largest).expandedTo(kSmallest).expandedTo(layout_->minimumSize());
   resize(fitted_);
 }
 

@@ -38,6 +38,8 @@ class GridWindow : public QWidget {
   void ShowStale(const QString& why);
   /// Tells how many digits hold, in the cells and below the grid.
   void ShowDigits(const ShownDigits& digits);
+  /// Shows exact fractions in place of elements; null: the elements again.
+  void ShowFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions);
   /// Gives every data column the default width, or twice it.
   void SetWide(bool wide);
   /// The present size is not the user's choice: the window may still be shaped for its grid.
@@ -53,6 +55,8 @@ class GridWindow : public QWidget {
   void HideEntryBox();
   /// Entries for how the matrix is seen, at the end of the menus of its cells.
   void AddViewEntries(const QList<QAction*>& entries) { viewEntries_ += entries; }
+  /// Adds a button to the line below the grid, right of those that are there.
+  void AddToLowerLine(QWidget& button);
   /// Brings the window to the front, at an element, counted from 1.
   void GoToElement(int row, int col);
 
@@ -98,6 +102,7 @@ class GridWindow : public QWidget {
   void ExtendBoxMenu(QMenu* menu);
   void CopyCells(bool headers);
   QMenu* MakeCopyAsMenu(QMenu* parent);
+  FractionOf ShownFractions() const;
   void CopyFromBox();
   void GoTo();
 

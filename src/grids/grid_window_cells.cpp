@@ -97,7 +97,8 @@ void GridWindow::CopyCells(bool headers) {
   const int shift = 1 - grid_->Model().HeaderRows();
   const ShownCells shown{
       [this, shift](int row, int col) { return grid_->TextMatrix(row - shift, col).toStdString(); },
-      [this, shift](int row, int col) { return grid_->Model().IsBlank(row - shift, col); }};
+      [this, shift](int row, int col) { return grid_->Model().IsBlank(row - shift, col); },
+      ShownFractions()};
   std::optional<std::string> text;
   commands_.Do([&](Context& context) {
     text = CopyBlock(context, slot_,
@@ -108,6 +109,14 @@ void GridWindow::CopyCells(bool headers) {
   // A single number goes into a field as well.
   if (cells.IsOneCell() && !headers) text->pop_back();
   QApplication::clipboard()->setText(QString::fromStdString(*text));
+}
+
+FractionOf GridWindow::ShownFractions() const {
+  if (!grid_->Model().HasFractions()) return {};
+  const int shift = 1 - grid_->Model().HeaderRows();
+  return [this, shift](int row, int col) {
+    return grid_->Model().Fraction(row - shift, col).toStdString();
+  };
 }
 
 QMenu* GridWindow::MakeCopyAsMenu(QMenu* parent) {
@@ -127,7 +136,8 @@ void GridWindow::CopyAs(CopyForm form) {
   if (const std::optional<CellBlock> block = grid_->Selected())
     cells = {block->top + shift, block->left, block->bottom + shift, block->right};
   std::optional<std::string> text;
-  commands_.Do([&](Context& context) { text = CopyBlockAs(context, slot_, cells, form); });
+  commands_.Do(
+      [&](Context& context) { text = CopyBlockAs(context, slot_, cells, form, ShownFractions()); });
   if (text) QApplication::clipboard()->setText(QString::fromStdString(*text));
 }
 

@@ -131,6 +131,11 @@ void MatrixGrid::SetWide(bool wide) {
   ApplyWidths();
 }
 
+void MatrixGrid::SetFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions) {
+  model_->SetFractions(std::move(fractions));
+  ApplyWidths();
+}
+
 void MatrixGrid::WidenHeaderFor(const QString& text) {
   const int width = TextWidthWithMargins(text);
   if (width <= headerWidth_) return;
@@ -145,7 +150,10 @@ void MatrixGrid::ApplyWidths() {
   const int numbers = TextWidthWithMargins(QString::number(std::max(model_->DataRows(), 100)));
   headerWidth_ = std::max({headerWidth_, corner, numbers});
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
-  horizontalHeader()->setDefaultSectionSize(DefaultColumnWidth() * (wide_ ? 2 : 1));
+  int width = DefaultColumnWidth() * (wide_ ? 2 : 1);
+  if (model_->HasFractions())
+    width = std::max(width, TextWidthWithMargins(model_->LongestFraction()));
+  horizontalHeader()->setDefaultSectionSize(width);
   setColumnWidth(0, headerWidth_);
   // The range of the scroll bars follows only later by itself.
   updateGeometries();

@@ -54,6 +54,8 @@ class MatrixGrid final : public QTableView {
   /// Shows what another grid shows, as long as that is there; null: nothing any more.
   void Follow(const MatrixGrid* other);
   void SetDigits(const ShownDigits& digits) { model_->SetDigits(digits); }
+  /// Shows exact fractions, in columns that have room for them.
+  void SetFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions);
 
   const GridModel& Model() const { return *model_; }
   int ColWidth(int col) const { return columnWidth(col); }

@@ -12,8 +12,8 @@
 
 namespace qmx::test {
 
-Desktop::Desktop(const Prover* prover)
-    : program({files, printer, random, clock, memory}, settings, prover) {
+Desktop::Desktop(const Prover* prover, const Deriver* deriver)
+    : program({files, printer, random, clock, memory}, settings, prover, deriver) {
   // Where a test before left its windows is nothing to this one.
   Settings().remove("windows");
   program.Start("");

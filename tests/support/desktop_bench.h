@@ -32,8 +32,9 @@ struct SeenBox {
 /// The whole program with its windows, right after its start, worked by keys and clicks.
 class Desktop : public ::testing::Test {
  public:
-  /// Nothing is told of digits where there is no prover.
-  explicit Desktop(const Prover* prover = nullptr);
+  /// Nothing is told of digits where there is no prover, and no steps are shown where there is no
+  /// deriver.
+  explicit Desktop(const Prover* prover = nullptr, const Deriver* deriver = nullptr);
 
   MemoryFiles files;
   RecordingPrinter printer;

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "app/derivation_runs.h"
+
+#include <new>
+#include <utility>
+
+#include "base/fault.h"
+
+namespace qmx {
+namespace {
+
+/// What a derivation that nobody waits for any more is left by.
+struct Dropped {};
+
+}  // namespace
+
+void DerivationRuns::Drop::operator()(std::shared_ptr<Run>* run) const {
+  (*run)->dropped_ = true;
+  delete run;
+}
+
+DerivationRuns::Ticket DerivationRuns::Start(Work work, Then then) {
+  auto run = std::make_shared<Run>(std::move(work), std::move(then));
+  Ticket ticket(new std::shared_ptr<Run>(run));
+  if (ended_) return ticket;
+  waiting_.push_back(std::move(run));
+  StartNext();
+  return ticket;
+}
+
+void DerivationRuns::StopAll() {
+  ended_ = true;
+  waiting_.clear();
+  if (running_ != nullptr) running_->dropped_ = true;
+}
+
+void DerivationRuns::StartNext() {
+  while (running_ == nullptr && !waiting_.empty()) {
+    const std::shared_ptr<Run> next = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (!next->dropped_) running_ = next;
+  }
+  if (running_ == nullptr) return;
+  worker_.Start([run = running_.get()] { Do(*run); },
+                [this] { QMetaObject::invokeMethod(this, "AfterRun", Qt::QueuedConnection); });
+}
+
+void DerivationRuns::Do(Run& run) {
+  try {
+    run.work_([&run] {
+      if (run.dropped_.load(std::memory_order_relaxed)) throw Dropped{};
+    });
+  } catch (const Dropped&) {
+  } catch (const std::bad_alloc&) {
+    run.end_ = End::kNoMemory;
+  } catch (const RuntimeFault&) {
+    run.end_ = End::kNoMemory;
+  }
+}
+
+void DerivationRuns::AfterRun() {
+  const std::shared_ptr<Run> run = std::move(running_);
+  running_ = nullptr;
+  if (!run->dropped_) run->then_(run->end_);
+  if (!ended_) StartNext();
+  Q_EMIT Ended();
+}
+
+}  // namespace qmx

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <atomic>
+#include <deque>
+#include <functional>
+#include <memory>
+
+#include "derivation/derivation.h"
+#include "desktop/worker.h"
+
+namespace qmx {
+
+/// Derives beside the windows, one derivation after the other. Nobody ever waits for one but the
+/// end of the program, which a derivation reaches at its next look.
+class DerivationRuns : public QObject {
+  Q_OBJECT
+
+ public:
+  enum class End {
+    kDone,
+    kNoMemory,
+  };
+  /// What is done on the worker. It owns what it reads; it is made and let go by the thread of the
+  /// windows, so that whoever writes a shared element meanwhile takes a copy.
+  using Work = std::function<void(const DerivationLook& look)>;
+  /// What follows in the thread of the windows.
+  using Then = std::function<void(End end)>;
+
+  /// A run that somebody waits for. When it goes, the run is stopped, and nothing follows.
+  class Run {
+   public:
+    Run(Work work, Then then) : work_(std::move(work)), then_(std::move(then)) {}
+
+   private:
+    friend class DerivationRuns;
+    Work work_;
+    Then then_;
+    std::atomic<bool> dropped_ = false;
+    End end_ = End::kDone;
+  };
+  struct Drop {
+    void operator()(std::shared_ptr<Run>* run) const;
+  };
+  using Ticket = std::unique_ptr<std::shared_ptr<Run>, Drop>;
+
+  DerivationRuns() = default;
+  ~DerivationRuns() override { StopAll(); }
+
+  Ticket Start(Work work, Then then);
+  void StopAll();
+  bool IsIdle() const { return running_ == nullptr && waiting_.empty(); }
+
+ Q_SIGNALS:
+  /// A run has ended, and what follows is done.
+  void Ended();
+
+ private:
+  Q_INVOKABLE void AfterRun();
+  void StartNext();
+  static void Do(Run& run);
+
+  std::deque<std::shared_ptr<Run>> waiting_;
+  std::shared_ptr<Run> running_;
+  bool ended_ = false;
+  Worker worker_;
+};
+
+}  // namespace qmx
