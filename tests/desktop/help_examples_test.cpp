@@ -15,7 +15,10 @@
 #include "commands/lifecycle.h"
 #include "commands/parameters.h"
 #include "commands/print_commands.h"
+#include "commands/steps_question.h"
 #include "commands/task_table.h"
+#include "derivation/document_reading.h"
+#include "derivation/document_text.h"
 #include "desktop/help_page.h"
 #include "output/reports.h"
 #include "proof/prover.h"
@@ -85,6 +88,8 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
         {"beside", &HelpExamples::ExpectBeside},
         {"widecell", &HelpExamples::ExpectWideCell},
         {"celltip", &HelpExamples::ExpectCellTip},
+        {"steps", &HelpExamples::ExpectStep},
+        {"fractions", &HelpExamples::ExpectFractions},
     };
     const auto action = kActions.find(step.action);
     ASSERT_NE(action, kActions.end()) << "nobody does data-" << step.action;
@@ -297,6 +302,25 @@ class HelpExamples : public Workbench, public testing::WithParamInterface<std::s
     EXPECT_EQ(CellDigitTip(*standing.finding->matrices[FindingIndex(cell.slot)], cell.row, 1,
                            cell.text, kWideDigits),
               step.text);
+  }
+
+  /// The steps of a result have this line.
+  void ExpectStep(const HelpStep& step) {
+    const auto result = static_cast<Result>(std::stoi(step.target));
+    ASSERT_EQ(WhyNoSteps(workspace, result), "");
+    const Document steps = ExactDeriver().Derive(StepsQuestion(workspace, result, 1, 1), [] {});
+    const std::string text = SpokenText(steps, NumberForm::kFractions);
+    EXPECT_NE(text.find("\n" + step.text + "\n"), std::string::npos) << text;
+  }
+  void ExpectFractions(const HelpStep& step) {
+    const Result result = ResultOf(SlotOfWindow(step.target)).result;
+    const auto exact = ExactDeriver().ExactElements(StepsQuestion(workspace, result, 0, 0), [] {});
+    ASSERT_FALSE(exact.empty());
+    std::vector<std::string> wanted;
+    for (const auto& row : step.cells) wanted.insert(wanted.end(), row.begin(), row.end());
+    std::vector<std::string> found;
+    for (const ExactNumber& number : exact.front()) found.push_back(ExactText(number));
+    EXPECT_EQ(found, wanted);
   }
 
   std::size_t linesBefore_ = 0;
