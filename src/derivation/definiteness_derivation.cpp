@@ -32,6 +32,10 @@ class MinorTeller {
  private:
   ShownMatrix Now() const;
   void Part(Elements<Traced>& W, const Traced& pivot);
+  /// Of a large matrix the first columns of a row that joins are told.
+  bool TellsColumn(int column) const {
+    return isTold_ && (choice_.IsFull() || column <= kFullOrder);
+  }
   void TellMinor(int order, const Traced& minor, int exchanges);
 
   Scribe& scribe_;
@@ -65,7 +69,10 @@ void MinorTeller::Part(Elements<Traced>& W, const Traced& pivot) {
 
 void MinorTeller::OnPivot(Elements<Traced>& W, int row, int column, bool isNewRow) {
   const Traced pivot = W(isNewRow ? row : column, column);
-  if (isTold_) {
+  if (isTold_ && !TellsColumn(column) && column == kFullOrder + 1) {
+    scribe_.Say("And in the same way columns ", column, " to ", row - 1, ".");
+  }
+  if (TellsColumn(column)) {
     const std::string who = isNewRow ? "row " + CStr(row) : "the diagonal";
     scribe_.Say("Column ", column, ": " + who + " has the larger magnitude and is the pivot, ",
                 pivot, ".");
@@ -85,13 +92,13 @@ void MinorTeller::OnNoPivot(Elements<Traced>& W, int row, int column) {
 
 void MinorTeller::OnExchange(int one, int two) {
   for (int j = 1; j <= W_.Cols(); ++j) std::swap(isCleared_(one, j), isCleared_(two, j));
-  if (isTold_) scribe_.Add(SayExchange(one, two));
+  if (TellsColumn(one)) scribe_.Add(SayExchange(one, two));
 }
 
 void MinorTeller::OnSubtract(int target, const Traced& factor, int source) {
   scribe_.Look();
   isCleared_(target, source) = 1;
-  if (isTold_) scribe_.Add(SaySubtract(target, factor, source));
+  if (TellsColumn(source)) scribe_.Add(SaySubtract(target, factor, source));
 }
 
 void MinorTeller::OnMinor(int order, const Traced& minor, int exchanges) {

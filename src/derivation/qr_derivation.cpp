@@ -43,7 +43,11 @@ void QrTeller::OnColumn(int column) {
 void QrTeller::OnProjection(Elements<Traced>& V, int column, int onto, const Traced& product,
                             const Traced& square, const Traced& quotient) {
   scribe_.Look();
-  if (isTold_) {
+  if (isTold_ && !choice_.IsFull() && onto > kFullOrder) {
+    if (onto == kFullOrder + 1) {
+      scribe_.Say("And in the same way the columns from ", onto, " to ", column - 1, ".");
+    }
+  } else if (isTold_) {
     scribe_.Formula(qmx::V(onto), Sign("·"), A(column), kEquals, product, Sign(","), qmx::V(onto),
                     Sign("·"), qmx::V(onto), kEquals, square);
     scribe_.Add(SaySubtract(column, quotient, onto, true));

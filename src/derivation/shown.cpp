@@ -18,12 +18,11 @@ namespace {
 constexpr ulong kMostTrialPrime = 5000;
 constexpr ulong kMostWordBits = 64;
 
-/// |a - b| < 10^exponent, or no more than half of it.
-bool IsWithin(const Rational& distance, slong exponent, bool isHalf) {
+/// Whether a distance is no more than half of 10^exponent.
+bool IsWithinHalf(const Rational& distance, slong exponent) {
   Rational unit = PowerOfTen(exponent);
-  if (isHalf) fmpq_div_2exp(unit.Get(), unit.Get(), 1);
-  const int order = fmpq_cmp(distance.Get(), unit.Get());
-  return isHalf ? order <= 0 : order < 0;
+  fmpq_div_2exp(unit.Get(), unit.Get(), 1);
+  return fmpq_cmp(distance.Get(), unit.Get()) <= 0;
 }
 
 /// Where the digits-th significant digit of a text ends; the whole length where it has no more.
@@ -134,9 +133,9 @@ std::size_t HeldCharacters(std::string_view decimal, const Rational& exact) {
   fmpq_sub(distance.Get(), written->value.Get(), exact.Get());
   fmpq_abs(distance.Get(), distance.Get());
   const slong leading = written->leading;
-  if (IsWithin(distance, leading - kWideDigits + 1, true)) return decimal.size();
+  if (IsWithinHalf(distance, leading - kWideDigits + 1)) return decimal.size();
   int digits = 0;
-  while (digits < kWideDigits - 1 && IsWithin(distance, leading - digits, false)) ++digits;
+  while (digits < kWideDigits - 1 && IsWithinHalf(distance, leading - digits)) ++digits;
   return EndOfDigit(decimal, digits);
 }
 

@@ -18,9 +18,9 @@ ExactNumber ExactOf(const Rational& value, int mostDigits = kMostExactDigits);
 /// be split into such within a moment.
 ExactNumber ExactOf(const TracedRoot& value, int mostDigits = kMostExactDigits);
 
-/// How many leading characters of a text hold. All of them where it is the exact value rounded to
-/// the digits of a grid; else as many as come before the first digit whose unit is no more than the
-/// text is off by.
+/// How many leading characters of a text hold: up to the last digit of whose unit it is off by no
+/// more than a half. All of them where it is the exact value rounded to the digits of a grid.
+///   "0.333333333333334" for 1/3 -> 16   "0" for 0 -> 1   "5E-17" for 0 -> 0
 std::size_t HeldCharacters(std::string_view decimal, const Rational& exact);
 
 ShownNumber Show(const Traced& number);
