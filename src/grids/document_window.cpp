@@ -34,6 +34,12 @@ bool IsPrintKey(const QKeyEvent& event) {
   return event.key() == Qt::Key_P && event.modifiers() == Qt::ControlModifier;
 }
 
+/// A key that the view takes in any case.
+bool IsPageKey(const QKeyEvent& event) {
+  return (event.key() == Qt::Key_PageUp || event.key() == Qt::Key_PageDown) &&
+         (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
 }  // namespace
 
 DocumentWindow::DocumentWindow(const QString& name, const QString& title)
@@ -230,6 +236,9 @@ void DocumentWindow::keyPressEvent(QKeyEvent* event) {
     close();
   } else if (IsPrintKey(*event) && view_->Shown() != nullptr) {
     Q_EMIT PrintAsked();
+  } else if (IsPageKey(*event) && !view_->hasFocus()) {
+    // At the buttons: who has chosen the form reads on.
+    QCoreApplication::sendEvent(view_, event);
   } else {
     QWidget::keyPressEvent(event);
   }

@@ -12,6 +12,7 @@
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -284,6 +285,17 @@ TEST_F(StepsTest, OnePressSwitchesTheNumbersAndIsRemembered) {
   DocumentWindow& other = OpenSteps(kSlotTranspose);
   EXPECT_EQ(other.View().Form(), NumberForm::kBoth);
   EXPECT_TRUE(Part<QRadioButton>(other, "optBoth").isChecked());
+}
+
+TEST_F(StepsTest, WhoHasChosenTheFormReadsOn) {
+  DocumentWindow& window = OpenInverse();
+  for (int k = 0; k < 9; ++k) Key(Qt::Key_Plus, Qt::ControlModifier);
+  window.resize(400, 200);
+  Part<QRadioButton>(window, "optDecimals").setFocus();
+  ASSERT_GT(window.View().verticalScrollBar()->maximum(), 0);
+  Key(Qt::Key_PageDown);
+  EXPECT_GT(window.View().verticalScrollBar()->value(), 0);
+  Key(Qt::Key_0, Qt::ControlModifier);
 }
 
 TEST_F(StepsTest, CopiesAllOrWhatIsSelected) {
