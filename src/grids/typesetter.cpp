@@ -3,6 +3,8 @@
 #include "grids/typesetter.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 
 #include "derivation/document_reading.h"
 #include "grids/contrast.h"
@@ -81,6 +83,31 @@ PageColours PageColours::OfPaper() {
   colours.accent = QColor(0x30, 0x30, 0x30);
   colours.tint = QColor(0xe8, 0xe8, 0xe8);
   return colours;
+}
+
+bool IsDecimalExact(const ShownNumber& number) {
+  constexpr std::size_t kMostDigits = 18;  // Of 64 bits.
+  const ExactNumber& exact = number.exact;
+  const bool isNegative = number.decimal.starts_with('-');
+  if (exact.radicand != "1" || exact.numerator.starts_with('-') != isNegative) return false;
+  std::string digits(WithoutSign(number.decimal));
+  const std::size_t point = digits.find('.');
+  const std::size_t places = point == std::string::npos ? 0 : digits.size() - point - 1;
+  if (point != std::string::npos) digits.erase(point, 1);
+  const std::string_view numerator = WithoutSign(exact.numerator);
+  for (const std::string_view text :
+       {std::string_view(digits), numerator, std::string_view(exact.denominator)}) {
+    const bool isWhole = text.find_first_not_of("0123456789") == std::string_view::npos;
+    if (!isWhole || text.empty() || text.size() > kMostDigits) return false;
+  }
+  std::uint64_t power = 1;
+  for (std::size_t k = 0; k < places; ++k) power *= 10;
+  const std::uint64_t denominator = std::stoull(exact.denominator);
+  // The last decimal place is 1 / power; the number has to be so many of them.
+  if (power % denominator != 0) return false;
+  const std::uint64_t factor = power / denominator;
+  const std::uint64_t whole = std::stoull(digits);
+  return whole % factor == 0 && whole / factor == std::stoull(std::string(numerator));
 }
 
 Typesetter::Typesetter(const QFont& font, NumberForm form, const PageColours& colours)
@@ -230,7 +257,7 @@ Extent Typesetter::SetNumber(QPainter* painter, QPointF at, const ShownNumber& n
     all = Joined(all, SetExact(painter, end(), setting.face, number.exact, setting.isFormula));
   if (forms.exact && forms.decimal) {
     all.width += Blank();
-    addSign("\u2248");
+    addSign(IsDecimalExact(number) ? "=" : "\u2248");
     all.width += Blank();
   }
   if (forms.decimal)

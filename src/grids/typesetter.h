@@ -53,6 +53,10 @@ struct PageColours {
   PageColours() = default;
 };
 
+/// True where the decimals of a number are its exact value: 0.5 of 1/2. Decimals with an exponent,
+/// and more than 18 digits, count as rounded.
+bool IsDecimalExact(const ShownNumber& number);
+
 /// How a piece is set.
 struct Setting {
   bool isFormula = false;      ///< Fractions are stacked, not written in a row.

@@ -205,6 +205,21 @@ TEST_F(DocumentViewTest, MarksAreThereInColourAndInShape) {
   EXPECT_GT(Count(picture(changed), colours.accent), 5) << "a pointer, for who sees no colours";
 }
 
+TEST(TypesetterTest, DecimalsAreExactOrRounded) {
+  const auto isExact = [](const std::string& decimal, ExactNumber exact) {
+    return IsDecimalExact({decimal, decimal.size(), std::move(exact)});
+  };
+  EXPECT_TRUE(isExact("0.5", {"1", "2"}));
+  EXPECT_TRUE(isExact("-2.75", {"-11", "4"}));
+  EXPECT_TRUE(isExact("12", {"12"}));
+  EXPECT_FALSE(isExact("0.333333333333333", {"1", "3"}));
+  EXPECT_FALSE(isExact("0.5", {"-1", "2"}));
+  EXPECT_FALSE(isExact("0.25", {"1", "2"}));
+  EXPECT_FALSE(isExact("1", {"1", "1", "2"}));
+  EXPECT_FALSE(isExact("1E+20", {"100000000000000000000"}));
+  EXPECT_FALSE(isExact("", {"1"}));
+}
+
 TEST_F(DocumentViewTest, KeysScroll) {
   Show(Long(20));
   Press(Qt::Key_PageDown);
