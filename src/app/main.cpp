@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
 #ifdef QMX_PROVER
   const qmx::Prover* prover = &qmx::BallProver();
 #else
-  const qmx::Prover* prover = nullptr;  // There is no library of ball arithmetic for this system.
+  const qmx::Prover* prover = nullptr;    // There is no library of ball arithmetic for this system.
 #endif
 #ifdef QMX_DERIVER
   const qmx::Deriver* deriver = &qmx::ExactDeriver();
