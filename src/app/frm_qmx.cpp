@@ -115,7 +115,10 @@ void frmQMX::BuildMenus() {
       {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
   AddTasksMenu(menuBar());
   QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-  AddEntries(tools, {{"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
+  tools->setToolTipsVisible(true);
+  AddEntries(tools, {{"mnuMoreAboutA", "&More about A", {}},
+                     {},
+                     {"mnuAssociate", "&Associate .qmx files with Orvane", {}}});
   AddWindowsMenu(menuBar());
   QMenu* help = menuBar()->addMenu(tr("&Help"));
   AddEntries(help, {{"mnuHelp", "&Contents", {}},

@@ -51,7 +51,11 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Pro
              [this](DocumentWindow& window, std::optional<Slot> slot) {
                zoom_.Attach(window, window.View());
                screen_.PlaceIfNew(window, slot);
-             }) {
+             }),
+      moreAboutA_(workspace_, window_, commands_, deriver, [this](DocumentWindow& window) {
+        zoom_.Attach(window, window.View());
+        screen_.PlaceIfNew(window, kSlotA);
+      }) {
   WireMainWindow(window_, screen_, commands_);
   AddZoomMenu(window_, zoom_);
   zoom_.Attach(window_, *window_.findChild<MatrixGrid*>("grdLatest"));
@@ -121,6 +125,7 @@ void Program::AfterCommand() {
   digits_.AfterCommand();
   fractions_.AfterCommand();
   steps_.AfterCommand();
+  moreAboutA_.AfterCommand();
   if (commands_.WasSaved())
     recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
 }
@@ -141,6 +146,7 @@ void Program::End() {
   pictures_.CloseAll();
   fractions_.End();
   steps_.CloseAll();
+  moreAboutA_.Close();
   screen_.CloseAllWindows();
   desktop_.CloseWindows();
   QCoreApplication::exit(EXIT_SUCCESS);

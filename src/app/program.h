@@ -9,6 +9,7 @@
 #include "app/exchange_menu.h"
 #include "app/fractions.h"
 #include "app/frm_qmx.h"
+#include "app/more_about_a.h"
 #include "app/pictures.h"
 #include "app/recent_projects.h"
 #include "app/steps.h"
@@ -45,6 +46,7 @@ class Program {
   DigitChecks& Digits() { return digits_; }
   Steps& StepsOfResults() { return steps_; }
   Fractions& FractionsOfResults() { return fractions_; }
+  MoreAboutA& AboutA() { return moreAboutA_; }
 
  private:
   void AfterCommand();
@@ -72,6 +74,7 @@ class Program {
   DigitChecks digits_;
   Fractions fractions_;
   Steps steps_;
+  MoreAboutA moreAboutA_;
   CommandRunner::Mark kept_;  ///< Of the state that the session was told of.
 };
 

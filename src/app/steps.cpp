@@ -6,21 +6,13 @@
 #include <utility>
 
 #include "app/document_output.h"
-#include "app/settings.h"
+#include "app/kept_form.h"
 #include "app/steps_button.h"
 #include "grids/qt_text.h"
 #include "workspace/staleness.h"
 
 namespace qmx {
 namespace {
-
-constexpr const char* kForm = "steps/form";
-
-NumberForm KeptForm() {
-  const int kept = Settings().value(kForm).toInt();
-  return kept >= 0 && kept <= static_cast<int>(NumberForm::kBoth) ? static_cast<NumberForm>(kept)
-                                                                  : NumberForm::kFractions;
-}
 
 /// Where the window of a result's first matrix is; nothing for numbers and verdicts.
 std::optional<Slot> SlotOf(Result result) {
@@ -119,8 +111,7 @@ DocumentWindow& Steps::Make(Result result) {
       new DocumentWindow("frmSteps", tr("Steps: %1").arg(ToQString(DerivationTitle(result))));
   shown_[result].window = window;
   window->SetForm(KeptForm());
-  connect(window, &DocumentWindow::FormChosen, this,
-          [this](NumberForm form) { Settings().setValue(kForm, static_cast<int>(form)); });
+  connect(window, &DocumentWindow::FormChosen, this, &KeepForm);
   connect(window, &DocumentWindow::RenewAsked, this, [this, result] { Show(result); });
   connect(window, &DocumentWindow::PrintAsked, window, [window] { PrintDocument(*window); });
   connect(window, &DocumentWindow::PdfAsked, window,
