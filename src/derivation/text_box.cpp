@@ -22,16 +22,29 @@ struct ColumnWidth {
   int after = 0;
 };
 
-/// Where a number that is a decimal has its point, else its end.
-std::size_t PointOf(const std::string& number) {
-  if (number.find('/') != std::string::npos) return number.size();
-  return std::min(number.find('.'), number.find_first_of("E("));
+/// True for a number with more than one point, line of a fraction or sign in it.
+bool IsComposed(const std::string& number) {
+  return number.find_first_of("/(") != std::string::npos || number.find("√") != std::string::npos;
 }
 
-CellText TextOfCell(const ShownCell& cell, NumberForm form) {
+/// Where a number that is a decimal has its point, else its end.
+std::size_t PointOf(const std::string& number) {
+  return std::min({number.find('.'), number.find('E'), number.size()});
+}
+
+/// Points stand below each other where the whole column is of decimals.
+bool HasPoints(const ShownMatrix& matrix, int col, NumberForm form) {
+  for (int i = 1; i <= matrix.rows; ++i) {
+    const ShownCell& cell = matrix.At(i, col);
+    if (!cell.isBlank && IsComposed(NumberText(cell.number, form))) return false;
+  }
+  return true;
+}
+
+CellText TextOfCell(const ShownCell& cell, bool hasPoints, NumberForm form) {
   if (cell.isBlank) return {"·", ""};
   const std::string number = NumberText(cell.number, form);
-  const std::size_t point = std::min(PointOf(number), number.size());
+  const std::size_t point = hasPoints ? PointOf(number) : number.size();
   CellText text{number.substr(0, point), number.substr(point)};
   if (cell.mark == CellMark::kPivot) {
     text.before.insert(0, "[");
@@ -123,10 +136,13 @@ TextBox MatrixBox(const ShownMatrix& matrix, NumberForm form) {
   if (matrix.cells.empty()) return TextBox::Of("[ ]");
   std::vector<CellText> texts;
   std::vector<ColumnWidth> widths(static_cast<std::size_t>(matrix.cols));
+  std::vector<bool> hasPoints;
+  for (int j = 1; j <= matrix.cols; ++j) hasPoints.push_back(HasPoints(matrix, j, form));
   for (int i = 1; i <= matrix.rows; ++i) {
     for (int j = 1; j <= matrix.cols; ++j) {
-      texts.push_back(TextOfCell(matrix.At(i, j), form));
-      ColumnWidth& width = widths[static_cast<std::size_t>(j - 1)];
+      const auto column = static_cast<std::size_t>(j - 1);
+      texts.push_back(TextOfCell(matrix.At(i, j), hasPoints[column], form));
+      ColumnWidth& width = widths[column];
       width.before = std::max(width.before, CharacterCount(texts.back().before));
       width.after = std::max(width.after, CharacterCount(texts.back().after));
     }
