@@ -126,9 +126,13 @@ void MinorTeller::TellMinor(int order, const Traced& minor, int exchanges) {
   if (isWritten) line.pieces.emplace_back(kEquals);
   line.pieces.emplace_back(Show(minor));
   line.isFormula = true;
-  if (isWritten && exchanges > 0) {
-    scribe_.Say("Rows have changed places ", exchanges, exchanges == 1 ? " time" : " times",
-                " so far, each of which changes the sign of the product of the diagonal.");
+  if (isWritten && exchanges == 1) {
+    scribe_.Say(
+        "Rows have changed places once so far, which changes the sign of the product of the "
+        "diagonal.");
+  } else if (isWritten && exchanges > 1) {
+    scribe_.Say("Rows have changed places ", exchanges,
+                " times so far, each of which changes the sign of the product of the diagonal.");
   }
   scribe_.Add(std::move(line));
 }

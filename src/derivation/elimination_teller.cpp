@@ -48,6 +48,7 @@ EliminationTeller::EliminationTeller(Scribe& scribe, const Elements<Traced>& W, 
 void EliminationTeller::BeginColumn(int column) {
   scribe_.Look();
   hasChanged_ = false;
+  changed_.clear();
   isTold_ = choice_.Tells(column);
   if (!isTold_) return choice_.SayLeftOut(scribe_, column);
   scribe_.Step("Column " + CStr(column));
@@ -110,6 +111,7 @@ void EliminationTeller::OnExchange(int one, int two) {
 void EliminationTeller::OnSubtract(int target, const Traced& factor, int source) {
   scribe_.Look();
   hasChanged_ = true;
+  if (!IsJust(factor, 0)) changed_.push_back(target);
   if (!isTold_) return;
   const int told = target - source;
   if (rows_ <= kMostShownRows || told <= kMostToldRows) {
@@ -123,7 +125,7 @@ void EliminationTeller::OnColumnDone(int column) {
   isDone_[column] = true;
   if (!isTold_ || !hasChanged_ || !IsShown(rows_, W_.Cols())) return;
   ShownMatrix now = Now();
-  for (int k = column + 1; k <= rows_; ++k) MarkRow(now, k, CellMark::kChanged);
+  for (const int row : changed_) MarkRow(now, row, CellMark::kChanged);
   now.At(column, column).mark = CellMark::kPivot;
   scribe_.Formula(std::move(now));
 }

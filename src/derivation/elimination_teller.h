@@ -75,7 +75,8 @@ class EliminationTeller {
   std::vector<bool> isDone_;  ///< Columns below whose diagonal there are zeros.
   bool isTold_ = true;
   bool hasParted_ = false;
-  bool hasChanged_ = false;  ///< Some row of this column changed.
+  bool hasChanged_ = false;   ///< Rows of this column have been told of.
+  std::vector<int> changed_;  ///< Those that did not stay as they were.
 };
 
 }  // namespace qmx

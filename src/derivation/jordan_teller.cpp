@@ -22,6 +22,7 @@ JordanTeller::JordanTeller(Scribe& scribe, const plain::Jordan<Traced>& jordan, 
 bool JordanTeller::BeginColumn(int column) {
   scribe_.Look();
   toldRows_ = 0;
+  changed_.clear();
   isTold_ = choice_.Tells(column);
   if (isTold_) {
     scribe_.Step("Column " + CStr(column));
@@ -80,6 +81,7 @@ void JordanTeller::OnExchange(int one, int two) {
 
 void JordanTeller::OnSubtract(int target, const Traced& factor, int source) {
   scribe_.Look();
+  if (!IsJust(factor, 0)) changed_.push_back(target);
   if (!isTold_) return;
   if (++toldRows_ <= kMostToldRows || IsShown()) {
     scribe_.Add(SaySubtract(target, factor, source));
@@ -89,6 +91,7 @@ void JordanTeller::OnSubtract(int target, const Traced& factor, int source) {
 }
 
 void JordanTeller::OnDivide(int target, const Traced& factor) {
+  if (!IsJust(factor, 1)) changed_.push_back(target);
   if (isTold_) scribe_.Add(SayDivide(target, factor));
 }
 
@@ -97,7 +100,7 @@ void JordanTeller::OnColumnDone(int column) {
   columnOf_[OriginOf(pivotRow_)] = column;
   if (!isTold_ || !IsShown()) return;
   ShownMatrix now = Now();
-  MarkCells(now, CellMark::kChanged);
+  for (const int row : changed_) MarkRow(now, row, CellMark::kChanged);
   now.At(pivotRow_, column).mark = CellMark::kPivot;
   scribe_.Formula(std::move(now));
 }

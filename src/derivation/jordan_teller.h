@@ -42,6 +42,7 @@ class JordanTeller {
   bool isTold_ = true;
   int pivotRow_ = 0;
   int toldRows_ = 0;
+  std::vector<int> changed_;   ///< Rows that did not stay as they were.
   std::vector<int> rowOf_;     ///< Of each column done, from index 1, its pivot row; else 0.
   std::vector<int> columnOf_;  ///< Of each row of A, from index 1, the column that it gave; else 0.
 };
