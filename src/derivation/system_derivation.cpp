@@ -109,6 +109,9 @@ void DeriveLeastSquares(const DerivationQuestion& question, Scribe& scribe) {
              ". Each element of these equations is a column of A times a column of A or the "
              "right-hand side.");
   Elements<Traced> normal = plain::NormalEquations(system);
+  if (unknowns > 1 && unknowns <= kFullOrder) {
+    scribe.Say("Above the diagonal stand the same numbers as below it, which are told once.");
+  }
   if (unknowns <= kFullOrder) {
     TellNormalElements(scribe, system, normal);
   } else {
