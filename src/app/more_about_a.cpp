@@ -63,7 +63,10 @@ DocumentWindow& MoreAboutA::Make() {
 void MoreAboutA::Show() {
   if (deriver_ == nullptr || commands_.IsBusy() || !workspace_.ACreated) return;
   // One that was closed goes at the next turn of the loop.
-  if (window_ != nullptr && window_->isHidden()) delete window_.data();
+  if (window_ != nullptr && window_->isHidden()) {
+    delete window_.data();
+    window_.clear();
+  }
   if (window_ == nullptr || !IsCurrent()) Derive();
   window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
   window_->show();
