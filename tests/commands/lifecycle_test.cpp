@@ -165,6 +165,15 @@ TEST_F(LifecycleTest, CopyingIntoAnAbsentMatrixCreatesIt) {
   EXPECT_TRUE(screen.Enabled(cmdExchangeAandB));
 }
 
+TEST_F(LifecycleTest, WhatIsNoSlotIsCopiedNowhere) {
+  EnterA(Rows({{1, 2}}));
+  const int before = screen.timesBroughtToFront;
+  CopyInto(context, kSlotA, static_cast<Slot>(kSlotCount));
+  CopyInto(context, kSlotA, static_cast<Slot>(-1));
+  EXPECT_EQ(Array(kSlotA), Rows({{1, 2}}));
+  EXPECT_EQ(screen.timesBroughtToFront, before);
+}
+
 TEST_F(LifecycleTest, ExchangeSwapsArraysCountsAndFields) {
   EnterA(Rows({{1, 2, 3}}));
   EnterB(Rows({{4}, {5}}));
