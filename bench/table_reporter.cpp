@@ -119,7 +119,8 @@ void TableReporter::PrintSmallSizes() const {
   for (std::size_t k = 0; k < tasks.size(); ++k) std::printf("---:|");
   for (const std::string& n : sizes) {
     std::printf("\n| %s |", n.c_str());
-    for (const std::string& task : tasks) std::printf(" %.2f |", ratio[std::string(task).append("/").append(n)]);
+    for (const std::string& task : tasks)
+      std::printf(" %.2f |", ratio[std::string(task).append("/").append(n)]);
   }
   std::printf("\n");
 }

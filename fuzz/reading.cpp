@@ -37,7 +37,8 @@ struct Program {
   std::string State() const {
     std::string state =
         ProjectFile(workspace, ReadEigenTexts(screen)) + LUFile(workspace.storedFactors);
-    for (const auto& [name, text] : screen.texts) state.append(name).append("=").append(text).append("\n");
+    for (const auto& [name, text] : screen.texts)
+      state.append(name).append("=").append(text).append("\n");
     for (const auto& [name, on] : screen.enabled) state += name + (on ? "+\n" : "-\n");
     for (const auto& [name, on] : screen.selected) state += name + (on ? "*\n" : " \n");
     for (const bool frame : screen.frames) state += frame ? 'F' : 'f';

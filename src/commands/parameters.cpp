@@ -22,8 +22,8 @@ void CopyRowsIntoColsCreated(Context& context) {
 }
 
 /// The controls that depend on the way of solving.
-constexpr std::array<Control, kSolvingControlCount> kSolvingControls{cmdRetrieveLU, txtEquations, txtUnknowns,
-                                                  cmdCreateSystem, cmdRetrieveSystem};
+constexpr std::array<Control, kSolvingControlCount> kSolvingControls{
+    cmdRetrieveLU, txtEquations, txtUnknowns, cmdCreateSystem, cmdRetrieveSystem};
 
 void EnableSystemCreation(Context& context, bool enabled) {
   context.panel.SetEnabled(cmdCreateSystem, enabled);
