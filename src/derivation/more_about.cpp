@@ -53,12 +53,9 @@ void SayLeftOut(const Matrix& A, Scribe& scribe) {
   }
 }
 
-/// The facts come first, as soon as all are known.
-void InsertGlance(Document& document, std::size_t at, const Glance& glance) {
-  Table table{{"At a glance", ""}, {}};
+void FillGlance(Block& place, const Glance& glance) {
+  auto& table = std::get<Table>(place);
   for (const auto& [what, value] : glance) table.rows.push_back({MakeLine(what), value});
-  document.blocks.insert(document.blocks.begin() + static_cast<std::ptrdiff_t>(at),
-                         Block(std::move(table)));
 }
 
 void TellSquare(const ExactMatrix& A, const ReducedForm& reduced, Scribe& scribe, Glance& glance) {
@@ -90,7 +87,9 @@ Document MoreAboutMatrix(const Matrix& A, const DerivationLook& look) {
   }
   SayHowItIsRead(scribe);
   if (IsShown(A.Rows(), A.Cols())) scribe.Formula(Name{"A"}, kEquals, ShowRounded(exact));
+  // The facts come first, once all of them are known.
   const std::size_t front = document.blocks.size();
+  document.blocks.emplace_back(Table{{"At a glance", ""}, {}});
   Glance glance;
   glance.emplace_back("Shape", MakeLine(A.Rows(), " × ", A.Cols()));
   ReducedForm reduced(A.Rows(), A.Cols());
@@ -104,7 +103,7 @@ Document MoreAboutMatrix(const Matrix& A, const DerivationLook& look) {
     scribe.Part("Eigenvalues and condition number");
     scribe.Say("Only square matrices have them.");
   }
-  InsertGlance(document, front, glance);
+  FillGlance(document.blocks[front], glance);
   return document;
 }
 
