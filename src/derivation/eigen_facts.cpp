@@ -39,7 +39,9 @@ int EigenspaceDimension(const PolynomialFactor& factor, const ExactMatrix& A,
   ExactMatrix value(A.Rows(), A.Rows());
   Evaluate(factor.polynomial, A, value, scribe);
   const auto rank = static_cast<int>(fmpq_mat_rref(value.Get(), value.Get()));
-  return (A.Rows() - rank) / factor.polynomial.Degree();
+  // No factor is a constant.
+  const int degree = std::max(factor.polynomial.Degree(), 1);
+  return (A.Rows() - rank) / degree;
 }
 
 Name NameOf(int first, const FoundRoot& root) {
