@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/derivation_runs.h"
 
+#include <chrono>
 #include <new>
 #include <utility>
 
@@ -59,6 +60,8 @@ void DerivationRuns::Do(Run& run) {
 }
 
 void DerivationRuns::AfterRun() {
+  // The worker is at its end; by its lock, what it has written is seen here.
+  worker_.WaitFor(std::chrono::milliseconds(0));
   const std::shared_ptr<Run> run = std::move(running_);
   running_ = nullptr;
   if (!run->dropped_) run->then_(run->end_);
