@@ -129,7 +129,7 @@ class Eliminator {
 };
 
 Elimination Eliminator::Run(int columns) {
-  shared_ = columns >= sizes_.shareFrom && SharedTeam().Members() > 1;
+  shared_ = columns >= sizes_.shareFrom && SharedTeam().CanShare();
   if (shared_) {
     RunShared(columns);
   } else {

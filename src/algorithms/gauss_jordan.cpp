@@ -52,7 +52,7 @@ class BlockExchanger : public Exchanger {
   BlockExchanger(Matrix& W, EqualPivots rule, WorkMeter& meter, const ExchangeSizes& sizes)
       : Exchanger(W, rule, sizes),
         meter_(meter),
-        shared_(n_ >= sizes.shareFrom && SharedTeam().Members() > 1) {}
+        shared_(n_ >= sizes.shareFrom && SharedTeam().CanShare()) {}
 
   JordanExchange Run();
 

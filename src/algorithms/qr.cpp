@@ -72,7 +72,7 @@ QrFactors GramSchmidt::RunInBlocks() {
   const int n = A_.Cols();
   if (n > std::min(sizes_.smallOrder, sizes_.block))
     coefficients_ = Matrix(std::min(sizes_.block, n), n);
-  const bool shared = n >= sizes_.shareFrom && SharedTeam().Members() > 1;
+  const bool shared = n >= sizes_.shareFrom && SharedTeam().CanShare();
   return (shared ? FinishAllShared() : FinishAll()) ? Factors(n) : QrFactors();
 }
 

@@ -50,7 +50,7 @@ inline int ColumnsAhead(int first, int columns, int block, int panel) {
 template <class Work>
 void SharePieces(WorkMeter& whole, int pieces, const Work& work) {
   Team& team = SharedTeam();
-  if (pieces < 2 || team.Members() == 1 || Team::Member() != 0) {
+  if (pieces < 2 || !team.CanShare()) {
     for (int piece = 0; piece < pieces; ++piece) work(piece, whole);
     return;
   }
@@ -94,7 +94,7 @@ class PerMember {
  public:
   PerMember() = default;
   PerMember(bool shared, const T& each)
-      : all_(shared && Team::Member() == 0 ? SharedTeam().Members() : 1, each) {}
+      : all_(shared && SharedTeam().CanShare() ? SharedTeam().Members() : 1, each) {}
 
   bool IsShared() const { return all_.size() > 1; }
   /// That of the running member.

@@ -81,6 +81,8 @@ Team::~Team() {
 
 int Team::Member() { return thisMember; }
 
+bool Team::CanShare() const { return Members() > 1 && thisMember == 0 && !staysAlone; }
+
 void Team::Start() {
   std::call_once(started_, [this] {
     try {
@@ -97,8 +99,7 @@ void Team::Start() {
 
 void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
   assert(pieces <= kMostPieces);
-  const bool alone = pieces < 2 || Members() == 1 || thisMember != 0 || staysAlone ||
-                     busy_.exchange(true, std::memory_order_acquire);
+  const bool alone = pieces < 2 || !CanShare() || busy_.exchange(true, std::memory_order_acquire);
   if (alone) {
     for (int piece = 0; piece < pieces; ++piece) work(piece);
     return;
@@ -126,7 +127,7 @@ void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
 }
 
 void Team::Wake() {
-  if (Members() == 1 || thisMember != 0) return;
+  if (!CanShare()) return;
   Start();
   const std::lock_guard lock(mutex_);
   ++calls_;
@@ -261,8 +262,6 @@ Team& SharedTeam() { return *TeamInUse(); }
 StayAlone::StayAlone() : before_(std::exchange(staysAlone, true)) {}
 
 StayAlone::~StayAlone() { staysAlone = before_; }
-
-bool StayAlone::IsWanted() { return staysAlone; }
 
 UseTeam::UseTeam(Team& team) : before_(std::exchange(TeamInUse(), &team)) {}
 UseTeam::~UseTeam() { TeamInUse() = before_; }

@@ -43,6 +43,9 @@ class Team {
   /// Storage of its own for each of them is never used by two at a time, as long as not more than
   /// one thread outside the team computes.
   static int Member();
+  /// Whether a job of the running thread would be shared, as far as can be told before: not where
+  /// there are no others, within a piece, nor where the thread stays alone.
+  bool CanShare() const;
 
   /// Runs work(0), work(1), ... work(pieces - 1), side by side as far as members are free, and
   /// returns when all are done. They are begun in this order. `whileWaiting` is called every few
@@ -118,9 +121,6 @@ class StayAlone {
   ~StayAlone();
   StayAlone(const StayAlone&) = delete;
   StayAlone& operator=(const StayAlone&) = delete;
-
-  /// Whether the running thread stays alone.
-  static bool IsWanted();
 
  private:
   bool before_;

@@ -6,12 +6,10 @@
 
 #include "base/number_text.h"
 #include "base/team.h"
+#include "files/pieces.h"
 
 namespace qmx {
 namespace {
-
-/// Numbers: a few milliseconds.
-constexpr std::size_t kBetweenReports = 16384;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -30,8 +28,7 @@ const char* AfterLineEnd(const char* at, const char* end) {
 
 bool EndsField(char c) { return IsBlank(c) || c == ',' || c == '\r' || c == '\n'; }
 
-// The bytes of a piece that is read by itself, and how many pieces are read at a time.
-constexpr std::size_t kPieces = 16;
+/// The bytes of a piece that is read by itself: about as many numbers as are written in one.
 constexpr std::ptrdiff_t kPieceBytes = 24 * kBetweenReports / kPieces;
 
 /// Up to a few characters of a field, fit for a message box.
@@ -171,8 +168,7 @@ std::size_t FieldScanner::ReadShared(double* values, std::size_t count) {
 
 std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
   std::size_t done = 0;
-  if (count >= kBetweenReports && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
-    done = ReadShared(values, count);
+  if (count >= kBetweenReports && SharedTeam().CanShare()) done = ReadShared(values, count);
   while (done < count && ReadNumber(values[done])) {
     if (++done % kBetweenReports == 0) ReportPlace();
   }

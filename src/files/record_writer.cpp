@@ -8,6 +8,7 @@
 
 #include "base/number_text.h"
 #include "base/team.h"
+#include "files/pieces.h"
 
 namespace qmx {
 namespace {
@@ -15,8 +16,6 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 /// Sign, 17 digits, point, two blanks and the line's end.
 constexpr std::size_t kUsualRecord = 24;
-/// Numbers: a few milliseconds.
-constexpr std::size_t kBetweenReports = 16384;
 
 double Storable(double value) {
   if (std::isfinite(value)) return value;
@@ -42,9 +41,7 @@ void AppendRecords(std::string& bytes, const double* values, std::size_t count) 
   bytes.append(block.data(), out);
 }
 
-// The numbers of a piece that is written by itself, and how many pieces are written between two
-// reports. Fewer numbers than that are not shared.
-constexpr std::size_t kPieces = 16;
+/// The numbers of a piece that is written by itself.
 constexpr std::size_t kPiece = kBetweenReports / kPieces;
 
 }  // namespace
@@ -100,8 +97,7 @@ void RecordWriter::PrintNumber(double value) {
 }
 
 void RecordWriter::PrintNumbers(const Matrix& values) {
-  if (values.Size() >= kBetweenReports && SharedTeam().Members() > 1 && !StayAlone::IsWanted())
-    return PrintShared(values);
+  if (values.Size() >= kBetweenReports && SharedTeam().CanShare()) return PrintShared(values);
   for (std::size_t done = 0; done < values.Size();) {
     const std::size_t count = std::min(kRecordsAtOnce, values.Size() - done);
     AppendRecords(bytes_, values.Data() + done, count);

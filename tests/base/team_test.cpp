@@ -286,9 +286,9 @@ TEST(TeamOfSeveralTest, AThreadThatStaysAloneSharesNothing) {
     const StayAlone outer;
     {
       const StayAlone inner;
-      EXPECT_TRUE(StayAlone::IsWanted());
+      EXPECT_FALSE(team.CanShare());
     }
-    EXPECT_TRUE(StayAlone::IsWanted());
+    EXPECT_FALSE(team.CanShare());
     team.Share(
         64,
         [&](int) {
@@ -298,7 +298,7 @@ TEST(TeamOfSeveralTest, AThreadThatStaysAloneSharesNothing) {
         },
         [] {});
   }
-  EXPECT_FALSE(StayAlone::IsWanted());
+  EXPECT_TRUE(team.CanShare());
   EXPECT_EQ(members, std::set<int>{0});
 }
 
