@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <flint/flint.h>
-
 #include <cmath>
 
 #include "base/arithmetic.h"
@@ -8,18 +6,10 @@
 #include "derivation/exact_elements.h"
 #include "derivation/families.h"
 #include "derivation/more_about.h"
+#include "proof/library_caches.h"
 
 namespace qmx {
 namespace {
-
-/// Gives back what the library keeps for the thread that a derivation ran on.
-class LibraryCaches {
- public:
-  LibraryCaches() = default;
-  LibraryCaches(const LibraryCaches&) = delete;
-  LibraryCaches& operator=(const LibraryCaches&) = delete;
-  ~LibraryCaches() { flint_cleanup(); }
-};
 
 bool HasSameShape(const Matrix& A, const Matrix& B) {
   return A.Rows() == B.Rows() && A.Cols() == B.Cols();

@@ -1,27 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "proof/proof.h"
 
-#include <flint/flint.h>
-
 #include <algorithm>
 #include <cmath>
 
 #include "base/arithmetic.h"
 #include "base/number_text.h"
 #include "proof/families.h"
+#include "proof/library_caches.h"
 #include "proof/shapes.h"
 
 namespace qmx {
 namespace {
-
-/// Gives back what the libraries keep for the thread that a check ran on.
-class LibraryCaches {
- public:
-  LibraryCaches() = default;
-  LibraryCaches(const LibraryCaches&) = delete;
-  LibraryCaches& operator=(const LibraryCaches&) = delete;
-  ~LibraryCaches() { flint_cleanup(); }
-};
 
 void Dispatch(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
   switch (question.task) {
