@@ -50,16 +50,6 @@ DerivationTask SolutionTask(const Computation& computation) {
   }
 }
 
-bool IsSymmetricMatrix(const Matrix& a) {
-  if (!a.IsSquare()) return false;
-  for (int i = 1; i <= a.Rows(); ++i) {
-    for (int j = 1; j < i; ++j) {
-      if (a(i, j) != a(j, i)) return false;
-    }
-  }
-  return true;
-}
-
 /// There is more than one way to these, and only the result of L and U shows which one was gone.
 bool NeedsManner(Result result) {
   return result == kResultAdjoint || result == kResultEigenvalues || result == kResultEigenvectors;
@@ -101,7 +91,6 @@ DerivationQuestion StepsQuestion(const Workspace& workspace, Result result, int 
   question.pivoting =
       computation.manner.isKnown ? computation.manner.pivoting : computation.exchanges.Rows() > 0;
   question.byCofactors = computation.manner.byCofactors;
-  question.symmetric = IsSymmetricMatrix(question.a);
   question.eigen = computation.manner.eigen;
   question.shiftIndex = computation.manner.shiftIndex;
   question.row = row;

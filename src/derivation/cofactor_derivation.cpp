@@ -78,8 +78,11 @@ void ShowAdjoint(Scribe& scribe, const Elements<Traced>& adjoint, int row, int c
   if (!IsShown(adjoint.Rows(), adjoint.Cols()))
     return scribe.Say("It is too large to be written out here.");
   ShownMatrix shown = ShowMatrix(adjoint);
-  MarkCells(shown, CellMark::kFound);
-  if (row > 0) shown.At(row, col).mark = CellMark::kPivot;
+  if (row > 0) {
+    shown.At(row, col).mark = CellMark::kFound;
+  } else {
+    MarkCells(shown, CellMark::kFound);
+  }
   scribe.Formula(Name{"adj"}, Sign("("), Name{"A"}, Sign(")"), kEquals, std::move(shown));
 }
 

@@ -29,7 +29,7 @@ enum class DerivationTask {
   kLu,            ///< a, pivoting
   kQr,            ///< a
   kDefiniteness,  ///< a: the leading minors
-  /// a, eigen, symmetric: the characteristic polynomial, its factors, the iteration's cycles.
+  /// a, eigen: the characteristic polynomial, its factors, the iteration's cycles.
   kEigenvalues,
   kEigenvectors,       ///< The same, and the eigenvectors of what was found.
   kSolution,           ///< a = the System (n rows, n + 1 columns)
@@ -46,7 +46,6 @@ struct DerivationQuestion {
   Matrix system;
   bool pivoting = true;
   bool byCofactors = true;
-  bool symmetric = false;
   EigenParameters eigen;
   std::int32_t shiftIndex = 0;  ///< As it was carried into the iteration.
   int row = 0;

@@ -141,16 +141,20 @@ Rational RootOfLinear(const PolynomialFactor& factor) {
   return root;
 }
 
-/// The rational root that a value found stands for; nothing where none is as close as the error
-/// bound promises.
+/// The rational root that a value found stands for, the closest one; nothing where none is as close
+/// as the error bound promises.
 std::optional<Rational> RootCloseTo(double value, const std::vector<PolynomialFactor>& factors,
                                     double bound) {
+  std::optional<Rational> closest;
   for (const PolynomialFactor& factor : factors) {
     if (factor.polynomial.Degree() != 1) continue;
     Rational root = RootOfLinear(factor);
-    if (std::abs(fmpq_get_d(root.Get()) - value) <= bound) return root;
+    const double distance = std::abs(fmpq_get_d(root.Get()) - value);
+    if (distance > bound) continue;
+    bound = distance;
+    closest = std::move(root);
   }
-  return std::nullopt;
+  return closest;
 }
 
 void TellFound(Scribe& scribe, const EigenvalueRun& run,
@@ -164,8 +168,9 @@ void TellFound(Scribe& scribe, const EigenvalueRun& run,
     const std::optional<Rational> root = RootCloseTo(value, factors, bound);
     ShownNumber shown = Computed(value);
     if (root) shown.held = HeldCharacters(shown.decimal, *root);
-    table.rows.push_back({MakeLine(static_cast<int>(run.origin[t])), MakeLine(std::move(shown)),
-                          root ? MakeLine(ShowExact(*root)) : MakeLine("not rational")});
+    table.rows.push_back(
+        {MakeLine(static_cast<int>(run.origin[t])), MakeLine(std::move(shown)),
+         root ? MakeLine(ShowExact(*root)) : MakeLine("no rational one as close")});
   }
   if (factors.empty()) {
     table.headings.pop_back();

@@ -111,10 +111,9 @@ void TellMultiplicities(const std::vector<Eigenvalue>& all, const ExactMatrix& A
     number += value.root.IsPair() ? 2 : 1;
   }
   scribe.Add(std::move(table));
-  scribe.Say(isDiagonal
-                 ? "Each has as many eigenvectors as its multiplicity: A can be made diagonal."
-                 : "Not each has as many eigenvectors as its multiplicity: A cannot be made "
-                   "diagonal.");
+  scribe.Say(isDiagonal ? "Each has as many eigenvectors as its multiplicity: " + diagonal
+                        : "Not each has as many eigenvectors as its multiplicity: A cannot be made "
+                          "diagonal.");
 }
 
 /// One below the other.

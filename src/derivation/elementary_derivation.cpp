@@ -27,10 +27,10 @@ void TellElements(const DerivationQuestion& question, int rows, int cols, Scribe
 }
 
 /// a sign b = result, where they are not too large; `element(i, j)` is one of the result. Marks the
-/// chosen element, and `markOperands` what it came from.
-template <class Element, class Mark>
+/// chosen element.
+template <class Element>
 void ShowThree(const DerivationQuestion& question, Scribe& scribe, const char* sign,
-               Element&& element, Mark&& markOperands) {
+               Element&& element) {
   const Matrix& A = question.a;
   const Matrix& B = question.b;
   if (!IsShown(A.Rows(), A.Cols()) || !IsShown(B.Rows(), B.Cols())) {
@@ -44,10 +44,7 @@ void ShowThree(const DerivationQuestion& question, Scribe& scribe, const char* s
   ShownMatrix a = ShowMatrix(ElementsOf<Traced>(A));
   ShownMatrix b = ShowMatrix(ElementsOf<Traced>(B));
   ShownMatrix shown = ShowMatrix(result);
-  if (IsChosen(question)) {
-    markOperands(a, b);
-    shown.At(question.row, question.col).mark = CellMark::kFound;
-  }
+  if (IsChosen(question)) shown.At(question.row, question.col).mark = CellMark::kFound;
   scribe.Formula(std::move(a), Sign(sign), std::move(b), kEquals, std::move(shown));
 }
 
@@ -77,10 +74,7 @@ void DeriveElementwise(const DerivationQuestion& question, Scribe& scribe) {
     line.isFormula = true;
     scribe.Add(std::move(line));
   });
-  ShowThree(question, scribe, sign, element, [&](ShownMatrix& one, ShownMatrix& other) {
-    one.At(question.row, question.col).mark = CellMark::kFound;
-    other.At(question.row, question.col).mark = CellMark::kFound;
-  });
+  ShowThree(question, scribe, sign, element);
 }
 
 void DeriveProduct(const DerivationQuestion& question, Scribe& scribe) {
@@ -106,10 +100,7 @@ void DeriveProduct(const DerivationQuestion& question, Scribe& scribe) {
     line.isFormula = true;
     scribe.Add(std::move(line));
   });
-  ShowThree(question, scribe, "·", element, [&](ShownMatrix& one, ShownMatrix& other) {
-    MarkRow(one, question.row, CellMark::kFound);
-    for (int k = 1; k <= other.rows; ++k) other.At(k, question.col).mark = CellMark::kFound;
-  });
+  ShowThree(question, scribe, "·", element);
 }
 
 void DeriveTranspose(const DerivationQuestion& question, Scribe& scribe) {

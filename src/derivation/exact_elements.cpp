@@ -58,6 +58,8 @@ bool ReadExact(const Matrix& A, ExactMatrix& exact, const DerivationLook& look) 
 
 /// The most bits of an element of some.
 double BitsOf(const Matrix& A, const DerivationLook& look) {
+  // To read them all would take too long already.
+  if (static_cast<double>(A.Size()) * kSecondsPerElement > kMostSeconds) return HUGE_VAL;
   slong most = 1;
   for (int i = 1; i <= A.Rows(); ++i) {
     Look(look);

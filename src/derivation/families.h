@@ -26,7 +26,7 @@ void DeriveSolution(const DerivationQuestion& question, Scribe& scribe);
 void DeriveSolutionByFactors(const DerivationQuestion& question, Scribe& scribe);
 void DeriveLeastSquares(const DerivationQuestion& question, Scribe& scribe);
 
-/// adj(A) = the matrix, element (row, col) framed; 0, 0 for all of them marked as found.
+/// adj(A) = the matrix, element (row, col) marked as found; 0, 0 for all of them.
 void ShowAdjoint(Scribe& scribe, const Elements<Traced>& adjoint, int row, int col);
 /// det(A) = − p(1) · p(2) · ... = value, and why that sign: the diagonal of W after an elimination
 /// with so many exchanges. `line` begins the formula.

@@ -67,7 +67,6 @@ TEST_F(StepsQuestionTest, KnowsWhatSteeredTheIteration) {
     EXPECT_DOUBLE_EQ(question.eigen.tolerance, .0001);
     EXPECT_EQ(question.eigen.maxCycles, 77);
     EXPECT_EQ(question.shiftIndex, 2) << "as it was carried into the iteration";
-    EXPECT_TRUE(question.symmetric);
   }
 }
 

@@ -75,6 +75,15 @@ TEST(ElementaryDerivation, AChosenElementAloneIsToldAndMarked) {
   EXPECT_NE(text.find("p2,2=3·(-6)+4·8=14\n"), std::string::npos) << text;
   EXPECT_EQ(text.find("p1,1="), std::string::npos) << text;
   EXPECT_NE(text.find("[1 2; 3 4]·[5 -6; 7 8]=[19 10; 43 14]"), std::string::npos) << text;
+  std::vector<CellMark> marks;
+  for (const Piece& piece : std::get<Line>(document.blocks.back()).pieces) {
+    const auto* matrix = std::get_if<ShownMatrix>(&piece);
+    if (matrix == nullptr) continue;
+    for (const ShownCell& cell : matrix->cells) marks.push_back(cell.mark);
+  }
+  std::vector<CellMark> expected(12, CellMark::kNone);
+  expected.back() = CellMark::kFound;
+  EXPECT_EQ(marks, expected);
 }
 
 TEST(ElementaryDerivation, RoundingIsSeenInTheDigitsThatDoNotHold) {

@@ -79,7 +79,6 @@ class GatedDeriver : public Deriver {
     copy.system = question.system.Shared();
     copy.pivoting = question.pivoting;
     copy.byCofactors = question.byCofactors;
-    copy.symmetric = question.symmetric;
     copy.eigen = question.eigen;
     copy.shiftIndex = question.shiftIndex;
     copy.row = question.row;
