@@ -59,14 +59,21 @@ void DerivationRuns::Do(Run& run) {
   }
 }
 
+void DerivationRuns::Follow(const Run& run) {
+  try {
+    run.then_(run.end_);
+  } catch (const std::bad_alloc&) {
+    run.then_(End::kNoMemory);
+  }
+}
+
 void DerivationRuns::AfterRun() {
   // The worker is at its end; by its lock, what it has written is seen here.
   worker_.WaitFor(std::chrono::milliseconds(0));
   const std::shared_ptr<Run> run = std::move(running_);
   running_ = nullptr;
-  if (!run->dropped_) run->then_(run->end_);
+  if (!run->dropped_) Follow(*run);
   if (!ended_) StartNext();
-  Q_EMIT Ended();
 }
 
 }  // namespace qmx

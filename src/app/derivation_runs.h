@@ -52,14 +52,12 @@ class DerivationRuns : public QObject {
   void StopAll();
   bool IsIdle() const { return running_ == nullptr && waiting_.empty(); }
 
- Q_SIGNALS:
-  /// A run has ended, and what follows is done.
-  void Ended();
-
  private:
   Q_INVOKABLE void AfterRun();
   void StartNext();
   static void Do(Run& run);
+  /// What follows a run; to show a large document may take more memory than there is.
+  static void Follow(const Run& run);
 
   std::deque<std::shared_ptr<Run>> waiting_;
   std::shared_ptr<Run> running_;

@@ -8,6 +8,7 @@
 #include "app/desktop_screen.h"
 #include "app/window_geometry.h"
 #include "app/window_placement.h"
+#include "grids/document_window.h"
 #include "grids/picture_window.h"
 #include "workspace/result_table.h"
 
@@ -54,8 +55,9 @@ std::vector<QWidget*> DesktopScreen::ShownWindows() const {
   }
   if (results_ != nullptr && results_->isVisible()) shown.push_back(results_.get());
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (qobject_cast<PictureWindow*>(window) != nullptr && window->isVisible())
-      shown.push_back(window);
+    const bool isOfMatrix = qobject_cast<PictureWindow*>(window) != nullptr ||
+                            qobject_cast<DocumentWindow*>(window) != nullptr;
+    if (isOfMatrix && window->isVisible()) shown.push_back(window);
   }
   return shown;
 }

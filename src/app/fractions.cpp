@@ -85,6 +85,8 @@ void Fractions::Take(Slot slot, DerivationRuns::End end,
   const std::size_t index = ExactIndex(slot);
   if (end == DerivationRuns::End::kDone && index < all.size() && IsAnyKnown(all[index])) {
     states_[slot].exact = std::make_shared<const std::vector<ExactNumber>>(std::move(all[index]));
+    // A command that is under way may be taking window and numbers away: it is followed by Show.
+    if (commands_.IsBusy() || screen_.Window(slot) == nullptr) return;
     Show(slot);
     return Announce(*screen_.Window(slot), tr("Fractions"));
   }
@@ -92,6 +94,7 @@ void Fractions::Take(Slot slot, DerivationRuns::End end,
                           ? tr("There is not enough memory for exact fractions.")
                           : tr("There are no exact fractions of this with at most 9 digits.");
   Release(slot);
+  if (commands_.IsBusy() || screen_.Window(slot) == nullptr) return;
   screen_.SetStatus(why.toStdString());
   Button(slot)->setToolTip(why);
   Announce(*screen_.Window(slot), why);

@@ -34,7 +34,7 @@ void MoreAboutA::AfterCommand() {
 }
 
 bool MoreAboutA::IsCurrent() const {
-  return workspace_.ACreated && workspace_.revisions.a == revision_;
+  return workspace_.ACreated && of_ != nullptr && workspace_.At(kSlotA).array == *of_;
 }
 
 QString MoreAboutA::Note() const {
@@ -53,7 +53,10 @@ DocumentWindow& MoreAboutA::Make() {
   connect(window, &DocumentWindow::PdfAsked, window,
           [this, window] { SaveDocument(*window, commands_); });
   // Nobody waits any more for what is being found.
-  connect(window, &QObject::destroyed, this, [this] { run_.reset(); });
+  connect(window, &QObject::destroyed, this, [this] {
+    run_.reset();
+    of_.reset();
+  });
   window->findChild<QPushButton*>("cmdRenew")->setToolTip(tr("Looks into A as it is now"));
   window->adjustSize();
   settle_(*window);
@@ -76,13 +79,12 @@ void MoreAboutA::Show() {
 
 void MoreAboutA::Derive() {
   DocumentWindow& window = window_ == nullptr ? Make() : *window_;
-  revision_ = workspace_.revisions.a;
   window.ShowNote({}, false);
   window.ShowWorking();
-  auto matrix = std::make_shared<const Matrix>(workspace_.At(kSlotA).array.Shared());
+  of_ = std::make_shared<const Matrix>(workspace_.At(kSlotA).array.Shared());
   auto document = std::make_shared<Document>();
   run_ = runs_.Start(
-      [this, matrix, document](const DerivationLook& look) {
+      [this, matrix = of_, document](const DerivationLook& look) {
         *document = deriver_->MoreAbout(*matrix, look);
       },
       [shown = window_, document](DerivationRuns::End end) {

@@ -52,7 +52,7 @@ class MoreAboutA : public QObject {
   Settle settle_;
   DerivationRuns runs_;
   QPointer<DocumentWindow> window_;
-  std::uint32_t revision_ = 0;  ///< Of A when the document was asked for.
+  std::shared_ptr<const Matrix> of_;  ///< A when the document was asked for.
   DerivationRuns::Ticket run_;
 };
 

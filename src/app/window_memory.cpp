@@ -8,6 +8,7 @@
 
 #include "app/settings.h"
 #include "app/window_geometry.h"
+#include "grids/document_window.h"
 #include "grids/grid_window.h"
 #include "grids/picture_window.h"
 #include "grids/qt_text.h"
@@ -22,6 +23,8 @@ QString KeyOf(const QWidget& window, const char* what) {
   if (const auto* picture = qobject_cast<const PictureWindow*>(&window)) {
     name += '_' + ToQString(InfoOf(picture->Slot()).name);
   }
+  // The steps of each result have windows of one name.
+  if (qobject_cast<const DocumentWindow*>(&window) != nullptr) name += '_' + window.windowTitle();
   return "windows/" + name + '/' + what;
 }
 

@@ -75,11 +75,7 @@ class AccessibleDocument final : public QAccessibleWidget, public QAccessibleTex
   static bool IsLine(QAccessible::TextBoundaryType type) {
     return type == QAccessible::LineBoundary || type == QAccessible::ParagraphBoundary;
   }
-  QString Text() const {
-    QStringList lines;
-    for (const QString& line : View().Spoken()) lines << line;
-    return lines.join('\n');
-  }
+  QString Text() const { return AccessibleText(View()); }
   int BlockOf(int offset) const {
     int block = 0;
     int end = 0;
@@ -124,6 +120,12 @@ void UseAccessibleDocuments() {
     return true;
   }();
   static_cast<void>(isInstalled);
+}
+
+QString AccessibleText(const DocumentView& view) {
+  QStringList lines;
+  for (const QString& line : view.Spoken()) lines << line;
+  return lines.join('\n');
 }
 
 int AccessibleOffset(const DocumentView& view, int block) {

@@ -31,19 +31,33 @@ DocumentView::DocumentView(QWidget* parent)
 }
 
 void DocumentView::Show(std::shared_ptr<const Document> document) {
+  const QString before = HeardText();
   document_ = std::move(document);
-  anchor_ = caret_ = -1;
+  anchor_ = caret_ = pressed_ = -1;
   block_ = 0;
   layout_ = {};
   verticalScrollBar()->setValue(0);
   horizontalScrollBar()->setValue(0);
   SetAnew();
+  TellChange(before);
 }
 
 void DocumentView::SetForm(NumberForm form) {
   if (form == form_) return;
+  const QString before = HeardText();
   form_ = form;
   SetAnew();
+  TellChange(before);
+}
+
+QString DocumentView::HeardText() const {
+  return QAccessible::isActive() ? AccessibleText(*this) : QString();
+}
+
+void DocumentView::TellChange(const QString& before) {
+  if (!QAccessible::isActive()) return;
+  QAccessibleTextUpdateEvent told(this, 0, before, AccessibleText(*this));
+  QAccessible::updateAccessibility(&told);
 }
 
 qreal DocumentView::Margin() const { return setter_.Em() * 0.8; }
@@ -64,8 +78,6 @@ void DocumentView::SetAnew() {
     verticalScrollBar()->setValue(qCeil(block.top + within));
   }
   viewport()->update();
-  QAccessibleEvent told(this, QAccessible::TextUpdated);
-  QAccessible::updateAccessibility(&told);
 }
 
 void DocumentView::UpdateBars() {

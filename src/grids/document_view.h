@@ -64,6 +64,9 @@ class DocumentView : public QAbstractScrollArea {
  private:
   /// Sets the document anew. The block on top stays there.
   void SetAnew();
+  /// What screen readers have been told of; nothing where none is there.
+  QString HeardText() const;
+  void TellChange(const QString& before);
   void UpdateBars();
   qreal Margin() const;
   QPointF Offset() const;

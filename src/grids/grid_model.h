@@ -83,6 +83,7 @@ class GridModel : public QAbstractTableModel {
   /// with the next numbers that come in. Null: elements again.
   void SetFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions);
   bool HasFractions() const { return fractions_ != nullptr; }
+  const std::shared_ptr<const std::vector<ExactNumber>>& Fractions() const { return fractions_; }
   /// The fraction that a data cell shows; empty where it shows none.
   QString Fraction(int row, int col) const;
   /// The longest one; empty where there is none.

@@ -114,7 +114,7 @@ void GridWindow::ShowDigits(const ShownDigits& digits) {
 }
 
 void GridWindow::ShowFractions(std::shared_ptr<const std::vector<ExactNumber>> fractions) {
-  if (fractions == nullptr && !grid_->Model().HasFractions()) return;
+  if (fractions == grid_->Model().Fractions()) return;
   HideEntryBox();
   grid_->SetFractions(std::move(fractions));
   FitToGrid();

@@ -71,6 +71,7 @@ TEST_F(MoreAboutATest, TellsThatAHasChangedAndIsMadeAnew) {
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   QTest::mouseClick(&Part(window, "cmdRenew"), Qt::LeftButton);
   UntilFound();
+  ASSERT_NE(window.View().Shown(), nullptr);
   EXPECT_NE(window.View().Shown(), first);
   EXPECT_EQ(Told(window, "lblNote"), "");
 }
@@ -82,6 +83,16 @@ TEST_F(MoreAboutATest, UndoneChangesLeaveItTrue) {
   EXPECT_NE(Told(window, "lblNote"), "");
   Main().Action("mnuUndo")->trigger();
   EXPECT_EQ(Told(window, "lblNote"), "");
+}
+
+TEST_F(MoreAboutATest, AnotherChangeAfterAnUndoneOneIsTold) {
+  EnterA();
+  Type("7");
+  DocumentWindow& window = Open();
+  Main().Action("mnuUndo")->trigger();
+  EXPECT_EQ(Told(window, "lblNote"), "A has changed since this was found.");
+  Type("9");
+  EXPECT_EQ(Told(window, "lblNote"), "A has changed since this was found.");
 }
 
 TEST_F(MoreAboutATest, IsNoStepAndNoChange) {

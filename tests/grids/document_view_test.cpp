@@ -286,6 +286,19 @@ TEST_F(DocumentViewTest, TheMouseSelectsWordsAndMatrices) {
   EXPECT_EQ(SelectedText().find('='), std::string::npos) << SelectedText();
 }
 
+TEST_F(DocumentViewTest, AnotherDocumentForgetsWhereTheOldOneWasPressed) {
+  Show(Long(20));
+  view.resize(500, 400);
+  view.GoToBlock(view.BlockCount() - 1);
+  const QPoint late = view.BlockRect(view.BlockCount() - 1).topLeft() + QPoint(10, 8);
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, late);
+  Show(Long(1));
+  QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                    view.BlockRect(0).topLeft() + QPoint(10, 8));
+  const Document selected = view.Selected();
+  EXPECT_LE(selected.blocks.size(), view.Shown()->blocks.size());
+}
+
 TEST_F(DocumentViewTest, ASelectionAlongATableHasWholeRows) {
   Press(Qt::Key_End, Qt::ShiftModifier);
   Press(Qt::Key_Escape);
