@@ -53,7 +53,8 @@ class DocumentLayout {
   qreal Height() const { return blocks_.empty() ? 0 : blocks_.back().bottom; }
   const std::vector<PlacedPiece>& Pieces() const { return pieces_; }
   const std::vector<PlacedBlock>& Blocks() const { return blocks_; }
-  const Document& Source() const { return *document_; }
+  /// The lines below the headings of tables, from above downwards.
+  const std::vector<QLineF>& Rules() const { return rules_; }
 
   /// The block at a height, or the next one below; the last one below the end. -1 where there is
   /// none.

@@ -12,6 +12,7 @@ namespace {
 // Pages are laid out in quarters of a point, so that letters have their places to the hair.
 constexpr qreal kUnitsPerPoint = 4;
 constexpr int kFontSize = 40;
+constexpr qreal kHair = 2;
 constexpr qreal kFootHeight = 80;
 
 QFont PageFont() {
@@ -53,6 +54,14 @@ void DocumentPages::CutIntoStrips() {
       strip.right = std::max(strip.right, rect.right());
     }
   }
+  // The rule of a table goes with the headings above it.
+  for (const QLineF& rule : layout_.Rules()) {
+    const auto below = std::find_if(strips_.begin(), strips_.end(),
+                                    [&rule](const Strip& strip) { return strip.top > rule.y1(); });
+    if (below == strips_.begin()) continue;
+    Strip& headings = *std::prev(below);
+    headings.bottom = std::max(headings.bottom, rule.y1() + kHair + 1);
+  }
 }
 
 void DocumentPages::Distribute() {
@@ -89,8 +98,8 @@ void DocumentPages::PaintPage(QPainter& painter, int page) const {
     painter.translate(0, strip.y - strip.top * strip.scale);
     painter.scale(strip.scale, strip.scale);
     // A hair within, lest the lines above and below be painted, too.
-    const qreal height = strip.bottom - strip.top;
-    layout_.Paint(painter, setter_, QRectF(0, strip.top + 2, strip.right, height - 4));
+    const qreal height = strip.bottom - strip.top - 2 * kHair;
+    layout_.Paint(painter, setter_, QRectF(0, strip.top + kHair, strip.right, height));
     painter.restore();
   }
   const QString number = QString("%1 / %2").arg(page).arg(count_);

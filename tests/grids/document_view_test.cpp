@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDir>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPicture>
@@ -380,6 +381,36 @@ TEST_F(DocumentViewTest, TwoHundredStepsArePaintedPageByPage) {
   onPage.end();
   EXPECT_GT(page.size(), 0U);
   EXPECT_LT(page.size() * 20, all.size());
+}
+
+TEST(DocumentPagesTest, ATableHasItsRuleOnPaper) {
+  const QTemporaryDir folder;
+  const QString name = folder.filePath("table.pdf");
+  {
+    QPdfWriter pdf(name);
+    pdf.setPageLayout(TablePage());
+    auto document = std::make_shared<Document>();
+    Table table{{"Cycle of the iteration", "Found in this cycle"}, {}};
+    table.rows.push_back({Line{{Words{"1"}}}, Line{{Words{"nothing"}}}});
+    document->blocks.emplace_back(std::move(table));
+    const DocumentPages pages(document, NumberForm::kFractions, pdf);
+    ASSERT_TRUE(pages.Paint(pdf, 1, pages.Count()));
+  }
+  QProcess reader;
+  reader.start("pdftoppm", {"-r", "150", "-gray", name, folder.filePath("page")});
+  ASSERT_TRUE(reader.waitForFinished());
+  const QStringList made = QDir(folder.path()).entryList({"page*"});
+  ASSERT_EQ(made.size(), 1);
+  const QImage page(folder.filePath(made.front()));
+  int longest = 0;
+  for (int y = 0; y < page.height(); ++y) {
+    int run = 0;
+    for (int x = 0; x < page.width(); ++x) {
+      run = page.pixelColor(x, y).lightness() < 250 ? run + 1 : 0;
+      longest = std::max(longest, run);
+    }
+  }
+  EXPECT_GT(longest, 200) << "no line as long as a table is there";
 }
 
 }  // namespace
