@@ -59,6 +59,7 @@ DocumentWindow::DocumentWindow(const QString& name, const QString& title)
   renew_->setAutoDefault(true);  // Enter presses it, as Space does.
   renew_->hide();
   state_->setAlignment(Qt::AlignCenter);
+  state_->setFocusPolicy(Qt::StrongFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(6, 6, 6, 6);
   auto* noteLine = new QHBoxLayout;
@@ -172,9 +173,12 @@ void DocumentWindow::EnableOutput(bool enabled) {
 
 void DocumentWindow::ShowFailure(const QString& why) {
   view_->Show(nullptr);
-  view_->hide();
   state_->setText(why);
   state_->show();
+  // The keyboard must not fall on the forms of numbers, which its arrows would change.
+  if (focusWidget() == nullptr || focusWidget() == view_ || focusWidget() == renew_)
+    state_->setFocus();
+  view_->hide();
   legend_->hide();
   EnableOutput(false);
   if (isVisible()) Announce(*this, why);
@@ -184,13 +188,14 @@ void DocumentWindow::ShowWorking() { ShowFailure(tr("The steps are being derived
 
 void DocumentWindow::ShowDocument(std::shared_ptr<const Document> document, const QString& none) {
   if (document->blocks.empty()) return ShowFailure(none);
+  const bool hadKeyboard = focusWidget() == state_;
   state_->hide();
   view_->show();
   view_->Show(std::move(document));
   EnableOutput(true);
   ShowLegend();
   const QWidget* focus = focusWidget();
-  if (focus == nullptr || focus == this || !focus->isVisible()) view_->setFocus();
+  if (hadKeyboard || focus == nullptr || focus == this || !focus->isVisible()) view_->setFocus();
   if (isVisible()) Announce(*this, tr("The steps are there"));
 }
 
@@ -212,7 +217,9 @@ void DocumentWindow::ShowNote(const QString& note, bool canBeRenewed) {
   const bool isNew = note != note_->text();
   note_->setText(note);
   note_->setVisible(!note.isEmpty());
-  renew_->setVisible(!note.isEmpty() && canBeRenewed);
+  const bool isRenewable = !note.isEmpty() && canBeRenewed;
+  if (!isRenewable && focusWidget() == renew_) view_->setFocus();
+  renew_->setVisible(isRenewable);
   if (isNew && !note.isEmpty() && isActiveWindow()) Announce(*this, note);
 }
 

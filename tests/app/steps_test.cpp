@@ -298,6 +298,39 @@ TEST_F(StepsTest, WhoHasChosenTheFormReadsOn) {
   Key(Qt::Key_0, Qt::ControlModifier);
 }
 
+TEST_F(StepsTest, ArrowsAreForTheDocumentFromTheFirstMomentOn) {
+  Enter(kSlotA, 12, 1, std::vector<std::string>(12, "2"));
+  Run(kTaskTranspose);
+  deriver.CloseGate();
+  QTest::mouseClick(&Part(Window(kSlotTranspose), "cmdSteps"), Qt::LeftButton);
+  DocumentWindow& window = *Steps(kResultTranspose);
+  window.resize(400, 200);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  Key(Qt::Key_Down);
+  EXPECT_TRUE(Part<QRadioButton>(window, "optFractions").isChecked()) << "while it is derived";
+  deriver.OpenGate();
+  UntilDerived();
+  ASSERT_GT(window.View().verticalScrollBar()->maximum(), 0);
+  Key(Qt::Key_Down);
+  EXPECT_GT(window.View().verticalScrollBar()->value(), 0);
+  EXPECT_TRUE(Part<QRadioButton>(window, "optFractions").isChecked());
+}
+
+TEST_F(StepsTest, TheKeyboardIsNotLostWithTheButtonThatRenews) {
+  DocumentWindow& window = OpenInverse();
+  Type("5");
+  Run(kTaskInverse);
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  Part(window, "cmdRenew").setFocus();
+  deriver.CloseGate();
+  Key(Qt::Key_Space);
+  EXPECT_TRUE(Part<QLabel>(window, "lblState").hasFocus());
+  deriver.OpenGate();
+  UntilDerived();
+  EXPECT_TRUE(window.View().hasFocus());
+}
+
 TEST_F(StepsTest, CopiesAllOrWhatIsSelected) {
   DocumentWindow& window = OpenInverse();
   window.View().setFocus();
