@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Debian packages that the program needs, by purpose, and how to get them. To be sourced.
 
-build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-svg-dev libgl-dev fp-utils libchm-dev
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev libgl-dev fp-utils libchm-dev
   librsvg2-bin libmatio-dev zlib1g-dev libflint-dev libflint-arb-dev"
 run_packages="fonts-liberation fonts-dejavu-core shared-mime-info desktop-file-utils xdg-utils"
 display_packages="xvfb xauth x11-utils imagemagick"
@@ -9,6 +9,8 @@ test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cup
   xdotool libbenchmark-dev libglib2.0-bin libatspi2.0-dev locales"
 bench_packages="libbenchmark-dev libxcb1-dev libopenblas-dev liblapacke-dev libeigen3-dev"
 packaging_packages="dpkg-dev file gzip lintian desktop-file-utils appstream xdg-utils xdotool libglib2.0-bin man-db mandoc"
+windows_packages="g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 nsis zip dpkg-dev cmake ninja-build
+  ccache qt6-base-dev qt6-base-dev-tools m4 fp-utils librsvg2-bin icoutils"
 
 # Runs a command as root, with sudo where we are not.
 as_root() {

@@ -1,21 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "app/drawn_icon.h"
 
-#include <QFile>
 #include <QGuiApplication>
 #include <QIconEngine>
+#include <QImage>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 // What lies in a static library has to be asked for, from outside of any namespace.
 static void LoadIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace qmx {
 namespace {
-
-constexpr const char* kInk = "currentColor";  // What the drawings call the colour of their lines.
 
 class DrawnIconEngine final : public QIconEngine {
  public:
@@ -45,13 +42,17 @@ class DrawnIconEngine final : public QIconEngine {
         QString("%1 %2 %3x%4").arg(name_, ink.name()).arg(size.width()).arg(size.height());
     QPixmap picture;
     if (QPixmapCache::find(key, &picture)) return picture;
-    QFile file(":/icons/" + name_ + ".svg");
-    if (!file.open(QIODevice::ReadOnly)) return picture;
-    QSvgRenderer drawing(file.readAll().replace(kInk, ink.name().toLatin1()));
+    // Larger than any button: the picture tells where ink is, and how much of it.
+    const QImage lines = QImage(":/icons/" + name_ + ".png")
+                             .scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (lines.isNull()) return picture;
     picture = QPixmap(size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
-    drawing.render(&painter);
+    const QSize margin = (size - lines.size()) / 2;
+    painter.drawImage(margin.width(), margin.height(), lines);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), ink);
     painter.end();
     QPixmapCache::insert(key, picture);
     return picture;

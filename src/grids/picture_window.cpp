@@ -2,16 +2,15 @@
 #include "grids/picture_window.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSvgGenerator>
 #include <QVBoxLayout>
 
 #include "grids/qt_text.h"
+#include "grids/svg_drawing.h"
 
 namespace qmx {
 
@@ -89,16 +88,8 @@ QImage PictureImage(const PictureView& view) {
 }
 
 QByteArray PictureDrawing(const PictureView& view) {
-  QBuffer buffer;
-  QSvgGenerator drawing;
-  drawing.setOutputDevice(&buffer);
-  drawing.setSize(view.size());
-  drawing.setViewBox(QRect(QPoint(0, 0), view.size()));
-  drawing.setTitle(view.accessibleName());
-  QPainter painter(&drawing);
-  view.Draw(painter, view.size());
-  painter.end();
-  return buffer.data();
+  return DrawSvg(view.size(), view.accessibleName(),
+                 [&view](QPainter& painter) { view.Draw(painter, view.size()); });
 }
 
 }  // namespace qmx
