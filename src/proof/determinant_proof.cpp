@@ -14,13 +14,13 @@ class AdjointLedger {
  public:
   AdjointLedger(const ProofQuestion& question, ProofAnswer& answer, const WholeScale& scale)
       : ledger_(question.computed.front(), answer.results.front()), scale_(scale), answer_(answer) {
-    for (const long row : scale.rows) whole_ += row;
-    for (const long col : scale.cols) whole_ += col;
+    for (const slong row : scale.rows) whole_ += row;
+    for (const slong col : scale.cols) whole_ += col;
   }
 
   void BeginPass() { ledger_.BeginPass(); }
   void Enter(int row, int col, Ball adjoint) {
-    const long exponent = whole_ - scale_.cols[row] - scale_.rows[col];
+    const slong exponent = whole_ - scale_.cols[row] - scale_.rows[col];
     if (arb_contains_zero(adjoint) && IsZeroQuotient(adjoint, Ball(1.0), exponent)) {
       arb_zero(adjoint);
     }
@@ -36,7 +36,7 @@ class AdjointLedger {
   Ledger ledger_;
   const WholeScale& scale_;
   ProofAnswer& answer_;
-  long whole_ = 0;
+  slong whole_ = 0;
 };
 
 /// The sign of the minor of A whose rows were taken in this order, the last one being left out, and

@@ -75,7 +75,7 @@ bool VectorProof::Pass(const RealRoot& root, slong bits, int col) {
   if (elimination.Rank() != A_.Rows() - 1) return false;
   BallMatrix x = elimination.NullVector();
   if (isExact) {
-    const long exponent = scale.cols[elimination.FreeColumns().front()];
+    const slong exponent = scale.cols[elimination.FreeColumns().front()];
     for (int i = 0; i < x.Cols(); ++i) {
       if (arb_contains_zero(x(0, i)) && elimination.IsZeroUnknown(x(0, i), i, exponent)) {
         arb_zero(x(0, i));

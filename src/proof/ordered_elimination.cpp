@@ -38,7 +38,7 @@ OrderedElimination::OrderedElimination(const BallMatrix& A, const WholeScale* sc
     Ball product = products_.back();
     if (!isSkipped) arb_mul(product, product, columns_(j, j), kProductBits);
     products_.push_back(std::move(product));
-    const long own = isSkipped || scale_ == nullptr ? 0 : scale_->rows[j] + scale_->cols[j];
+    const slong own = isSkipped || scale_ == nullptr ? 0 : scale_->rows[j] + scale_->cols[j];
     exponents_.push_back(exponents_.back() + own);
   }
 }

@@ -57,10 +57,10 @@ class OrderedElimination {
   int known_;
   int firstZeroPivot_;
   bool hasNoFactors_ = false;
-  BallMatrix L_;                 ///< Row i, column t: multiplier of pivot t in row i.
-  BallMatrix columns_;           ///< Row j, column t: element (t, j) of U.
-  std::vector<Ball> products_;   ///< Of the first t pivots, skipped ones aside.
-  std::vector<long> exponents_;  ///< Their scale.
+  BallMatrix L_;                  ///< Row i, column t: multiplier of pivot t in row i.
+  BallMatrix columns_;            ///< Row j, column t: element (t, j) of U.
+  std::vector<Ball> products_;    ///< Of the first t pivots, skipped ones aside.
+  std::vector<slong> exponents_;  ///< Their scale.
 };
 
 }  // namespace qmx

@@ -70,7 +70,7 @@ void PivotedElimination::ReduceEntry(int row, int column, arb_ptr entry) {
   const int pivots = std::min(row, Rank());
   Dot(entry, A_(rowOrder_[row], column), L_.Row(row), columns_.Row(column), pivots);
   if (scale_ == nullptr || isApproximate_ || !arb_contains_zero(entry)) return;
-  const long exponent = exponents_[pivots] + scale_->rows[rowOrder_[row]] + scale_->cols[column];
+  const slong exponent = exponents_[pivots] + scale_->rows[rowOrder_[row]] + scale_->cols[column];
   if (IsZeroQuotient(entry, products_[pivots], exponent)) arb_zero(entry);
 }
 
@@ -121,7 +121,7 @@ void PivotedElimination::AcceptPivot(int column, int row) {
   Ball product;
   arb_mul(product, products_.back(), pivot, kProductBits);
   products_.push_back(std::move(product));
-  const long own = scale_ == nullptr ? 0 : scale_->rows[rowOrder_[rank]] + scale_->cols[column];
+  const slong own = scale_ == nullptr ? 0 : scale_->rows[rowOrder_[rank]] + scale_->cols[column];
   exponents_.push_back(exponents_.back() + own);
   pivotColumns_.push_back(column);
 }
@@ -184,7 +184,7 @@ BallMatrix PivotedElimination::NullVector() const {
   return vector;
 }
 
-bool PivotedElimination::IsZeroUnknown(arb_srcptr unknown, int j, long exponent) const {
+bool PivotedElimination::IsZeroUnknown(arb_srcptr unknown, int j, slong exponent) const {
   if (scale_ == nullptr) return false;
   return IsZeroQuotient(unknown, products_.back(), exponents_.back() + exponent - scale_->cols[j]);
 }

@@ -50,7 +50,7 @@ class PivotedElimination {
 
   /// True if unknown j of a solution is zero. `exponent` is the one that the right-hand side's
   /// column has, once the scale of the rows has been taken into account.
-  bool IsZeroUnknown(arb_srcptr unknown, int j, long exponent) const;
+  bool IsZeroUnknown(arb_srcptr unknown, int j, slong exponent) const;
 
  private:
   void EliminateColumn(int column);
@@ -73,8 +73,8 @@ class PivotedElimination {
   std::vector<int> pivotColumns_;
   std::vector<int> freeColumns_;
   bool freeAreProved_ = true;
-  std::vector<Ball> products_;   ///< Of the first t pivots.
-  std::vector<long> exponents_;  ///< Their scale.
+  std::vector<Ball> products_;    ///< Of the first t pivots.
+  std::vector<slong> exponents_;  ///< Their scale.
 };
 
 /// Bits to begin with where a square matrix of order n is inverted or solved.

@@ -90,7 +90,7 @@ void QrPass::EnterR(Ledger& R) const {
 void ProveQr(const ProofQuestion& question, const Watch& watch, ProofAnswer& answer) {
   const Matrix& A = question.a;
   const BallMatrix balls(A);
-  const std::vector<long> columns = WholeColumnScaleOf(A).cols;
+  const std::vector<slong> columns = WholeColumnScaleOf(A).cols;
   const WholeScale scale{columns, columns};
   const BallMatrix gram = GramMatrix(A, watch);
   Ledger Q(question.computed[0], answer.results[0]);

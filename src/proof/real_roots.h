@@ -34,7 +34,7 @@ class RealRoots {
   double LogOfTerms(const Ball& at) const;
 
   const Watch& watch_;
-  long shift_;
+  slong shift_;
   WholePolynomial squareFree_;
   WholePolynomial repeated_;  ///< Its zeros are the multiple ones.
 };

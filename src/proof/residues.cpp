@@ -71,7 +71,7 @@ class ScaledMatrix {
  private:
   struct Element {
     std::int64_t mantissa = 0;
-    long exponent = 0;
+    slong exponent = 0;
   };
 
   std::vector<double> LogsOfNorms(bool ofRows) const;
@@ -89,8 +89,8 @@ ScaledMatrix::ScaledMatrix(const Matrix& A, const WholeScale& scale)
       int exponent = 0;
       auto mantissa =
           static_cast<std::int64_t>(std::ldexp(std::frexp(A(i + 1, j + 1), &exponent), 53));
-      long whole = mantissa == 0 ? 0 : exponent - 53 + scale.rows[i] + scale.cols[j];
-      for (; whole < 0; ++whole) mantissa /= 2;  // Even as long as that: the element is whole.
+      slong whole = mantissa == 0 ? 0 : exponent - 53 + scale.rows[i] + scale.cols[j];
+      for (; whole < 0; ++whole) mantissa /= 2;  // Even as slong as that: the element is whole.
       elements_.push_back({mantissa, whole});
     }
   }
@@ -102,7 +102,7 @@ void ScaledMatrix::Reduce(ResidueMatrix& residues) const {
   for (int i = 0; i < rows_; ++i) {
     for (int j = 0; j < cols_; ++j) {
       const Element& element = elements_[static_cast<std::size_t>(i) * cols_ + j];
-      while (static_cast<long>(powers.size()) <= element.exponent) {
+      while (static_cast<slong>(powers.size()) <= element.exponent) {
         powers.push_back(nmod_add(powers.back(), powers.back(), mod));
       }
       const auto magnitude = static_cast<mp_limb_t>(std::abs(element.mantissa));
@@ -151,14 +151,14 @@ double ScaledMatrix::LogOfCoefficients() const {
 /// One power of two for all elements, so that eigenvalues are scaled by it as well.
 WholeScale CommonScaleOf(const Matrix& A) {
   WholeScale scale = WholeColumnScaleOf(A);
-  const long common = *std::max_element(scale.cols.begin(), scale.cols.end());
+  const slong common = *std::max_element(scale.cols.begin(), scale.cols.end());
   std::fill(scale.cols.begin(), scale.cols.end(), common);
   return scale;
 }
 
 /// So many primes that a whole number is known by its residues, whose magnitude and its sign have
 /// so many bits and one or two.
-long PrimesFor(double bits) { return static_cast<long>(std::ceil((bits + 2) / kPrimeBits)); }
+slong PrimesFor(double bits) { return static_cast<slong>(std::ceil((bits + 2) / kPrimeBits)); }
 
 }  // namespace
 
@@ -167,7 +167,7 @@ int ExactRank(const Matrix& A, const Watch& watch) {
   const int full = std::min(A.Rows(), A.Cols());
   int rank = 0;
   mp_limb_t prime = kFirstPrimeAbove;
-  for (long left = PrimesFor(scaled.LogOfMinors()); left > 0 && rank < full; --left) {
+  for (slong left = PrimesFor(scaled.LogOfMinors()); left > 0 && rank < full; --left) {
     watch.Look();
     prime = n_nextprime(prime, 0);
     ResidueMatrix residues(A.Rows(), A.Cols(), prime);
@@ -186,7 +186,7 @@ CharacteristicPolynomial ExactCharacteristicPolynomial(const Matrix& A, const Wa
   WholeNumber modulus;
   fmpz_one(modulus.Get());
   mp_limb_t prime = kFirstPrimeAbove;
-  for (long left = PrimesFor(scaled.LogOfCoefficients()); left > 0; --left) {
+  for (slong left = PrimesFor(scaled.LogOfCoefficients()); left > 0; --left) {
     watch.Look();
     prime = n_nextprime(prime, 0);
     ResidueMatrix residues(n, n, prime);
@@ -201,7 +201,7 @@ CharacteristicPolynomial ExactCharacteristicPolynomial(const Matrix& A, const Wa
   return result;
 }
 
-long PrimesForCharacteristicPolynomial(const Matrix& A) {
+slong PrimesForCharacteristicPolynomial(const Matrix& A) {
   return PrimesFor(ScaledMatrix(A, CommonScaleOf(A)).LogOfCoefficients());
 }
 

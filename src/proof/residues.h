@@ -35,7 +35,7 @@ class WholePolynomial {
 /// det(z - 2^shift·A), whose coefficients are whole: its zeros are 2^shift times the eigenvalues.
 struct CharacteristicPolynomial {
   WholePolynomial coefficients;
-  long shift = 0;
+  slong shift = 0;
 };
 
 /// The characteristic polynomial of a square A, exactly, by the Chinese remainder theorem. Throws
@@ -43,6 +43,6 @@ struct CharacteristicPolynomial {
 CharacteristicPolynomial ExactCharacteristicPolynomial(const Matrix& A, const Watch& watch);
 
 /// Number of primes that the characteristic polynomial takes: what its time goes by.
-long PrimesForCharacteristicPolynomial(const Matrix& A);
+slong PrimesForCharacteristicPolynomial(const Matrix& A);
 
 }  // namespace qmx

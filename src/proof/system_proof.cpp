@@ -77,7 +77,7 @@ class Substitution {
   Ball determinant_;
   // Of the system of 2n equations [L 0; -I U]·[y; x] = [P·b; 0], whose elements are doubles.
   WholeScale scale_;
-  long whole_ = 0;
+  slong whole_ = 0;
 };
 
 Substitution::Substitution(const ProofQuestion& question)
@@ -100,7 +100,7 @@ Substitution::Substitution(const ProofQuestion& question)
     arb_mul(determinant_, determinant_, U_(i - 1, i - 1), 64);
   }
   scale_ = WholeScaleOf(both);
-  for (const long row : scale_.rows) whole_ += row;
+  for (const slong row : scale_.rows) whole_ += row;
   for (int j = 0; j < 2 * n; ++j) whole_ += scale_.cols[j];
 }
 
@@ -163,7 +163,7 @@ void ProveLeastSquares(const ProofQuestion& question, const Watch& watch, ProofA
   const Matrix& system = question.a;
   const int k = system.Cols() - 1;
   const Matrix coefficients = Columns(system, 1, k);
-  const std::vector<long> columns = WholeColumnScaleOf(system).cols;
+  const std::vector<slong> columns = WholeColumnScaleOf(system).cols;
   const WholeScale scale{columns, columns};
   // The normal equations AᵀA·x = Aᵀb are the first k rows of the products of [A b] with itself.
   const BallMatrix gram = GramMatrix(system, watch);

@@ -23,7 +23,7 @@ void Watch::Demand(double bytes) const {
   if (bytes > bytes_) throw LimitReached();
 }
 
-void Watch::Raise(long bits) const {
+void Watch::Raise(std::int64_t bits) const {
   Look();
   if (bits > limits_.bits) throw LimitReached();
 }

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 
 namespace qmx {
@@ -13,7 +14,7 @@ struct ProofLimits {
   std::function<bool()> stop;
   double seconds = 5;     ///< Time at the most.
   std::size_t bytes = 0;  ///< Memory at the most; 0 for half of what the machine has to spare.
-  long bits = 1L << 20;   ///< Precision at the most.
+  std::int64_t bits = std::int64_t{1} << 20;  ///< Precision at the most.
 };
 
 /// Thrown inside of a check when it was asked to stop.
@@ -32,7 +33,7 @@ class Watch {
   /// To be called before so much memory is taken, and before precision is raised to so many bits.
   /// Throws LimitReached.
   void Demand(double bytes) const;
-  void Raise(long bits) const;
+  void Raise(std::int64_t bits) const;
 
  private:
   using Clock = std::chrono::steady_clock;

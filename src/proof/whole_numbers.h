@@ -15,8 +15,8 @@ namespace qmx {
 /// whole, and the numbers of an elimination, of an inverse and of a solution are quotients of
 /// minors (Cramer's rule): one whose numerator is enclosed below 1 is zero.
 struct WholeScale {
-  std::vector<long> rows;
-  std::vector<long> cols;
+  std::vector<slong> rows;
+  std::vector<slong> cols;
 };
 
 /// Rows are scaled first, as little as possible.
@@ -28,6 +28,6 @@ WholeScale WholeScaleOf(const BallMatrix& A);
 WholeScale WholeColumnScaleOf(const Matrix& A);
 
 /// True if a quotient is zero because quotient·denominator·2^exponent is a whole number below 1.
-bool IsZeroQuotient(arb_srcptr quotient, const Ball& denominator, long exponent);
+bool IsZeroQuotient(arb_srcptr quotient, const Ball& denominator, slong exponent);
 
 }  // namespace qmx
