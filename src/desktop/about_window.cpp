@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/about_window.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace qmx {
 
@@ -22,6 +25,30 @@ AboutWindow::AboutWindow() {
   setFont(large);
   resize(fontMetrics().averageCharWidth() * kCharactersShown,
          fontMetrics().lineSpacing() * kLinesShown);
+  AddLicences();
+}
+
+// The licences are of no use without the window they were asked for in.
+AboutWindow::~AboutWindow() { delete frmLicences_.data(); }
+
+void AboutWindow::AddLicences() {
+  auto* licences = new QPushButton(tr("&Licences..."), this);
+  licences->setObjectName("cmdLicences");
+  licences->setToolTip(tr("Licences of the program and of what it rests on"));
+  licences->setFont(QApplication::font());
+  licences->setAutoDefault(true);  // Enter presses it, as Space does.
+  connect(licences, &QPushButton::clicked, this, [this] { ShowLicences(); });
+  auto* layout = new QVBoxLayout(this);
+  layout->addStretch(1);
+  layout->addWidget(licences, 0, Qt::AlignRight);
+}
+
+void AboutWindow::ShowLicences() {
+  if (frmLicences_ == nullptr) frmLicences_ = new LicencesWindow;
+  frmLicences_->setWindowState(frmLicences_->windowState() & ~Qt::WindowMinimized);
+  frmLicences_->show();
+  frmLicences_->raise();
+  frmLicences_->activateWindow();
 }
 
 void AboutWindow::PrintVersion() {

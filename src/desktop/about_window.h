@@ -5,13 +5,19 @@
 #include <QStringList>
 #include <QWidget>
 
+#include "desktop/licences_window.h"
+
 namespace qmx {
 
 /// The window frmAbout: text is printed on it line by line in its own font, below what was printed
-/// before. A click anywhere, or Escape, closes it for good.
+/// before. A click anywhere, or Escape, closes it for good; but its button cmdLicences opens the
+/// window frmLicences.
 class AboutWindow : public QWidget {
  public:
   AboutWindow();
+  ~AboutWindow() override;
+  AboutWindow(const AboutWindow&) = delete;
+  AboutWindow& operator=(const AboutWindow&) = delete;
 
   /// Prints the name and version with their empty lines.
   void PrintVersion();
@@ -24,8 +30,11 @@ class AboutWindow : public QWidget {
 
  private:
   void Print(const QString& line);
+  void AddLicences();
+  void ShowLicences();
 
   QStringList lines_;
+  QPointer<LicencesWindow> frmLicences_;
 };
 
 /// Shows the About window, creating it if there is none, and prints on it.

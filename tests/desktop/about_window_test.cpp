@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTest>
 
 namespace qmx {
@@ -14,9 +16,11 @@ const QStringList kPrinted{"", "", "", "Orvane 2", ""};
 class AboutWindowTest : public testing::Test {
  protected:
   void TearDown() override { delete frmAbout_.data(); }
-  /// The rows of pixels of the window that hold ink.
+  QPushButton* Licences() { return frmAbout_->findChild<QPushButton*>("cmdLicences"); }
+  /// The rows of pixels of the window that hold ink, above its button.
   int InkedRows() {
-    const QImage image = frmAbout_->grab().toImage();
+    const QRect printed(0, 0, frmAbout_->width(), Licences()->geometry().top() - 1);
+    const QImage image = frmAbout_->grab(printed).toImage();
     int rows = 0;
     for (int y = 0; y < image.height(); ++y) {
       bool inked = false;
@@ -24,6 +28,12 @@ class AboutWindowTest : public testing::Test {
       rows += inked ? 1 : 0;
     }
     return rows;
+  }
+  static LicencesWindow* FindLicences() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == "frmLicences") return static_cast<LicencesWindow*>(window);
+    }
+    return nullptr;
   }
   QPointer<AboutWindow> frmAbout_;
 };
@@ -63,6 +73,46 @@ TEST_F(AboutWindowTest, EscapeClosesItToo) {
   QTest::keyClick(frmAbout_, Qt::Key_Escape);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(frmAbout_, nullptr);
+}
+
+TEST_F(AboutWindowTest, ItsButtonOpensTheLicencesAndItStays) {
+  ShowAbout(frmAbout_);
+  QTest::mouseClick(Licences(), Qt::LeftButton);
+  ASSERT_NE(frmAbout_, nullptr);
+  ASSERT_NE(FindLicences(), nullptr);
+  EXPECT_TRUE(FindLicences()->isVisible());
+  EXPECT_TRUE(frmAbout_->isVisible());
+}
+
+TEST_F(AboutWindowTest, TheKeyboardReachesTheLicencesAndLeavesThem) {
+  ShowAbout(frmAbout_);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frmAbout_));
+  EXPECT_TRUE(Licences()->hasFocus());
+  QTest::keyClick(Licences(), Qt::Key_Return);
+  const QPointer<LicencesWindow> window = FindLicences();
+  ASSERT_NE(window, nullptr);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  EXPECT_TRUE(window->findChild<QPlainTextEdit*>("txtLicences")->hasFocus());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(window, nullptr);
+  EXPECT_NE(frmAbout_, nullptr);
+}
+
+TEST_F(AboutWindowTest, TheLicencesNameEveryLibraryAndGoWithTheWindow) {
+  ShowAbout(frmAbout_);
+  Licences()->click();
+  const QPointer<LicencesWindow> window = FindLicences();
+  ASSERT_NE(window, nullptr);
+  Licences()->click();
+  EXPECT_EQ(FindLicences(), window);
+  const QString text = window->Text();
+  for (const char* name : {"Qt 6", "FLINT", "Arb", "GMP", "MPFR", "libchm", "matio", "zlib",
+                           "libstdc++", "mingw-w64", "MIT License", "WITHOUT WARRANTY OF ANY KIND"})
+    EXPECT_TRUE(text.contains(name)) << name;
+  frmAbout_->close();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(window, nullptr);
 }
 
 }  // namespace

@@ -78,8 +78,8 @@ TEST(HelpPages, EveryWindowHasItsPage) {
     EXPECT_NE(page.find("<h1>Window: " + std::string(slot.caption) + "</h1>"), std::string::npos)
         << slot.window;
   }
-  for (const char* window :
-       {"frmQMX", "frmResults", "frmPicture", "frmMoreAboutA", "frmSteps", "frmAbout", "frmHelp"}) {
+  for (const char* window : {"frmQMX", "frmResults", "frmPicture", "frmMoreAboutA", "frmSteps",
+                             "frmAbout", "frmLicences", "frmHelp"}) {
     EXPECT_FALSE(ReadHelpFile(std::string(window) + ".html").empty()) << window;
   }
 }
