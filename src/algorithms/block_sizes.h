@@ -123,11 +123,14 @@ struct HessenbergSizes {
   int shareCycleFrom = 200;   ///< Columns of a cycle from which they share its projections.
 };
 
-/// How the growing elimination of the definiteness test is cut.
+/// How the growing elimination of the definiteness test is cut where rows are exchanged; elsewhere
+/// it is an elimination like others.
 struct DefinitenessSizes {
-  int smallOrder = 48;  ///< Up to here blocks take longer than they save.
-  int steps = 16;       ///< That a group of rows takes at once.
+  int smallOrder = 32;  ///< Up to here it takes longer to see whether rows are exchanged.
+  int shareFrom = 350;  ///< Rows from which steps are taken in blocks, and by all members.
+  int steps = 8;        ///< That a group of rows takes at once.
   int group = 64;       ///< Rows of a group: larger ones are more often cut short by an exchange.
+  int strip = 1024;     ///< Columns that follow at a time, and of a member's piece, at most.
 };
 
 /// How normal equations are formed.

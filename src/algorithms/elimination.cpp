@@ -2,6 +2,7 @@
 #include "algorithms/elimination.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <utility>
 #include <vector>
@@ -93,22 +94,27 @@ struct Block {
 
 class Eliminator {
  public:
+  /// With `whileLargest` only while each diagonal element is a pivot, and none below is larger.
   Eliminator(Matrix& W, PivotRule rule, double* order, WorkMeter& meter,
-             const EliminationSizes& sizes)
+             const EliminationSizes& sizes, bool whileLargest = false)
       : W_(W),
         rule_(rule),
+        whileLargest_(whileLargest),
         order_(order),
         meter_(meter),
         sizes_(sizes),
         eliminated_(W.Cols()),
         panel_(W.Rows()) {}
 
-  Elimination Run(int columns);
+  /// The columns first..last, once those before are eliminated.
+  Elimination Run(int first, int last);
+  /// The column that it ended at before the last, if it did.
+  int End() const { return end_; }
 
  private:
-  void RunAlone(int columns);
-  void RunShared(int columns);
-  Block BlockFrom(int first, int columns) const;
+  void RunAlone(int start, int columns);
+  void RunShared(int start, int columns);
+  Block BlockFrom(int first, int start, int columns) const;
   void EliminateBlock(Block& block, int right, WorkMeter& meter);
   void EliminatePanel(Block& block, int first, int last, WorkMeter& meter);
   bool EliminatePanelColumn(Block& block, const View& panel, int first, int j, double& largest);
@@ -119,6 +125,7 @@ class Eliminator {
 
   Matrix& W_;
   const PivotRule rule_;
+  const bool whileLargest_;
   double* const order_;
   WorkMeter& meter_;
   const EliminationSizes& sizes_;
@@ -126,20 +133,21 @@ class Eliminator {
   Vector<char> eliminated_;  ///< For each column, whether it had a pivot.
   ColumnPanel panel_;
   Elimination result_;
+  int end_ = 0;
 };
 
-Elimination Eliminator::Run(int columns) {
-  shared_ = columns >= sizes_.shareFrom && SharedTeam().CanShare();
+Elimination Eliminator::Run(int first, int last) {
+  shared_ = last - first + 1 >= sizes_.shareFrom && SharedTeam().CanShare();
   if (shared_) {
-    RunShared(columns);
+    RunShared(first, last);
   } else {
-    RunAlone(columns);
+    RunAlone(first, last);
   }
   return result_;
 }
 
-void Eliminator::RunAlone(int columns) {
-  for (int first = 1; first <= columns && result_.complete; first += sizes_.block) {
+void Eliminator::RunAlone(int start, int columns) {
+  for (int first = start; first <= columns && result_.complete; first += sizes_.block) {
     Block block{first, std::min(first + sizes_.block - 1, columns), false, {}};
     const int last = block.last;
     // There is no other block for what stands right of the last one.
@@ -153,14 +161,14 @@ void Eliminator::RunAlone(int columns) {
   }
 }
 
-void Eliminator::RunShared(int columns) {
+void Eliminator::RunShared(int start, int columns) {
   SharedTeam().Wake();
-  Block block = BlockFrom(1, columns);
+  Block block = BlockFrom(start, start, columns);
   EliminateBlock(block, block.last, meter_);
   for (bool isLast = false; !isLast;) {
     isLast = !result_.complete || block.last == columns;
-    Block next =
-        isLast ? Block{block.last + 1, block.last, false, {}} : BlockFrom(block.last + 1, columns);
+    Block next = isLast ? Block{block.last + 1, block.last, false, {}}
+                        : BlockFrom(block.last + 1, start, columns);
     const Strips before = {1, block.first - 1, block.first - 1, block.first > 1 ? 1 : 0};
     GoAhead(
         meter_, before, StripsOf(next.last + 1, W_.Cols(), sizes_.sharedStrip),
@@ -173,8 +181,10 @@ void Eliminator::RunShared(int columns) {
   }
 }
 
-Block Eliminator::BlockFrom(int first, int columns) const {
-  const int width = ColumnsAhead(first, columns, sizes_.block, sizes_.panel);
+/// The block at column `first` of the columns start..columns.
+Block Eliminator::BlockFrom(int first, int start, int columns) const {
+  const int before = start - 1;
+  const int width = ColumnsAhead(first - before, columns - before, sizes_.block, sizes_.panel);
   return {first, first + width - 1, false, {}};
 }
 
@@ -219,8 +229,10 @@ bool Eliminator::EliminatePanelColumn(Block& block, const View& panel, int first
   const int p =
       rule_ == PivotRule::kDiagonalElement ? 0 : PlaceOfLargest(largest, column, below + 1);
   const int later = panel.rows - j - 1;
-  if (column[p] == 0) {
-    result_.complete = !EndsAtZero(rule_, below, [column](int k) { return column[k]; });
+  const bool ends = whileLargest_ && (column[0] == 0 || largest > std::abs(column[0]));
+  if (column[p] == 0 || ends) {
+    result_.complete = !ends && !EndsAtZero(rule_, below, [column](int k) { return column[k]; });
+    if (!result_.complete) end_ = first + j;
     if (later > 0) largest = LargestMagnitude(&panel(j + 1, j + 1), below);
     return false;
   }
@@ -305,7 +317,13 @@ Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter, 
     meter.Add(EliminationWork(W.Rows(), W.Cols(), columns));
     return done;
   }
-  return Eliminator(W, rule, order, meter, sizes).Run(columns);
+  return Eliminator(W, rule, order, meter, sizes).Run(1, columns);
+}
+
+int EliminateWhileLargest(Matrix& W, int first, int last, WorkMeter& meter,
+                          const EliminationSizes& sizes) {
+  Eliminator eliminator(W, PivotRule::kDiagonalElement, nullptr, meter, sizes, true);
+  return eliminator.Run(first, last).complete ? last + 1 : eliminator.End();
 }
 
 double ReduceToDeterminant(Matrix& W, WorkMeter& meter, const EliminationSizes& sizes) {

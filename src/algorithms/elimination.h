@@ -33,6 +33,12 @@ Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter,
                       double* order = nullptr,
                       const EliminationSizes& sizes = kBlockSizes.elimination);
 
+/// Eliminates the columns first..last of W, once those before are eliminated, with their diagonal
+/// elements, and ends at a column where that is 0 or an element below is larger. Returns that
+/// column, whose step and all later ones no element has taken, or the one behind the last.
+int EliminateWhileLargest(Matrix& W, int first, int last, WorkMeter& meter,
+                          const EliminationSizes& sizes = kBlockSizes.elimination);
+
 /// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
 /// used up.
 double ReduceToDeterminant(Matrix& W, WorkMeter& meter,

@@ -67,7 +67,8 @@ BlockSizes Sizes(int block, int panel, int strip) {
                      .tile = panel,
                      .shareFrom = 0,
                      .shareCycleFrom = 0},
-      .definiteness = {.smallOrder = 0, .steps = panel, .group = strip},
+      .definiteness =
+          {.smallOrder = 0, .shareFrom = 0, .steps = panel, .group = strip, .strip = strip},
       .leastSquares = {
           .fewElements = 0, .lowStrip = 2, .highStrip = 3, .highFrom = 5, .shareFrom = 0}};
 }

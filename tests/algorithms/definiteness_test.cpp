@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/fault.h"
+#include "base/team.h"
 #include "output/reports.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
@@ -27,10 +28,11 @@ void Append(Record& record, const std::string& verdict) {
   record.insert(record.end(), verdict.begin(), verdict.end());
 }
 
-void CompareReports(testing::Comparison& comparison, const Matrix& A) {
+void CompareReports(testing::Comparison& comparison, const Matrix& A,
+                    const BlockSizes& sizes = kBlockSizes) {
   comparison.Compare(
       [&] {
-        const DefinitenessReport report = TestDefiniteness(A, unheard);
+        const DefinitenessReport report = TestDefiniteness(A, unheard, sizes);
         Record record{report.overallSmallestPivot};
         testing::Append(record, report.smallestPivot);
         testing::Append(record, report.leadingMinor);
@@ -67,6 +69,87 @@ TEST(DefinitenessTest, HasThemInBlocksOnEveryInstructionSet) {
       }
     }
   });
+}
+
+/// Symmetric real numbers below `size`.
+Matrix SymmetricMatrix(testing::Dice& dice, int n, double size) {
+  Matrix A(n, n);
+  for (int i = 1; i <= n; ++i) {
+    for (int j = 1; j <= i; ++j) A(i, j) = A(j, i) = dice.Real(-size, size);
+  }
+  return A;
+}
+
+/// With a diagonal that leaves nothing to exchange, and minors that do not overflow.
+Matrix DominantMatrix(testing::Dice& dice, int n) {
+  Matrix A = SymmetricMatrix(dice, n, 1.0 / n);
+  for (int i = 1; i <= n; ++i) A(i, i) = dice.Chance(0.9) ? 1.25 : -0.75;
+  return A;
+}
+
+/// Full of exchanges, with minors that stay within bounds, too.
+Matrix IndefiniteMatrix(testing::Dice& dice, int n) {
+  return SymmetricMatrix(dice, n, std::sqrt(8.0 / n));
+}
+
+/// Makes a step of a dominant matrix special: the element below the diagonal and its mirror image.
+void Disturb(Matrix& A, int row, int step, double element) {
+  A(row, step) = A(step, row) = element;
+}
+
+TEST(DefinitenessTest, TheStepsBeforeAndBehindAnExchangeKeepTheirBits) {
+  constexpr int kOrder = 150;
+  const double huge = 1e6;
+  for (const int members : {1, 3}) {
+    Team team(members);
+    const UseTeam use(team);
+    testing::Dice dice(621);
+    BlockSizes sizes;
+    sizes.elimination.shareFrom = 0;
+    sizes.definiteness.shareFrom = 0;
+    testing::Comparison comparison("definiteness with single exchanges, " +
+                                   std::to_string(members) + " members");
+    for (const int step : {1, 2, 7, 8, 9, 16, 17, 31, 33, 63, 65, 127, 128, 129, 130, 149}) {
+      for (const int row : {step + 1, step + 8, step + 20, kOrder}) {
+        if (row > kOrder) continue;
+        for (const double element : {huge, std::nan(""), HUGE_VAL}) {
+          Matrix A = DominantMatrix(dice, kOrder);
+          Disturb(A, row, step, element);
+          CompareReports(comparison, A, sizes);
+        }
+        Matrix zeroPivot = DominantMatrix(dice, kOrder);
+        for (int k = 1; k <= kOrder; ++k) Disturb(zeroPivot, k, step, 0);
+        Disturb(zeroPivot, row, step, dice.Chance(0.5) ? 0 : 1);
+        CompareReports(comparison, zeroPivot, sizes);
+      }
+    }
+  }
+}
+
+TEST(DefinitenessTest, AnyNumberOfThreadsGivesTheSameBits) {
+  for (const int members : {1, 2, 3, 7, 64}) {
+    Team team(members);
+    const UseTeam use(team);
+    testing::Dice dice(631);
+    BlockSizes sizes;
+    sizes.definiteness.shareFrom = 100;
+    testing::Comparison comparison("definiteness on " + std::to_string(members) + " threads");
+    for (const int n : {239, 240, 241, 242, 257, 290}) {
+      const Matrix calm = DominantMatrix(dice, n);
+      CompareReports(comparison, calm, sizes);
+      Matrix disturbed = calm;
+      for (int k = 0; k < 5; ++k) {
+        const int step = dice.Integer(1, n - 1);
+        Disturb(disturbed, dice.Integer(step + 1, n), step, dice.Real(-100, 100));
+      }
+      CompareReports(comparison, disturbed, sizes);
+      const Matrix indefinite = IndefiniteMatrix(dice, n);
+      CompareReports(comparison, indefinite, sizes);
+      Matrix singular = indefinite;
+      for (int k = 1; k <= n; ++k) Disturb(singular, k, n / 3, 0);
+      CompareReports(comparison, singular, sizes);
+    }
+  }
 }
 
 struct Verdict {
