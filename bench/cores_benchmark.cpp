@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <functional>
 #include <numeric>
@@ -31,7 +32,8 @@
 // What all cores give: wall times of a task on one core and on all of them in alternating rounds,
 // since the others are not always there, and of the tuned library on as many threads. With --loaded
 // as many busy processes run beside as there are cores; --short runs only small orders, --sweep
-// every tenth up to 200; tasks that are named run alone.
+// every tenth up to 200, --around multiples of 512 beside their neighbours; tasks that are named
+// run alone.
 
 namespace qmx::bench {
 namespace {
@@ -43,12 +45,36 @@ struct Task {
   std::vector<int> orders;
   std::function<std::function<void()>(int n)> make;
   std::function<std::function<void()>(int n)> library;
+  int power = 3;  ///< Of n in the steps that it takes.
 };
 
 /// Ready to be run again and again on operands of its own.
 template <class Run>
 std::function<std::function<void()>(int)> On(Run run) {
   return [run](int n) { return [run, A = RandomMatrix(n, n)] { run(A); }; };
+}
+
+/// Of a matrix whose diagonal leaves nothing to exchange, as for the Cholesky factors.
+Matrix DefiniteMatrix(int n) {
+  Matrix A = RandomMatrix(n, n);
+  for (int i = 1; i <= n; ++i) {
+    A(i, i) += 2 * n;
+    for (int j = 1; j < i; ++j) A(i, j) = A(j, i);
+  }
+  return A;
+}
+
+std::function<void()> Definite(int n) {
+  return [A = DefiniteMatrix(n)] { TestDefiniteness(A, unheard); };
+}
+
+/// Of a matrix that exchanges rows all the time.
+std::function<void()> Indefinite(int n) {
+  Matrix A = RandomMatrix(n, n);
+  for (int i = 1; i <= n; ++i) {
+    for (int j = 1; j < i; ++j) A(i, j) = A(j, i);
+  }
+  return [A] { TestDefiniteness(A, unheard); };
 }
 
 std::function<void()> Reduction(int n) {
@@ -94,18 +120,21 @@ std::vector<Task> Tasks() {
       {"LU", {200, 300, 500, 1000}, On([](auto& A) { FactorLu(A, true, unheard); }), {}},
       {"inverse", {200, 300, 500, 1000}, On([](auto& A) { Inverse(A, unheard); }), {}},
       {"QR", {200, 300, 500, 1000}, On([](auto& A) { FactorQr(A, unheard); }), {}},
+      {"definiteness", {100, 200, 300, 500, 1000}, Definite, {}},
+      {"indefinite", {200, 300, 500, 1000}, Indefinite, {}},
       {"least squares", {300, 500}, On([](auto& A) { SolveLeastSquares(A, unheard); }), {}},
       {"cofactors", {30, 60, 100}, On([](auto& A) { AdjointByCofactors(A, unheard); }), {}},
       {"reduction", {100, 200, 300}, Reduction, {}},
       {"cycle", {200, 300, 500}, Cycle, {}},
-      {"writing", {100, 200, 300, 1000}, Writing, {}},
-      {"reading", {100, 200, 300, 1000}, Reading, {}},
+      {"writing", {100, 200, 300, 1000}, Writing, {}, 2},
+      {"reading", {100, 200, 300, 1000}, Reading, {}, 2},
   };
 #if defined(QMX_BENCH_LIBRARIES)
   tasks[0].library = On([](auto& A) { OpenBlasProduct(A, A); });
   tasks[1].library = On([](auto& A) { LapackLu(A); });
   tasks[2].library = On([](auto& A) { LapackInverse(A); });
   tasks[3].library = On([](auto& A) { LapackQr(A); });
+  tasks[4].library = [](int n) { return [A = DefiniteMatrix(n)] { LapackCholesky(A); }; };
 #endif
   return tasks;
 }
@@ -160,6 +189,34 @@ void Measure(const Task& task, int n, bool loaded) {
   std::fflush(stdout);
 }
 
+/// What an order, in turns with its neighbours, takes for each of its steps beside what they
+/// take.
+void MeasureAround(const Task& task, int n) {
+  constexpr int kStep = 8;
+  constexpr int kRounds = 15;
+  Team one(1);
+  Team& all = SharedTeam();
+  std::vector<std::function<void()>> runs;
+  for (const int order : {n - kStep, n, n + kStep}) runs.push_back(task.make(order));
+  double quotient[2];
+  Times middle[2];
+  for (int team = 0; team < 2; ++team) {
+    const UseTeam use(team == 0 ? one : all);
+    Times times[3];
+    for (int round = 0; round < kRounds; ++round) {
+      for (int k = 0; k < 3; ++k) times[k].all.push_back(Milliseconds(runs[k]));
+    }
+    const auto each = [&](int k) {
+      return times[k].Best() / std::pow(n + (k - 1) * kStep, task.power);
+    };
+    quotient[team] = 2 * each(1) / (each(0) + each(2));
+    middle[team] = times[1];
+  }
+  std::printf("%-14s %5d %10.3f %10.3f %7.2f %9.2f\n", task.name, n, middle[0].Best(),
+              middle[1].Best(), quotient[0], quotient[1]);
+  std::fflush(stdout);
+}
+
 /// Processes that do nothing but keep the cores busy, until it goes out of scope.
 class Load {
  public:
@@ -200,10 +257,12 @@ int main(int argc, char** argv) {
   const bool loaded = take("--loaded");
   const bool brief = take("--short");
   const bool sweeps = take("--sweep");
+  const bool around = take("--around");
   std::vector<int> sweep(20);
   for (int k = 0; k < 20; ++k) sweep[k] = 10 * (k + 1);
   const auto isWanted = [&](const bench::Task& task) {
-    return take(task.name) || given.size() == static_cast<std::size_t>(loaded + brief + sweeps);
+    return take(task.name) ||
+           given.size() == static_cast<std::size_t>(loaded + brief + sweeps + around);
   };
   const bench::Load load(loaded ? std::thread::hardware_concurrency() : 0);
 #if defined(QMX_BENCH_LIBRARIES)
@@ -211,9 +270,15 @@ int main(int argc, char** argv) {
 #endif
   std::printf("%s of wall times in ms, one core and %d, %s\n", loaded ? "Means" : "Best",
               SharedTeam().Members(), loaded ? "beside as many busy processes" : "nothing beside");
-  std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all", "one/all", "lib/all");
+  std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all",
+              around ? "n/beside" : "one/all", around ? "with all" : "lib/all");
   for (const bench::Task& task : bench::Tasks()) {
     if (!isWanted(task)) continue;
+    if (around) {
+      if (task.orders.back() < 1000) continue;
+      for (const int n : {512, 1024, 1536}) bench::MeasureAround(task, n);
+      continue;
+    }
     for (const int n : sweeps ? sweep : task.orders) {
       if (!brief || n <= 200) bench::Measure(task, n, loaded);
     }

@@ -73,14 +73,21 @@ void TakeCycles(const Matrix& A, const AllSizes& sizes) {
   for (int cycle = 0; cycle < kCycles; ++cycle) StepHessenbergQr(M, n, work, meter);
 }
 
-void TestDefinite(const Matrix& A, const AllSizes& sizes) {
+/// `shift` is added to the diagonal: a large one leaves nothing to exchange.
+void TestSymmetric(const Matrix& A, double shift, const AllSizes& sizes) {
   Matrix M = A;
   for (int i = 1; i <= M.Rows(); ++i) {
-    M(i, i) += 2.0 * M.Rows();
+    M(i, i) += shift;
     for (int j = 1; j < i; ++j) M(i, j) = M(j, i);
   }
   TestDefiniteness(std::move(M), unheard, sizes.blocks);
 }
+
+void TestDefinite(const Matrix& A, const AllSizes& sizes) {
+  TestSymmetric(A, 2.0 * A.Rows(), sizes);
+}
+
+void TestIndefinite(const Matrix& A, const AllSizes& sizes) { TestSymmetric(A, 0, sizes); }
 
 std::vector<Trial> Trials() {
   const auto determinant = [](const Matrix& A, const AllSizes& s) {
@@ -216,15 +223,20 @@ std::vector<Trial> Trials() {
        [](S s) -> int& { return s.blocks.definiteness.smallOrder; },
        TestDefinite},
       {"definiteness, steps",
-       "definiteness",
+       "indefinite",
        {100, 300},
        [](S s) -> int& { return s.blocks.definiteness.steps; },
-       TestDefinite},
+       TestIndefinite},
       {"definiteness, group",
-       "definiteness",
+       "indefinite",
        {100, 300},
        [](S s) -> int& { return s.blocks.definiteness.group; },
-       TestDefinite},
+       TestIndefinite},
+      {"definiteness, strip",
+       "indefinite",
+       {300, 500},
+       [](S s) -> int& { return s.blocks.definiteness.strip; },
+       TestIndefinite},
       {"leastSquares, fewElements",
        "least squares",
        {5, 8},
