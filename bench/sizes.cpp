@@ -80,7 +80,7 @@ void TestSymmetric(const Matrix& A, double shift, const AllSizes& sizes) {
     M(i, i) += shift;
     for (int j = 1; j < i; ++j) M(i, j) = M(j, i);
   }
-  TestDefiniteness(std::move(M), unheard, sizes.blocks);
+  TestDefiniteness(M, unheard, sizes.blocks);
 }
 
 void TestDefinite(const Matrix& A, const AllSizes& sizes) {

@@ -144,8 +144,16 @@ struct LeastSquaresSizes {
   int shareFrom = 200;  ///< Unknowns from which the members of a team share the strips.
 };
 
+/// How far apart the rows of the matrices lie that an elimination, exchange steps, Gram-Schmidt and
+/// the definiteness test work in.
+struct WorkSizes {
+  int competing = 512;  ///< Rows a multiple of this apart, which is a page, share their places.
+  int gap = 8;          ///< Columns more that keep them apart.
+};
+
 /// All of them.
 struct BlockSizes {
+  WorkSizes work;
   ProductTaskSizes product;
   EliminationSizes elimination;
   ExchangeSizes exchange;

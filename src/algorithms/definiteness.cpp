@@ -10,6 +10,7 @@
 #include "algorithms/elimination_steps.h"
 #include "algorithms/ordered_product.h"
 #include "algorithms/shared_work.h"
+#include "algorithms/work_matrix.h"
 #include "base/vector.h"
 
 namespace qmx {
@@ -78,7 +79,7 @@ class GrowingElimination {
 
   bool HasEnded(int k) const { return !endedAt_.IsEmpty() && endedAt_(k) != 0; }
 
-  Matrix& W_;
+  Matrix& W_;  ///< May have columns behind those of the matrix.
   WorkMeter& meter_;
   const DefinitenessSizes& sizes_;
   const EliminationSizes& eliminationSizes_;
@@ -176,7 +177,7 @@ void GrowingElimination::TakeRowStep(int k, int i, int right) {
 
 void GrowingElimination::EliminateBetween(int i, int top, int bottom, int right) {
   if (top > bottom) return;
-  EliminateRows(&W_(i, i), &W_(top, i), n_, bottom - top + 1, 0, right - i);
+  EliminateRows(&W_(i, i), &W_(top, i), W_.Cols(), bottom - top + 1, 0, right - i);
   meter_.Add(1.0 * (bottom - top + 1) * (right - i));
 }
 
@@ -191,11 +192,13 @@ int GrowingElimination::TakeGroup(int top, int bottom, int first, int last) {
   for (int s = 0; s < steps; ++s) panel(s, 0) = W_(first + s, first + s);
   int rows = 0;
   if (all > 0) {
-    CurrentKernels().transpose({&W_(top, first), n_, all, steps, &panel(0, 1), panel.rowStride});
+    CurrentKernels().transpose(
+        {&W_(top, first), W_.Cols(), all, steps, &panel(0, 1), panel.rowStride});
     rows = TakeInOwnColumns(panel, first);
   }
   if (rows > 0) {
-    CurrentKernels().transpose({&panel(0, 1), panel.rowStride, steps, rows, &W_(top, first), n_});
+    CurrentKernels().transpose(
+        {&panel(0, 1), panel.rowStride, steps, rows, &W_(top, first), W_.Cols()});
     taken_.push_back({top, rows, first, last});
   }
   const int next = top + rows;
@@ -340,9 +343,10 @@ Definiteness ClassifyMinors(const std::vector<double>& leadingMinor) {
   return positive ? Definiteness::kPositiveSemidefinite : Definiteness::kNegativeSemidefinite;
 }
 
-DefinitenessReport TestDefiniteness(Matrix W, Progress& progress, const BlockSizes& sizes) {
-  const int n = W.Rows();
+DefinitenessReport TestDefiniteness(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
+  const int n = A.Rows();
   RequireElement(n >= 1);
+  Matrix W = WorkCopy(A, sizes.work);
   DefinitenessReport report;
   report.leadingMinor = std::vector<double>(n);
   report.smallestPivot = std::vector<double>(n);

@@ -32,7 +32,7 @@ struct DefinitenessReport {
 /// block k - 1, and only it and the diagonal row compete for a pivot. An exactly zero pivot ends
 /// the reduction of the new row for that k. Semidefiniteness is judged from the same minors. `A` is
 /// used up as the work matrix.
-DefinitenessReport TestDefiniteness(Matrix A, Progress& progress,
+DefinitenessReport TestDefiniteness(const Matrix& A, Progress& progress,
                                     const BlockSizes& sizes = kBlockSizes);
 
 /// The class by the signs of the leading minors alone.

@@ -2,13 +2,15 @@
 #include "algorithms/determinant.h"
 
 #include "algorithms/elimination.h"
+#include "algorithms/work_matrix.h"
 
 namespace qmx {
 
-double Determinant(Matrix A, Progress& progress, const BlockSizes& sizes) {
+double Determinant(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
   const int n = A.Rows();
   WorkMeter meter(progress, EliminationWork(n, n, n));
-  const double det = ReduceToDeterminant(A, meter, sizes.elimination);
+  Matrix W = WorkCopy(A, sizes.work);
+  const double det = ReduceToDeterminant(W, meter, sizes.elimination);
   meter.End();
   return det;
 }

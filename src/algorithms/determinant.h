@@ -12,6 +12,6 @@ namespace qmx {
 /// row exchanges. A pivot is replaced only by a strictly larger magnitude further down; an exactly
 /// zero pivot column ends the elimination and gives 0 through its diagonal element. The determinant
 /// of the empty matrix is 1. `A` is used up as the work matrix.
-double Determinant(Matrix A, Progress& progress, const BlockSizes& sizes = kBlockSizes);
+double Determinant(const Matrix& A, Progress& progress, const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

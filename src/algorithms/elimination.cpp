@@ -56,7 +56,7 @@ bool EndsAtZero(PivotRule rule, int below, Element element) {
 }
 
 /// The textbook loop itself, on rows counted from 0.
-Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* order) {
+Elimination EliminateStepByStep(Matrix& W, int cols, int columns, PivotRule rule, double* order) {
   Elimination result;
   double* const numbers = W.Data();
   const std::ptrdiff_t m = W.Rows();
@@ -77,9 +77,9 @@ Elimination EliminateStepByStep(Matrix& W, int columns, PivotRule rule, double* 
       if (order != nullptr) std::swap(order[i], order[i + p]);
       ++result.exchanges;
       double* const row = pivot - i;
-      for (std::ptrdiff_t j = 0; j < n; ++j) std::swap(row[j], row[p * n + j]);
+      for (int j = 0; j < cols; ++j) std::swap(row[j], row[p * n + j]);
     }
-    if (below > 0) EliminateRows(pivot, pivot + n, n, below, 0, static_cast<int>(n) - i - 1);
+    if (below > 0) EliminateRows(pivot, pivot + n, n, below, 0, cols - i - 1);
   }
   return result;
 }
@@ -95,15 +95,16 @@ struct Block {
 class Eliminator {
  public:
   /// With `whileLargest` only while each diagonal element is a pivot, and none below is larger.
-  Eliminator(Matrix& W, PivotRule rule, double* order, WorkMeter& meter,
+  Eliminator(Matrix& W, int cols, PivotRule rule, double* order, WorkMeter& meter,
              const EliminationSizes& sizes, bool whileLargest = false)
       : W_(W),
+        cols_(cols),
         rule_(rule),
         whileLargest_(whileLargest),
         order_(order),
         meter_(meter),
         sizes_(sizes),
-        eliminated_(W.Cols()),
+        eliminated_(cols),
         panel_(W.Rows()) {}
 
   /// The columns first..last, once those before are eliminated.
@@ -124,6 +125,7 @@ class Eliminator {
   void Follow(const Block& block, int from, int to, WorkMeter& meter);
 
   Matrix& W_;
+  const int cols_;  ///< Of the matrix; W_ may have some behind.
   const PivotRule rule_;
   const bool whileLargest_;
   double* const order_;
@@ -151,13 +153,13 @@ void Eliminator::RunAlone(int start, int columns) {
     Block block{first, std::min(first + sizes_.block - 1, columns), false, {}};
     const int last = block.last;
     // There is no other block for what stands right of the last one.
-    const int right = last == columns ? W_.Cols() : last;
+    const int right = last == columns ? cols_ : last;
     EliminateBlock(block, right, meter_);
-    for (int from = right + 1; from <= W_.Cols(); from += sizes_.strip) {
-      const int to = std::min(from + sizes_.strip - 1, W_.Cols());
+    for (int from = right + 1; from <= cols_; from += sizes_.strip) {
+      const int to = std::min(from + sizes_.strip - 1, cols_);
       TakeStepsInRows(block, first, last, from, to, meter_);
     }
-    TakeSteps(block, first, last, last + 1, W_.Rows(), last + 1, W_.Cols(), meter_);
+    TakeSteps(block, first, last, last + 1, W_.Rows(), last + 1, cols_, meter_);
   }
 }
 
@@ -171,7 +173,7 @@ void Eliminator::RunShared(int start, int columns) {
                         : BlockFrom(block.last + 1, start, columns);
     const Strips before = {1, block.first - 1, block.first - 1, block.first > 1 ? 1 : 0};
     GoAhead(
-        meter_, before, StripsOf(next.last + 1, W_.Cols(), sizes_.sharedStrip),
+        meter_, before, StripsOf(next.last + 1, cols_, sizes_.sharedStrip),
         [&](WorkMeter& meter) {
           Follow(block, next.first, next.last, meter);
           if (!isLast) EliminateBlock(next, next.last, meter);
@@ -243,7 +245,7 @@ bool Eliminator::EliminatePanelColumn(Block& block, const View& panel, int first
       block.exchanges.push_back({row, row + p});
       ExchangeRows(W_, {&block.exchanges.back(), 1}, block.first, block.last);
     } else {
-      SwapNumbers(W_.Row(row), W_.Row(row + p), W_.Cols());
+      SwapNumbers(W_.Row(row), W_.Row(row + p), cols_);
     }
     if (order_ != nullptr) std::swap(order_[row - 1], order_[row + p - 1]);
     ++result_.exchanges;
@@ -309,26 +311,28 @@ void Eliminator::Follow(const Block& block, int from, int to, WorkMeter& meter) 
 }  // namespace
 
 Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter, double* order,
-                      const EliminationSizes& sizes) {
+                      const EliminationSizes& sizes, int gap) {
   if (columns < 1 && order == nullptr) return {};
+  const int cols = W.Cols() - gap;
   if (order != nullptr) std::iota(order, order + W.Rows(), 1.0);
-  if (std::max(W.Rows(), W.Cols()) <= sizes.smallOrder) {
-    const Elimination done = EliminateStepByStep(W, columns, rule, order);
-    meter.Add(EliminationWork(W.Rows(), W.Cols(), columns));
+  if (std::max(W.Rows(), cols) <= sizes.smallOrder) {
+    const Elimination done = EliminateStepByStep(W, cols, columns, rule, order);
+    meter.Add(EliminationWork(W.Rows(), cols, columns));
     return done;
   }
-  return Eliminator(W, rule, order, meter, sizes).Run(1, columns);
+  return Eliminator(W, cols, rule, order, meter, sizes).Run(1, columns);
 }
 
 int EliminateWhileLargest(Matrix& W, int first, int last, WorkMeter& meter,
                           const EliminationSizes& sizes) {
-  Eliminator eliminator(W, PivotRule::kDiagonalElement, nullptr, meter, sizes, true);
+  Eliminator eliminator(W, W.Rows(), PivotRule::kDiagonalElement, nullptr, meter, sizes, true);
   return eliminator.Run(first, last).complete ? last + 1 : eliminator.End();
 }
 
 double ReduceToDeterminant(Matrix& W, WorkMeter& meter, const EliminationSizes& sizes) {
   const int n = W.Rows();
-  const Elimination done = Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, meter, nullptr, sizes);
+  const Elimination done =
+      Eliminate(W, n - 1, PivotRule::kStopAtZeroColumn, meter, nullptr, sizes, W.Cols() - n);
   double product = 1.0;
   for (int k = 1; k <= n; ++k) product *= W(k, k);
   return AlternatingSign(done.exchanges) * product;

@@ -28,19 +28,21 @@ struct Elimination {
 /// f = W(k,i) / W(i,i) takes the place of W(k,i), and W(k,j) = W(k,j) - f·W(i,j) for all j > i.
 /// Whole rows are exchanged, multipliers included. In `order`, which may be null and otherwise has
 /// a number for each row of W, the number of the row that came there is left, from 1. Adds
-/// EliminationWork to the meter, less where a pivot rule ends it.
+/// EliminationWork to the meter, less where a pivot rule ends it. The last `gap` columns of W are
+/// none of the matrix.
 Elimination Eliminate(Matrix& W, int columns, PivotRule rule, WorkMeter& meter,
                       double* order = nullptr,
-                      const EliminationSizes& sizes = kBlockSizes.elimination);
+                      const EliminationSizes& sizes = kBlockSizes.elimination, int gap = 0);
 
-/// Eliminates the columns first..last of W, once those before are eliminated, with their diagonal
-/// elements, and ends at a column where that is 0 or an element below is larger. Returns that
-/// column, whose step and all later ones no element has taken, or the one behind the last.
+/// Eliminates the columns first..last of a matrix of as many columns as W has rows, once those
+/// before are eliminated, with their diagonal elements, and ends at a column where that is 0 or an
+/// element below is larger. Returns that column, whose step and all later ones no element has
+/// taken, or the one behind the last.
 int EliminateWhileLargest(Matrix& W, int first, int last, WorkMeter& meter,
                           const EliminationSizes& sizes = kBlockSizes.elimination);
 
-/// The determinant of a square W by elimination with partial pivoting, as told at Determinant. W is
-/// used up.
+/// The determinant of the leading columns of W, as many as it has rows, by elimination with partial
+/// pivoting, as told at Determinant. W is used up.
 double ReduceToDeterminant(Matrix& W, WorkMeter& meter,
                            const EliminationSizes& sizes = kBlockSizes.elimination);
 

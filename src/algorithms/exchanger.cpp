@@ -14,7 +14,8 @@ namespace qmx {
 JordanExchange Exchanger::TakeStepByStep() {
   for (int i = 1; i <= n_; ++i) {
     const double* const top = W_.Row(1) + (i - 1);
-    const int p = PivotRow(i, [top, n = std::ptrdiff_t{n_}](int k) { return top[(k - 1) * n]; });
+    const int p =
+        PivotRow(i, [top, n = std::ptrdiff_t{W_.Cols()}](int k) { return top[(k - 1) * n]; });
     if (p == 0) {
       result_.complete = false;
       break;
@@ -53,8 +54,8 @@ void Exchanger::ExchangeInShortRows(int i) {
 void Exchanger::ExchangeInLongRows(int i) {
   double* const upper = W_.Row(i);
   const double pivot = upper[i - 1];
-  EliminateRows(upper + i - 1, W_.Row(1) + i - 1, n_, i - 1, i - 1, n_ - i);
-  if (i < n_) EliminateRows(upper + i - 1, upper + n_ + i - 1, n_, n_ - i, i - 1, n_ - i);
+  EliminateRows(upper + i - 1, W_.Row(1) + i - 1, W_.Cols(), i - 1, i - 1, n_ - i);
+  if (i < n_) EliminateRows(upper + i - 1, W_.Row(i + 1) + i - 1, W_.Cols(), n_ - i, i - 1, n_ - i);
   for (int k = 1; k <= n_; ++k) W_(k, i) = -W_(k, i);
   upper[i - 1] = pivot;
   for (int j = 0; j < n_; ++j) upper[j] /= pivot;

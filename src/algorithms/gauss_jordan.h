@@ -23,12 +23,12 @@ struct JordanExchange {
 };
 
 /// Gauss-Jordan elimination in the form of exchange steps (Householder, The Theory of Matrices in
-/// Numerical Analysis, 5.2) on a square W. The row with the largest magnitude at and below the
-/// diagonal of column i is exchanged into row i, and with p = W(i,i):
-/// for all other rows k, f = W(k,i) / p, W(k,j) = W(k,j) - f·W(i,j) for j other than i, W(k,i) =
-/// -f; then W(i,j) = W(i,j) / p for j other than i, and W(i,i) = 1 / p. In the end W is the inverse
-/// with its columns in the order of the rows of the matrix given: column j belongs to row order(j).
-/// Adds the cube of the order to the meter, less where a column has no pivot.
+/// Numerical Analysis, 5.2) on the leading columns of W, as many as it has rows. The row with the
+/// largest magnitude at and below the diagonal of column i is exchanged into row i, and with p =
+/// W(i,i): for all other rows k, f = W(k,i) / p, W(k,j) = W(k,j) - f·W(i,j) for j other than i,
+/// W(k,i) = -f; then W(i,j) = W(i,j) / p for j other than i, and W(i,i) = 1 / p. In the end W is
+/// the inverse with its columns in the order of the rows of the matrix given: column j belongs to
+/// row order(j). Adds the cube of the order to the meter, less where a column has no pivot.
 JordanExchange ExchangeAllColumns(Matrix& W, EqualPivots rule, WorkMeter& meter,
                                   const ExchangeSizes& sizes = kBlockSizes.exchange);
 

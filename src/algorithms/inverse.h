@@ -13,7 +13,8 @@ namespace qmx {
 /// Theory of Matrices in Numerical Analysis, 5.2): column i pivots on the largest magnitude among
 /// the rows not yet used, the upper one of equals; no row moves until the result is unscrambled at
 /// the end. Nothing where a pivot column is exactly zero.
-std::optional<Matrix> Inverse(Matrix A, Progress& progress, const BlockSizes& sizes = kBlockSizes);
+std::optional<Matrix> Inverse(const Matrix& A, Progress& progress,
+                              const BlockSizes& sizes = kBlockSizes);
 
 /// The adjoint (classical adjugate) of a square A by cofactors: element (j, i) is (-1)^(i+j) times
 /// the determinant of A without row i and column j, each determinant by elimination with partial
@@ -24,7 +25,7 @@ Matrix AdjointByCofactors(const Matrix& A, Progress& progress,
 
 /// det(A) times the inverse of a square A, from Gauss-Jordan exchange steps with rows physically
 /// exchanged. Nothing for a singular A, although its adjoint exists.
-std::optional<Matrix> AdjointByInverse(Matrix A, Progress& progress,
+std::optional<Matrix> AdjointByInverse(const Matrix& A, Progress& progress,
                                        const BlockSizes& sizes = kBlockSizes);
 
 }  // namespace qmx

@@ -5,40 +5,55 @@
 
 #include "algorithms/elimination.h"
 #include "algorithms/shared_work.h"
+#include "algorithms/work_matrix.h"
 #include "base/number_text.h"
 
 namespace qmx {
 namespace {
 
-/// Moves the multipliers from below the diagonal of U into a unit lower triangular L.
-Matrix SplitOffMultipliers(Matrix& U, WorkMeter& whole) {
-  Matrix L = Matrix::Unset(U.Rows(), U.Rows());
-  ShareRows(whole, U.Rows(), U.Cols(), [&U, &L](int r, WorkMeter& meter) {
-    double* const row = L.Row(r);
-    const int multipliers = std::min(r - 1, U.Cols());
-    std::copy_n(U.Row(r), multipliers, row);
+/// Takes U from the leading columns of an eliminated work matrix, and the multipliers below its
+/// diagonal into a unit lower triangular L where there is one.
+void TakeFactors(Matrix& W, int cols, LuFactors& factors, WorkMeter& whole) {
+  const bool isWide = W.Cols() != cols;
+  if (isWide) {
+    factors.U = Matrix::Unset(W.Rows(), cols);
+  } else {
+    factors.U.Swap(W);
+    if (!factors.factored) return;
+  }
+  Matrix& U = factors.U;
+  Matrix& L = factors.L;
+  if (factors.factored) L = Matrix::Unset(U.Rows(), U.Rows());
+  ShareRows(whole, U.Rows(), cols, [&](int r, WorkMeter& meter) {
+    const double* const from = isWide ? W.Row(r) : U.Row(r);
+    const int multipliers = factors.factored ? std::min(r - 1, cols) : 0;
+    if (factors.factored) {
+      double* const row = L.Row(r);
+      std::copy_n(from, multipliers, row);
+      std::fill(row + multipliers, row + L.Cols(), 0.0);
+      row[r - 1] = 1.0;
+    }
     std::fill_n(U.Row(r), multipliers, 0.0);
-    std::fill(row + multipliers, row + L.Cols(), 0.0);
-    row[r - 1] = 1.0;
-    meter.Add(kMovedNumber * L.Cols());
+    if (isWide) std::copy(from + multipliers, from + cols, U.Row(r) + multipliers);
+    meter.Add(kMovedNumber * U.Rows());
   });
-  return L;
 }
 
 }  // namespace
 
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress, const BlockSizes& sizes) {
   if (std::min(A.Rows(), A.Cols()) >= sizes.elimination.shareFrom) SharedTeam().Wake();
-  LuFactors factors{false, Matrix(), A, Matrix::Unset(A.Rows(), 1), 0};
+  LuFactors factors{false, Matrix(), Matrix(), Matrix::Unset(A.Rows(), 1), 0};
+  Matrix W = WorkCopy(A, sizes.work);
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
   const int columns = std::min(A.Rows(), A.Cols());
   WorkMeter meter(
       progress, EliminationWork(A.Rows(), A.Cols(), columns) + kMovedNumber * A.Rows() * A.Rows());
-  const Elimination done =
-      Eliminate(factors.U, columns, rule, meter, factors.exchanges.Data(), sizes.elimination);
+  const Elimination done = Eliminate(W, columns, rule, meter, factors.exchanges.Data(),
+                                     sizes.elimination, W.Cols() - A.Cols());
   factors.exchangeCount = done.exchanges;
   factors.factored = done.complete;
-  if (factors.factored) factors.L = SplitOffMultipliers(factors.U, meter);
+  TakeFactors(W, A.Cols(), factors, meter);
   meter.End();
   return factors;
 }

@@ -11,6 +11,7 @@
 #include "algorithms/ordered_product.h"
 #include "algorithms/projection.h"
 #include "algorithms/shared_work.h"
+#include "algorithms/work_matrix.h"
 #include "base/vector.h"
 
 // Once column k of V is final, its projections of all later columns can be taken and subtracted: no
@@ -34,13 +35,15 @@ namespace {
 
 class GramSchmidt {
  public:
-  GramSchmidt(const Matrix& A, WorkMeter& meter, const QrSizes& sizes)
-      : A_(A),
+  GramSchmidt(const Matrix& A, WorkMeter& meter, const BlockSizes& sizes)
+      : n_(A.Cols()),
         meter_(meter),
-        sizes_(sizes),
-        V_(A),
-        R_(A.Cols(), A.Cols()),
-        squaredNorm_(A.Cols()) {}
+        sizes_(sizes.qr),
+        V_(WorkCopy(A, sizes.work)),
+        wideA_(V_.Cols() == n_ ? Matrix() : V_),
+        A_(V_.Cols() == n_ ? A : wideA_),
+        R_(n_, n_),
+        squaredNorm_(n_) {}
 
   QrFactors RunInBlocks();
   QrFactors RunColumnByColumn();
@@ -58,10 +61,12 @@ class GramSchmidt {
   void Project(int first, int last, int from, int to, WorkMeter& meter);
   void SubtractSome(int first, int from, const View& D, const View& C, WorkMeter& meter);
 
-  const Matrix& A_;
+  const int n_;  ///< The columns. The work matrices may have some behind.
   WorkMeter& meter_;
   const QrSizes& sizes_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
+  const Matrix wideA_;
+  const Matrix& A_;  ///< What was given, or in as many columns as V_.
   Matrix R_;
   Matrix coefficients_;  ///< C, in the columns that are projected.
   Vector<double> squaredNorm_;
@@ -69,16 +74,16 @@ class GramSchmidt {
 
 /// False among the factors where a column vanished; nothing else counts then.
 QrFactors GramSchmidt::RunInBlocks() {
-  const int n = A_.Cols();
+  const int n = n_;
   if (n > std::min(sizes_.smallOrder, sizes_.block))
-    coefficients_ = Matrix(std::min(sizes_.block, n), n);
+    coefficients_ = Matrix(std::min(sizes_.block, n), V_.Cols());
   const bool shared = n >= sizes_.shareFrom && SharedTeam().CanShare();
   return (shared ? FinishAllShared() : FinishAll()) ? Factors(n) : QrFactors();
 }
 
 /// False where a column vanished.
 bool GramSchmidt::FinishAll() {
-  const int n = A_.Cols();
+  const int n = n_;
   for (int first = 1; first <= n; first += sizes_.block) {
     const int last = std::min(first + sizes_.block - 1, n);
     if (!FinishBlock(first, last, meter_)) return false;
@@ -89,7 +94,7 @@ bool GramSchmidt::FinishAll() {
 
 bool GramSchmidt::FinishAllShared() {
   SharedTeam().Wake();
-  const int n = A_.Cols();
+  const int n = n_;
   const auto end = [this, n](int first) {
     return first + ColumnsAhead(first, n, sizes_.block, sizes_.tile) - 1;
   };
@@ -115,7 +120,7 @@ bool GramSchmidt::FinishAllShared() {
 /// The textbook loop itself: no step is taken for a column before the columns before it are final,
 /// so that a failure leaves exactly what was computed up to it.
 QrFactors GramSchmidt::RunColumnByColumn() {
-  const int n = A_.Cols();
+  const int n = n_;
   for (int j = 1; j <= n; ++j) {
     ProjectColumn(j);
     if (!FinishColumn(j, j, meter_)) return Factors(j - 1);
@@ -125,20 +130,28 @@ QrFactors GramSchmidt::RunColumnByColumn() {
 
 /// Q, which takes the place of V, and R, once so many columns are final.
 QrFactors GramSchmidt::Factors(int columns) {
-  const int n = A_.Cols();
+  const int n = n_;
   for (int j = 1; j <= columns; ++j) squaredNorm_(j) = R_(j, j);
-  ShareRows(meter_, V_.Rows(), n, [&](int r, WorkMeter& meter) {
-    double* const row = V_.Row(r);
+  Matrix Q;
+  const bool isWide = V_.Cols() != n;
+  if (isWide) {
+    Q = Matrix::Unset(V_.Rows(), n);
+  } else {
+    Q.Swap(V_);
+  }
+  ShareRows(meter_, Q.Rows(), n, [&](int r, WorkMeter& meter) {
+    double* const row = Q.Row(r);
+    if (isWide) std::copy_n(V_.Row(r), columns, row);
     DivideByEach(squaredNorm_.From(1), row, columns);
     std::fill(row + columns, row + n, 0.0);
     meter.Add(kMovedNumber * n);
   });
-  return {columns == n, std::move(V_), std::move(R_)};
+  return {columns == n, std::move(Q), std::move(R_)};
 }
 
 bool GramSchmidt::FinishBlock(int first, int last, WorkMeter& meter) {
   const int columns = last - first + 1;
-  if (columns <= kColumnsAtOnce || A_.Cols() <= sizes_.smallOrder) {
+  if (columns <= kColumnsAtOnce || n_ <= sizes_.smallOrder) {
     for (int j = first; j <= last; ++j) {
       if (!FinishColumn(j, last, meter)) return false;
     }
@@ -165,11 +178,11 @@ bool GramSchmidt::FinishColumn(int j, int last, WorkMeter& meter) {
 /// norm of column j as well.
 template <int kCount>
 void GramSchmidt::ProjectNext(int j, int from) {
-  const int n = V_.Cols();
+  const int stride = V_.Cols();
   const double* const v = V_.Row(1) + (j - 1);
   double square;
   double d[kCount + 1];
-  NormAndDots<kCount>(v, A_.Row(1) + (from - 1), n, V_.Rows(), square, d);
+  NormAndDots<kCount>(v, A_.Row(1) + (from - 1), stride, V_.Rows(), square, d);
   if (from == j + 1) squaredNorm_(j) = square;
   if (square == 0) return;
   if (from == j + 1) R_(j, j) = std::sqrt(square);
@@ -183,9 +196,9 @@ void GramSchmidt::ProjectNext(int j, int from) {
     r[t] = d[t] / norm;
   }
   double* const w = V_.Row(1) + (from - 1);
-  if (!hasZero) return SubtractMultiples<kCount>(v, w, n, V_.Rows(), c);
+  if (!hasZero) return SubtractMultiples<kCount>(v, w, stride, V_.Rows(), c);
   for (int t = 0; t < kCount; ++t) {
-    if (d[t] != 0) SubtractMultiples<1>(v, w + t, n, V_.Rows(), c + t);
+    if (d[t] != 0) SubtractMultiples<1>(v, w + t, stride, V_.Rows(), c + t);
   }
 }
 
@@ -257,7 +270,7 @@ QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes)
   const double m = A.Rows();
   const double n = A.Cols();
   WorkMeter meter(progress, m * n * (n + kStepDownColumn + kMovedNumber));
-  QrFactors factors = GramSchmidt(A, meter, sizes.qr).RunInBlocks();
+  QrFactors factors = GramSchmidt(A, meter, sizes).RunInBlocks();
   if (factors.factored) {
     meter.End();
     return factors;
@@ -265,7 +278,7 @@ QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes)
   // The projections ran ahead of the column that failed. Neither what they left in R nor a fault of
   // theirs belongs to the result.
   std::fesetexceptflag(&faults, FE_ALL_EXCEPT);
-  factors = GramSchmidt(A, meter, sizes.qr).RunColumnByColumn();
+  factors = GramSchmidt(A, meter, sizes).RunColumnByColumn();
   meter.End();
   return factors;
 }

@@ -18,6 +18,7 @@
 #include "algorithms/linear_system.h"
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
+#include "algorithms/work_matrix.h"
 #include "base/team.h"
 #include "output/reports.h"
 #include "reference/reference.h"
@@ -42,6 +43,8 @@ Progress unheard;
 /// Blocks of so many columns, rows or steps each, from the smallest order on.
 BlockSizes Sizes(int block, int panel, int strip) {
   return {
+      // Every so many orders the rows lie apart.
+      .work = {.competing = panel + 1, .gap = 2},
       .product = {.tinyOperand = 0, .shareFrom = 0, .leastPiece = 1},
       .elimination = {.smallOrder = 0,
                       .block = block,
@@ -311,6 +314,32 @@ TEST(BlockSizesTest, Eigenvectors) {
                     },
                     {&A}, name);
               });
+}
+
+TEST(BlockSizesTest, RowsOfWorkMatricesDoNotLieWholePagesApart) {
+  EXPECT_EQ(WorkColumns(511, kBlockSizes.work), 511);
+  EXPECT_EQ(WorkColumns(512, kBlockSizes.work), 520);
+  EXPECT_EQ(WorkColumns(1536, kBlockSizes.work), 1544);
+  EXPECT_EQ(WorkColumns(0, kBlockSizes.work), 0);
+}
+
+TEST(BlockSizesTest, AWholePageOfColumnsHasTheSameBits) {
+  BlockSizes together;
+  together.work.competing = 1 << 20;
+  testing::Dice dice(1801);
+  const Matrix A = testing::RealMatrix(dice, 512, 512);
+  const LuFactors apart = FactorLu(A, true, unheard);
+  const LuFactors lu = FactorLu(A, true, unheard, together);
+  EXPECT_EQ(apart.L, lu.L);
+  EXPECT_EQ(apart.U, lu.U);
+  EXPECT_EQ(apart.exchanges, lu.exchanges);
+  EXPECT_EQ(Inverse(A, unheard), Inverse(A, unheard, together));
+  EXPECT_EQ(AdjointByInverse(A, unheard), AdjointByInverse(A, unheard, together));
+  const QrFactors qr = FactorQr(A, unheard, together);
+  EXPECT_EQ(FactorQr(A, unheard).Q, qr.Q);
+  EXPECT_EQ(FactorQr(A, unheard).R, qr.R);
+  EXPECT_EQ(TestDefiniteness(A, unheard).smallestPivot,
+            TestDefiniteness(A, unheard, together).smallestPivot);
 }
 
 }  // namespace
