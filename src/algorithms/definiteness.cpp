@@ -47,8 +47,7 @@ struct RowSteps {
 ///       |  \   U11   |   U12   |          as long as none is to be exchanged.
 ///       |     \      |         |       3. A row that is to be exchanged takes its steps by itself,
 ///       +------------+---------+          and the next group begins behind it.
-///       |    group   |   A22   |       4. The columns behind follow in strips, which a team
-///       shares:
+///       |    group   |   A22   |       4. The columns behind follow in strips, side by side;
 ///       +------------+---------+          for a group all at once, A22 := A22 - F·U12.
 class GrowingElimination {
  public:
