@@ -10,6 +10,10 @@ target_compile_options(qmx_options INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(qmx_options INTERFACE -Wno-restrict)
 endif()
+if(MINGW)
+  # Its C library takes roots without raising a fault; the processor's own, which need no errno, raise it.
+  target_compile_options(qmx_options INTERFACE -fno-math-errno)
+endif()
 if(QMX_ASSERTIONS)
   target_compile_options(qmx_options INTERFACE -UNDEBUG)
 endif()

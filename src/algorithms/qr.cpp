@@ -2,7 +2,6 @@
 #include "algorithms/qr.h"
 
 #include <algorithm>
-#include <cfenv>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "algorithms/projection.h"
 #include "algorithms/shared_work.h"
 #include "algorithms/work_matrix.h"
+#include "base/arithmetic.h"
 #include "base/vector.h"
 
 // Once column k of V is final, its projections of all later columns can be taken and subtracted: no
@@ -265,8 +265,7 @@ void GramSchmidt::SubtractSome(int first, int from, const View& D, const View& C
 }  // namespace
 
 QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes) {
-  std::fexcept_t faults;
-  std::fegetexceptflag(&faults, FE_ALL_EXCEPT);
+  const ArithmeticFaults faults;
   const double m = A.Rows();
   const double n = A.Cols();
   WorkMeter meter(progress, m * n * (n + kStepDownColumn + kMovedNumber));
@@ -277,7 +276,7 @@ QrFactors FactorQr(const Matrix& A, Progress& progress, const BlockSizes& sizes)
   }
   // The projections ran ahead of the column that failed. Neither what they left in R nor a fault of
   // theirs belongs to the result.
-  std::fesetexceptflag(&faults, FE_ALL_EXCEPT);
+  faults.BringBack();
   factors = GramSchmidt(A, meter, sizes).RunColumnByColumn();
   meter.End();
   return factors;

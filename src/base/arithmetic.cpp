@@ -9,9 +9,13 @@ namespace qmx {
 
 void ClearArithmeticFaults() { std::feclearexcept(FE_ALL_EXCEPT); }
 
-KeepArithmeticFaults::KeepArithmeticFaults() { std::fegetexceptflag(&kept_, FE_ALL_EXCEPT); }
+ArithmeticFaults::ArithmeticFaults() : raised_(std::fetestexcept(FE_ALL_EXCEPT)) {}
 
-KeepArithmeticFaults::~KeepArithmeticFaults() { std::fesetexceptflag(&kept_, FE_ALL_EXCEPT); }
+// Not by fesetexceptflag: that of mingw's C library lets every fault end the program from then on.
+void ArithmeticFaults::BringBack() const {
+  std::feclearexcept(FE_ALL_EXCEPT);
+  if (raised_ != 0) std::feraiseexcept(raised_);
+}
 
 void CheckArithmetic() {
   const int raised = std::fetestexcept(FE_OVERFLOW | FE_DIVBYZERO | FE_INVALID);

@@ -1,24 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cfenv>
-
 namespace qmx {
 
 /// Forgets the arithmetic faults met so far. To be called before a computation whose faults matter.
 void ClearArithmeticFaults();
 
+/// The faults met so far, to be brought back after something else has computed.
+class ArithmeticFaults {
+ public:
+  ArithmeticFaults();
+  /// Makes these the faults met so far, and forgets all others.
+  void BringBack() const;
+
+ private:
+  int raised_;
+};
+
 /// Keeps the faults met so far as they are while something else computes, such as a window that
 /// paints itself in the middle of a long computation.
 class KeepArithmeticFaults {
  public:
-  KeepArithmeticFaults();
-  ~KeepArithmeticFaults();
+  KeepArithmeticFaults() = default;
+  ~KeepArithmeticFaults() { kept_.BringBack(); }
   KeepArithmeticFaults(const KeepArithmeticFaults&) = delete;
   KeepArithmeticFaults& operator=(const KeepArithmeticFaults&) = delete;
 
  private:
-  std::fexcept_t kept_;
+  ArithmeticFaults kept_;
 };
 
 /// Raises the fault of a computation since the last clearing whose result was not a finite number,

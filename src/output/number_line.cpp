@@ -4,13 +4,21 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+
+#include "base/number_text.h"
 
 namespace qmx {
 namespace {
 
+/// The double next to it, which not every C library's power is.
+double PowerOfTen(int exponent) {
+  return ParseNumber("1e" + std::to_string(exponent)).value_or(std::numeric_limits<double>::max());
+}
+
 /// The least of 1, 2 and 5 times a power of ten that is not below a length.
 double RoundStep(double length) {
-  const double power = std::pow(10, std::floor(std::log10(length)));
+  const double power = PowerOfTen(static_cast<int>(std::floor(std::log10(length))));
   for (const double factor : {1.0, 2.0, 5.0}) {
     if (factor * power >= length) return factor * power;
   }
