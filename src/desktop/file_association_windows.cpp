@@ -2,24 +2,47 @@
 #include <shlobj.h>
 #include <windows.h>
 
-#include <array>
-
 #include "desktop/file_association.h"
 #include "desktop/program_path.h"
+#include "desktop/wide_text.h"
 
 namespace qmx {
-
 namespace {
 
-constexpr DWORD kTextLength = 260;  // The length argument of the values that hold a path.
+constexpr const char* kClass = "Orvane";
 
-/// Creates or opens a key under HKEY_CLASSES_ROOT and sets the default value of one of its subkeys,
-/// or its own for an empty subkey.
-void SetDefault(const char* key, const char* subkey, const std::string& text, DWORD length) {
+std::string CommandKey() { return std::string(kClass) + "\\shell\\open\\command"; }
+
+std::string CommandOf(const std::string& programFolder) { return programFolder + "\\qmx.exe %1"; }
+
+/// Sets the default value of a key below another one, creating it.
+void SetDefault(HKEY root, const std::string& key, const std::string& text) {
   HKEY handle = nullptr;
-  if (RegCreateKeyA(HKEY_CLASSES_ROOT, key, &handle) != ERROR_SUCCESS) return;
-  RegSetValueA(handle, subkey, REG_SZ, text.c_str(), length);
+  if (RegCreateKeyExW(root, Wide(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &handle,
+                      nullptr) != ERROR_SUCCESS)
+    return;
+  const std::wstring value = Wide(text);
+  RegSetValueExW(handle, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                 static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
   RegCloseKey(handle);
+}
+
+void WriteClass(HKEY classes, const std::string& programFolder) {
+  SetDefault(classes, kClass, "My Application");
+  SetDefault(classes, ".qmx", kClass);
+  SetDefault(classes, CommandKey(), CommandOf(programFolder));
+  SetDefault(classes, std::string(kClass) + "\\DefaultIcon", programFolder + "\\pi_data.ico");
+}
+
+/// True if the shell, which reads the classes of the machine and of the user as one, would start
+/// the program of this folder.
+bool ShellStarts(const std::string& programFolder) {
+  const std::wstring expected = Wide(CommandOf(programFolder));
+  std::wstring text(expected.size() + 1, L'\0');
+  auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+  return RegGetValueW(HKEY_CLASSES_ROOT, Wide(CommandKey()).c_str(), nullptr, RRF_RT_REG_SZ,
+                      nullptr, text.data(), &size) == ERROR_SUCCESS &&
+         text.c_str() == expected;
 }
 
 }  // namespace
@@ -31,17 +54,23 @@ std::string WindowsFolderOf(std::string_view path) {
   return std::string(path.substr(0, root ? separator + 1 : separator));
 }
 
-std::string ProgramFolder() {
-  std::array<char, 32768> path{};
-  const DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-  return WindowsFolderOf({path.data(), length});
+std::wstring WindowsProgramPath() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path;
 }
 
+std::string ProgramFolder() { return WindowsFolderOf(Narrow(WindowsProgramPath())); }
+
 void AssociateProjectFiles(const std::string& programFolder) {
-  SetDefault("Orvane", "", "My Application", 0);
-  SetDefault(".qmx", "", "Orvane", 0);
-  SetDefault("Orvane", "shell\\open\\command", programFolder + "\\qmx.exe %1", kTextLength);
-  SetDefault("Orvane", "DefaultIcon", programFolder + "\\pi_data.ico", kTextLength);
+  HKEY classes = nullptr;
+  if (RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_WRITE, nullptr,
+                      &classes, nullptr) == ERROR_SUCCESS) {
+    WriteClass(classes, programFolder);
+    RegCloseKey(classes);
+  }
+  // Not every system that is like Windows reads both.
+  if (!ShellStarts(programFolder)) WriteClass(HKEY_CLASSES_ROOT, programFolder);
   SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
 }
 

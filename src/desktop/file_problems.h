@@ -13,5 +13,16 @@ inline constexpr const char* kNoSpace = "There is no space left on the disk.";
 inline constexpr const char* kNoMemory = "There is not enough memory.";
 inline constexpr const char* kLongName = "The name is too long.";
 inline constexpr const char* kBadName = "The name cannot be used for a file.";
+inline constexpr const char* kNoFolder = "A part of its path is not a folder.";
+inline constexpr const char* kNoShare = "Your share of the disk is used up.";
+inline constexpr const char* kTooLarge = "The file would be larger than the system permits.";
+inline constexpr const char* kCircle = "Its links lead in a circle.";
+inline constexpr const char* kDiskError = "The disk reports an error.";
+inline constexpr const char* kTooMany = "Too many files are open.";
+
+// What these begin ends with another one, or with words of the system.
+inline constexpr const char* kNoCopy =
+    "It can only be written in place, and the copy that is kept meanwhile could not be made. ";
+inline constexpr const char* kSystemSays = "The system says: ";
 
 }  // namespace qmx::file_problem

@@ -9,7 +9,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -20,14 +19,10 @@
 #include "base/memory.h"
 #include "desktop/file_problems.h"
 #include "desktop/file_store_system.h"
+#include "desktop/temporary_name.h"
 
 namespace qmx {
 namespace {
-
-// The names of temporaries: these around random digits.
-constexpr std::string_view kTemporaryStart = ".qmx-";
-constexpr std::string_view kTemporaryEnd = ".tmp";
-constexpr std::size_t kRandomDigits = 16;
 
 /// What is read or written between two reports: a slow disk takes some milliseconds.
 constexpr std::size_t kPiece = std::size_t{1} << 20;
@@ -39,20 +34,20 @@ struct ErrorText {
 
 constexpr std::array<ErrorText, 16> kErrorTexts{{
     {ENOENT, file_problem::kMissing},
-    {ENOTDIR, "A part of its path is not a folder."},
+    {ENOTDIR, file_problem::kNoFolder},
     {EISDIR, file_problem::kFolder},
     {EACCES, file_problem::kNoPermission},
     {EPERM, file_problem::kNoPermission},
     {EROFS, file_problem::kWriteProtected},
     {ENOSPC, file_problem::kNoSpace},
-    {EDQUOT, "Your share of the disk is used up."},
-    {EFBIG, "The file would be larger than the system permits."},
+    {EDQUOT, file_problem::kNoShare},
+    {EFBIG, file_problem::kTooLarge},
     {ENAMETOOLONG, file_problem::kLongName},
-    {ELOOP, "Its links lead in a circle."},
-    {EIO, "The disk reports an error."},
+    {ELOOP, file_problem::kCircle},
+    {EIO, file_problem::kDiskError},
     {ENOMEM, file_problem::kNoMemory},
-    {EMFILE, "Too many files are open."},
-    {ENFILE, "Too many files are open."},
+    {EMFILE, file_problem::kTooMany},
+    {ENFILE, file_problem::kTooMany},
     {EINVAL, file_problem::kBadName},
 }};
 
@@ -60,7 +55,7 @@ FileOutcome Failure(int error) {
   for (const ErrorText& entry : kErrorTexts) {
     if (entry.error == error) return {entry.text};
   }
-  return {std::string("The system says: ") + std::strerror(error) + "."};
+  return {std::string(file_problem::kSystemSays) + std::strerror(error) + "."};
 }
 
 FileOutcome Outcome(int error) { return error == 0 ? FileOutcome() : Failure(error); }
@@ -126,24 +121,10 @@ int WriteAll(int file, std::string_view bytes, Progress& progress = NoProgress()
 
 /// Sixteen hexadecimal digits that nobody can guess.
 std::string RandomDigits() {
-  std::array<unsigned char, kRandomDigits / 2> random{};
+  std::array<unsigned char, kRandomBytes> random{};
   if (getrandom(random.data(), random.size(), 0) < 0)
     random[0] = static_cast<unsigned char>(getpid());
-  std::string text;
-  for (const unsigned char byte : random) {
-    std::array<char, 3> digits;
-    std::snprintf(digits.data(), digits.size(), "%02x", byte);
-    text += digits.data();
-  }
-  return text;
-}
-
-bool IsTemporaryName(std::string_view name) {
-  if (!name.starts_with(kTemporaryStart) || !name.ends_with(kTemporaryEnd)) return false;
-  name.remove_prefix(kTemporaryStart.size());
-  name.remove_suffix(kTemporaryEnd.size());
-  return name.size() == kRandomDigits &&
-         name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+  return DigitsOf(random);
 }
 
 /// Returns an error number.
@@ -232,9 +213,7 @@ int ReplaceByTemporary(const std::string& path, const struct stat* old, std::str
                        Progress& progress) {
   const std::string folder = FolderOf(path);
   // A file that is to replace another is nobody else's business until it has the other's rights.
-  Temporary temporary(
-      folder + std::string(kTemporaryStart) + RandomDigits() + std::string(kTemporaryEnd),
-      old == nullptr ? 0666 : 0600);
+  Temporary temporary(folder + TemporaryNameOf(RandomDigits()), old == nullptr ? 0666 : 0600);
   int error = temporary.OpenError();
   if (error == 0 && old != nullptr) error = temporary.TakeRights(*old);
   if (error == 0) error = temporary.Fill(bytes, progress);
@@ -248,16 +227,6 @@ int ReplaceByTemporary(const std::string& path, const struct stat* old, std::str
 /// folder takes no new file or lets none be replaced, or rights cannot be set.
 bool IsRefusal(int error) {
   return error == EACCES || error == EPERM || error == EROFS || error == EBUSY;
-}
-
-/// The name of a copy: recognisable, and no longer than names may be.
-std::string CopyName(const std::string& path) {
-  constexpr std::size_t kMost = 200;
-  std::string name = path.substr(path.rfind('/') + 1);
-  if (name.size() > kMost) name.erase(0, name.size() - kMost);
-  // Not from within a character.
-  while (!name.empty() && (name.front() & 0xC0) == 0x80) name.erase(0, 1);
-  return RandomDigits() + "-" + name;
 }
 
 /// Returns an error number.
@@ -274,13 +243,11 @@ FileOutcome ReplaceInPlace(const std::string& path, std::string_view bytes, Prog
   Descriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY | O_NONBLOCK));
   if (!file.IsOpen()) return Failure(errno);
   const std::string folder = StateFolder();
-  Temporary copy(folder + CopyName(path), 0600);
+  Temporary copy(folder + CopyNameOf(RandomDigits(), path.substr(path.rfind('/') + 1)), 0600);
   int error = folder.empty() ? ENOENT : copy.OpenError();
   if (error == 0) error = copy.Fill(bytes, progress);
   if (error != 0) {
-    return {
-        "It can only be written in place, and the copy that is kept meanwhile could not be made. " +
-        Failure(error).problem};
+    return {std::string(file_problem::kNoCopy) + Failure(error).problem};
   }
   FlushFolder(folder);
   error = Overwrite(file.Number(), bytes);

@@ -10,4 +10,7 @@ namespace qmx {
 ///   C:\Orvane\qmx.exe -> C:\Orvane   C:\qmx.exe -> C:\   qmx.exe -> (nothing)
 std::string WindowsFolderOf(std::string_view path);
 
+/// The path of the running executable on Windows.
+std::wstring WindowsProgramPath();
+
 }  // namespace qmx

@@ -4,6 +4,7 @@
 
 #include "desktop/file_association.h"
 #include "desktop/program_path.h"
+#include "desktop/wide_text.h"
 #include "windows/registry.h"
 
 namespace qmx::test {
@@ -28,8 +29,10 @@ class WindowsFileAssociation : public testing::Test {
   void SetUp() override { Remove(); }
   void TearDown() override { Remove(); }
   static void Remove() {
-    RegDeleteTreeA(HKEY_CLASSES_ROOT, "Orvane");
-    RegDeleteTreeA(HKEY_CLASSES_ROOT, ".qmx");
+    for (const char* name : {"Orvane", ".qmx"}) {
+      RegDeleteTreeA(HKEY_CURRENT_USER, (std::string("Software\\Classes\\") + name).c_str());
+      RegDeleteTreeA(HKEY_CLASSES_ROOT, name);
+    }
   }
 };
 
@@ -40,6 +43,20 @@ TEST_F(WindowsFileAssociation, WritesTheValuesThatTheShellReads) {
   EXPECT_EQ(ClassText(".qmx"), "Orvane");
   EXPECT_EQ(ClassText("Orvane\\shell\\open\\command"), "C:\\Program Files\\Orvane\\qmx.exe %1");
   EXPECT_EQ(ClassText("Orvane\\DefaultIcon"), "C:\\Program Files\\Orvane\\pi_data.ico");
+}
+
+/// Where the user's classes lie, which may be written by anybody.
+TEST_F(WindowsFileAssociation, NeedsNoAdministrator) {
+  AssociateProjectFiles("C:\\Orvane");
+  const std::string classes = "Software\\Classes\\";
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, classes + ".qmx"), "Orvane");
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, classes + "Orvane\\shell\\open\\command"),
+            "C:\\Orvane\\qmx.exe %1");
+}
+
+TEST_F(WindowsFileAssociation, TakesFoldersOfAllAlphabets) {
+  AssociateProjectFiles("C:\\\xC3\xBC \xE4\xB8\xAD");
+  EXPECT_EQ(ClassText("Orvane\\shell\\open\\command"), "C:\\\xC3\xBC \xE4\xB8\xAD\\qmx.exe %1");
 }
 
 TEST_F(WindowsFileAssociation, ChoosingItTwiceAccumulatesNothing) {
@@ -54,7 +71,7 @@ TEST_F(WindowsFileAssociation, ChoosingItTwiceAccumulatesNothing) {
 
 TEST(WindowsProgramFolder, HoldsTheRunningExecutable) {
   const std::string program = ProgramFolder() + "\\qmx_windows_tests.exe";
-  EXPECT_NE(GetFileAttributesA(program.c_str()), INVALID_FILE_ATTRIBUTES) << program;
+  EXPECT_NE(GetFileAttributesW(Wide(program).c_str()), INVALID_FILE_ATTRIBUTES) << program;
 }
 
 TEST(WindowsProgramFolder, HasNoSeparatorAtItsEndUnlessItIsARoot) {
