@@ -4,6 +4,7 @@
 #include <array>
 
 #include "desktop/decimal_guard.h"
+#include "desktop/wide_text.h"
 
 namespace qmx {
 
@@ -12,15 +13,15 @@ namespace {
 class WindowsRegionalSettings : public RegionalSettings {
  public:
   std::string DecimalSeparator() override {
-    std::array<char, 32> buffer;
-    buffer.fill(' ');
-    buffer.back() = '\0';
-    GetLocaleInfoA(GetUserDefaultLCID(), LOCALE_SDECIMAL, buffer.data(), kRoom);
-    return buffer.data();
+    std::array<wchar_t, 32> buffer;
+    buffer.fill(L' ');
+    buffer.back() = L'\0';
+    GetLocaleInfoW(GetUserDefaultLCID(), LOCALE_SDECIMAL, buffer.data(), kRoom);
+    return Narrow(buffer.data());
   }
 
   void SetDecimalSeparator(const std::string& separator) override {
-    SetLocaleInfoA(GetUserDefaultLCID(), LOCALE_SDECIMAL, separator.c_str());
+    SetLocaleInfoW(GetUserDefaultLCID(), LOCALE_SDECIMAL, Wide(separator).c_str());
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "desktop/decimal_guard.h"
+#include "desktop/wide_text.h"
 #include "support/core_screen.h"
 #include "windows/registry.h"
 
@@ -17,9 +18,9 @@ class WindowsRegionalSettings : public testing::Test {
 
   /// What every other program sees.
   static std::string SystemsSeparator() {
-    char text[16] = "";
-    GetLocaleInfoA(GetUserDefaultLCID(), LOCALE_SDECIMAL, text, sizeof text);
-    return text;
+    wchar_t text[16] = L"";
+    GetLocaleInfoW(GetUserDefaultLCID(), LOCALE_SDECIMAL, text, 16);
+    return Narrow(text);
   }
   static std::optional<std::string> StoredSeparator() {
     return RegistryText(HKEY_CURRENT_USER, "Control Panel\\International", "sDecimal");
@@ -30,7 +31,7 @@ class WindowsRegionalSettings : public testing::Test {
 };
 
 TEST_F(WindowsRegionalSettings, WrittenSeparatorIsTheUsersOwnSetting) {
-  for (const char* separator : {",", ".", "'", "..", ","}) {
+  for (const char* separator : {",", ".", "'", "..", "\xD9\xAB", ","}) {
     settings_->SetDecimalSeparator(separator);
     EXPECT_EQ(settings_->DecimalSeparator(), separator);
     EXPECT_EQ(SystemsSeparator(), separator);
