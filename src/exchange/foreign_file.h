@@ -41,6 +41,9 @@ struct ForeignFormatInfo {
 };
 extern const std::array<ForeignFormatInfo, kForeignFormatCount> kForeignFormats;
 const ForeignFormatInfo& InfoOf(ForeignFormat format);
+/// False for MAT files where the program was built without matio: then they are neither offered nor
+/// read.
+bool IsBuiltIn(ForeignFormat format);
 
 /// What a file is and holds.
 struct ForeignContents {

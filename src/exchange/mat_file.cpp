@@ -330,6 +330,8 @@ std::size_t MemoryFor(std::size_t size) {
 
 }  // namespace
 
+bool HasMatReader() { return true; }
+
 bool IsMat(std::string_view bytes) { return MatVersionOf(bytes) != MatVersion::kNone; }
 
 ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {

@@ -23,6 +23,9 @@ namespace qmx {
 //
 // Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.
 
+/// True where the program was built with matio.
+bool HasMatReader();
+
 /// True for bytes that begin as a MAT file of any version does.
 bool IsMat(std::string_view bytes);
 

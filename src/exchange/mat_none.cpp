@@ -16,6 +16,8 @@ ForeignOutcome<Content> Refused() {
 
 }  // namespace
 
+bool HasMatReader() { return false; }
+
 bool IsMat(std::string_view bytes) { return MatVersionOf(bytes) != MatVersion::kNone; }
 
 ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view) {

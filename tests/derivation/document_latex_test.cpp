@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 
 #include "derivation/document_sample.h"
 #include "derivation/latex_signs.h"
@@ -96,8 +97,9 @@ TEST(DocumentLatex, WideMatricesAreSetSmallerAndBelowEachOther) {
 class Folder {
  public:
   Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "orvane-latex-XXXXXX").string();
-    path_ = mkdtemp(name.data());
+    path_ = std::filesystem::temp_directory_path() /
+            ("orvane-latex-" + std::to_string(std::random_device{}()));
+    EXPECT_TRUE(std::filesystem::create_directory(path_)) << path_;
   }
   Folder(const Folder&) = delete;
   Folder& operator=(const Folder&) = delete;

@@ -16,7 +16,9 @@ inline constexpr bool kMemoryIsItsOwn = true;
 /// The bytes of a file, and no memory beside them.
 std::string WholeFile(const std::string& name);
 
-/// The most memory, in kilobytes, that work takes in a process of its own; -1 where it fails.
+/// The most memory, in kilobytes, that work takes; -1 where it fails. A system that can copy a
+/// process lets it work in a copy, whose own record it keeps; another one is asked again and again
+/// meanwhile.
 long MemoryOf(const std::function<bool()>& work);
 
 }  // namespace qmx::test
