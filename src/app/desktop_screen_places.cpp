@@ -8,6 +8,7 @@
 #include "app/desktop_screen.h"
 #include "app/window_geometry.h"
 #include "app/window_placement.h"
+#include "desktop/window_front.h"
 #include "grids/document_window.h"
 #include "grids/picture_window.h"
 #include "workspace/result_table.h"
@@ -100,12 +101,7 @@ void DesktopScreen::PlaceIfNew(QWidget& window, std::optional<Slot> slot) {
   memory_.Watch(window);
 }
 
-void DesktopScreen::ActivateMain() {
-  main_.setWindowState(main_.windowState() & ~Qt::WindowMinimized);
-  main_.show();
-  main_.raise();
-  main_.activateWindow();
-}
+void DesktopScreen::ActivateMain() { BringToFront(main_); }
 
 QRect DesktopScreen::AreaFor(int windows) const {
   const QRect screen = main_.screen()->availableGeometry();

@@ -7,25 +7,15 @@
 #include <QFileInfo>
 #include <QFileSystemModel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <filesystem>
 
+#include "app/plain_box.h"
 #include "desktop/home_folder.h"
 #include "grids/qt_text.h"
-#include "workspace/dialogs.h"
 
 namespace qmx {
 namespace {
-
-/// A box with a text that may hold a file's name.
-int ShowBox(QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons,
-            QWidget* parent) {
-  QMessageBox box(icon, ToQString(kProgramTitle), text, buttons, parent);
-  box.setTextFormat(Qt::PlainText);
-  if (buttons.testFlag(QMessageBox::No)) box.setDefaultButton(QMessageBox::No);
-  return box.exec();
-}
 
 bool IsAbsolute(const QString& name) {
   return std::filesystem::path(name.toStdString()).is_absolute();

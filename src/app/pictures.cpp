@@ -3,11 +3,10 @@
 
 #include <QAction>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QSaveFile>
 
-#include "grids/qt_text.h"
-#include "workspace/dialogs.h"
+#include "app/plain_box.h"
+#include "desktop/window_front.h"
 
 namespace qmx {
 
@@ -33,10 +32,7 @@ void Pictures::Show(GridWindow& matrix) {
   } else {
     picture->View().Refresh();
   }
-  picture->setWindowState(picture->windowState() & ~Qt::WindowMinimized);
-  picture->show();
-  picture->raise();
-  picture->activateWindow();
+  BringToFront(*picture);
 }
 
 PictureWindow* Pictures::Make(GridWindow& matrix) {
@@ -107,11 +103,7 @@ void SavePicture(PictureWindow& window) {
   const QString name = dialog.selectedFiles().front();
   const QString problem = WritePicture(window.View(), name);
   if (problem.isEmpty()) return;
-  QMessageBox box(QMessageBox::Critical, ToQString(kProgramTitle),
-                  QObject::tr("%1\nThe picture cannot be written: %2").arg(name, problem),
-                  QMessageBox::Ok, &window);
-  box.setTextFormat(Qt::PlainText);
-  box.exec();
+  Complain(window, QObject::tr("%1\nThe picture cannot be written: %2").arg(name, problem));
 }
 
 }  // namespace qmx

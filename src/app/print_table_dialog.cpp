@@ -4,10 +4,8 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QPrintPreviewWidget>
-#include <QPrinterInfo>
-#include <QScreen>
-#include <algorithm>
 
+#include "app/page_preview.h"
 #include "desktop/table_pages.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
@@ -74,29 +72,17 @@ void PrintTableDialog::Paint(QPrinter* printer) {
     return;
   }
   pages_->setText(pages == 1 ? tr("1 page") : tr("%L1 pages").arg(pages));
-  int first = 1;
-  int last = pages;
-  if (printer->printRange() == QPrinter::PageRange && printer->fromPage() > 0) {
-    first = std::clamp(printer->fromPage(), 1, pages);
-    last = std::clamp(printer->toPage(), first, pages);
-  }
+  const auto [first, last] = WantedPages(*printer, pages);
   if (!PaintTable(*printer, *table_, first, last)) failed_ = true;
 }
 
 bool DesktopPrintPreview::Show(const Workspace& workspace, const std::vector<Slot>& slots,
                                Slot first) {
-  QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
-  printer.setDocName(ToQString(kProgramTitle));
-  printer.setPageLayout(TablePage());
+  PagePrinter printer(ToQString(kProgramTitle));
   QWidget* active = QApplication::activeWindow();
   PrintTableDialog dialog(printer, workspace, slots, first, active != nullptr ? active : &main_);
-  dialog.resize(dialog.sizeHint()
-                    .expandedTo(QSize(900, 640))
-                    .boundedTo(main_.screen()->availableSize() - QSize(40, 80)));
-  dialog.exec();
-  const bool aborted =
-      printer.printerState() == QPrinter::Error || printer.printerState() == QPrinter::Aborted;
-  return !dialog.HasFailed() && !aborted;
+  ShowPreview(dialog, main_);
+  return !dialog.HasFailed() && !printer.HasFailed();
 }
 
 }  // namespace qmx

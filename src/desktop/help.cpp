@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 
 #include "desktop/help_window.h"
+#include "desktop/window_front.h"
 
 namespace qmx {
 
@@ -26,10 +27,7 @@ void Help::ShowHelp(const QString& topic) {
   const std::string page = topic.toStdString() + ".html";
   const HelpBook& book = window_->Book();
   window_->ShowPage(QString::fromStdString(book.Has(page) ? page : book.FirstPage()));
-  window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized);
-  window_->show();
-  window_->raise();
-  window_->activateWindow();
+  BringToFront(*window_);
 }
 
 void Help::ShowWindowHelp() {

@@ -6,6 +6,7 @@
 #include <QMimeData>
 
 #include "commands/grid_commands.h"
+#include "desktop/window_front.h"
 #include "grids/go_to_dialog.h"
 #include "grids/grid_window.h"
 #include "grids/qt_text.h"
@@ -83,10 +84,7 @@ void GridWindow::GoToElement(int row, int col) {
   HideEntryBox();
   grid_->SetCurrentCell(row - 1 + grid_->Model().HeaderRows(), col);
   setAttribute(Qt::WA_ShowWithoutActivating, false);
-  setWindowState(windowState() & ~Qt::WindowMinimized);
-  show();
-  raise();
-  activateWindow();
+  BringToFront(*this);
   grid_->setFocus();
 }
 
