@@ -145,8 +145,8 @@ class MatrixGrid final : public QTableView {
   void Reshape(bool wide, const std::function<void()>& change);
   int TextWidthWithMargins(const QString& text) const;
   void WidenHeaderFor(const QString& text);
-  /// The same for all texts that may stand in the header column.
   int LabelledRows() const;
+  /// The same for all texts that may stand in the header column.
   void WidenHeaderForLabels();
   void ApplyWidths();
   /// The model has another shape, by the doing of the grid that this one follows.
