@@ -20,8 +20,14 @@ void DerivationRuns::Drop::operator()(std::shared_ptr<Run>* run) const {
   delete run;
 }
 
-DerivationRuns::Ticket DerivationRuns::Start(Work work, Then then) {
-  auto run = std::make_shared<Run>(std::move(work), std::move(then));
+DerivationRuns::Ticket DerivationRuns::Start(const Prepare& prepare, const Then& then) {
+  std::shared_ptr<Run> run;
+  try {
+    run = std::make_shared<Run>(prepare(), then);
+  } catch (const std::bad_alloc&) {
+    then(End::kNoMemory);
+    return nullptr;
+  }
   Ticket ticket(new std::shared_ptr<Run>(run));
   if (ended_) return ticket;
   waiting_.push_back(std::move(run));

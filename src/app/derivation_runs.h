@@ -25,6 +25,8 @@ class DerivationRuns : public QObject {
   /// What is done on the worker. It owns what it reads; it is made and let go by the thread of the
   /// windows, so that whoever writes a shared element meanwhile takes a copy.
   using Work = std::function<void(const DerivationLook& look)>;
+  /// Makes it. What it reads may be as large as a matrix.
+  using Prepare = std::function<Work()>;
   /// What follows in the thread of the windows.
   using Then = std::function<void(End end)>;
 
@@ -48,7 +50,9 @@ class DerivationRuns : public QObject {
   DerivationRuns() = default;
   ~DerivationRuns() override { StopAll(); }
 
-  Ticket Start(Work work, Then then);
+  /// Has something done after what was begun before. Where there is no memory for what it reads,
+  /// that follows at once.
+  Ticket Start(const Prepare& prepare, const Then& then);
   void StopAll();
   bool IsIdle() const { return running_ == nullptr && waiting_.empty(); }
 

@@ -2,15 +2,11 @@
 #include "app/document_output.h"
 
 #include <QBuffer>
-#include <QMessageBox>
 #include <QPdfWriter>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
-#include <QPrinterInfo>
-#include <QScreen>
-#include <algorithm>
 #include <utility>
 
+#include "app/page_preview.h"
+#include "app/plain_box.h"
 #include "commands/file_boxes.h"
 #include "desktop/table_pages.h"
 #include "grids/document_pages.h"
@@ -21,19 +17,6 @@ namespace qmx {
 namespace {
 
 constexpr const char* kPdfEnding = ".pdf";
-
-void Complain(QWidget& window, const QString& what) {
-  QMessageBox box(QMessageBox::Critical, ToQString(kProgramTitle), what, QMessageBox::Ok, &window);
-  box.setTextFormat(Qt::PlainText);
-  box.exec();
-}
-
-/// The pages that the user wants of those that there are.
-std::pair<int, int> WantedPages(const QPrinter& printer, int pages) {
-  if (printer.printRange() != QPrinter::PageRange || printer.fromPage() <= 0) return {1, pages};
-  const int first = std::clamp(printer.fromPage(), 1, pages);
-  return {first, std::clamp(printer.toPage(), first, pages)};
-}
 
 std::string PdfBytes(DocumentWindow& window) {
   QBuffer bytes;
@@ -51,9 +34,7 @@ std::string PdfBytes(DocumentWindow& window) {
 
 void PrintDocument(DocumentWindow& window) {
   if (window.View().Shown() == nullptr) return;
-  QPrinter printer(QPrinterInfo::defaultPrinter(), QPrinter::HighResolution);
-  printer.setDocName(window.windowTitle());
-  printer.setPageLayout(TablePage());
+  PagePrinter printer(window.windowTitle());
   QPrintPreviewDialog preview(&printer, &window);
   preview.setObjectName("frmPrintSteps");
   preview.setWindowTitle(QObject::tr("Print: %1").arg(window.windowTitle()));
@@ -66,13 +47,8 @@ void PrintDocument(DocumentWindow& window) {
     const auto [first, last] = WantedPages(*on, pages.Count());
     if (!pages.Paint(*on, first, last)) failed = true;
   });
-  preview.resize(preview.sizeHint()
-                     .expandedTo(QSize(900, 640))
-                     .boundedTo(window.screen()->availableSize() - QSize(40, 80)));
-  preview.exec();
-  const bool aborted =
-      printer.printerState() == QPrinter::Error || printer.printerState() == QPrinter::Aborted;
-  if (failed || aborted) Complain(window, QObject::tr("The steps could not be printed."));
+  ShowPreview(preview, window);
+  if (failed || printer.HasFailed()) Complain(window, window.Texts().notPrinted);
 }
 
 void SaveDocument(DocumentWindow& window, CommandRunner& commands) {

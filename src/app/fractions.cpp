@@ -17,8 +17,8 @@ bool IsAnyKnown(const std::vector<ExactNumber>& numbers) {
 
 }  // namespace
 
-Fractions::Fractions(const Workspace& workspace, DesktopScreen& screen,
-                     const CommandRunner& commands, const Deriver* deriver)
+Fractions::Fractions(const Workspace& workspace, DesktopScreen& screen, CommandRunner& commands,
+                     const Deriver* deriver)
     : workspace_(workspace), screen_(screen), commands_(commands), deriver_(deriver) {}
 
 void Fractions::Attach(GridWindow& window) {
@@ -61,21 +61,25 @@ void Fractions::AfterCommand() {
 
 void Fractions::Press(Slot slot, bool down) {
   // While something is computed the results may not be what they were.
-  const bool isPossible =
-      !commands_.IsBusy() && WhyNoSteps(workspace_, ResultOf(slot).result).empty();
-  if (!down || !isPossible) return Release(slot);
-  Find(slot);
+  if (commands_.IsBusy()) {
+    Button(slot)->setChecked(states_[slot].of != nullptr);
+    return commands_.Refuse();
+  }
+  const bool isPossible = WhyNoSteps(workspace_, ResultOf(slot).result).empty();
+  down&& isPossible ? Find(slot) : Release(slot);
 }
 
 void Fractions::Find(Slot slot) {
   const Result result = ResultOf(slot).result;
   states_[slot].of = workspace_.computations[result];
-  auto question =
-      std::make_shared<const DerivationQuestion>(StepsQuestion(workspace_, result, 0, 0));
   auto found = std::make_shared<std::vector<std::vector<ExactNumber>>>();
   states_[slot].run = runs_.Start(
-      [this, question, found](const DerivationLook& look) {
-        *found = deriver_->ExactElements(*question, look);
+      [this, result, found]() -> DerivationRuns::Work {
+        auto question =
+            std::make_shared<const DerivationQuestion>(StepsQuestion(workspace_, result, 0, 0));
+        return [deriver = deriver_, question, found](const DerivationLook& look) {
+          *found = deriver->ExactElements(*question, look);
+        };
       },
       [this, slot, found](DerivationRuns::End end) { Take(slot, end, std::move(*found)); });
 }

@@ -21,7 +21,7 @@ class Fractions : public QObject {
 
  public:
   /// Without a deriver there are no buttons.
-  Fractions(const Workspace& workspace, DesktopScreen& screen, const CommandRunner& commands,
+  Fractions(const Workspace& workspace, DesktopScreen& screen, CommandRunner& commands,
             const Deriver* deriver);
   ~Fractions() override { runs_.StopAll(); }
 
@@ -48,7 +48,7 @@ class Fractions : public QObject {
 
   const Workspace& workspace_;
   DesktopScreen& screen_;
-  const CommandRunner& commands_;
+  CommandRunner& commands_;
   const Deriver* deriver_;
   DerivationRuns runs_;
   std::array<State, kSlotCount> states_;

@@ -2,13 +2,9 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
-#include <functional>
 
-#include "app/derivation_runs.h"
+#include "app/derived_document.h"
 #include "app/frm_qmx.h"
-#include "commands/command_runner.h"
-#include "grids/document_window.h"
 
 namespace qmx {
 
@@ -20,12 +16,9 @@ class MoreAboutA : public QObject {
   Q_OBJECT
 
  public:
-  /// Gives a new window its place on the screen and what all windows have.
-  using Settle = std::function<void(DocumentWindow& window)>;
-
   /// Without a deriver there is no entry and no window.
   MoreAboutA(const Workspace& workspace, frmQMX& main, CommandRunner& commands,
-             const Deriver* deriver, Settle settle);
+             const Deriver* deriver, DerivedDocument::Settle settle);
   ~MoreAboutA() override { Close(); }
 
   /// Something may have changed in the Workspace.
@@ -36,11 +29,10 @@ class MoreAboutA : public QObject {
   void Close();
 
   /// Null while there is none.
-  DocumentWindow* Window() const { return window_.data(); }
+  DocumentWindow* Window() const { return document_.Window(); }
   DerivationRuns& Runs() { return runs_; }
 
  private:
-  DocumentWindow& Make();
   void Derive();
   bool IsCurrent() const;
   QString Note() const;
@@ -49,11 +41,9 @@ class MoreAboutA : public QObject {
   frmQMX& main_;
   CommandRunner& commands_;
   const Deriver* deriver_;
-  Settle settle_;
   DerivationRuns runs_;
-  QPointer<DocumentWindow> window_;
+  DerivedDocument document_;
   std::shared_ptr<const Matrix> of_;  ///< A when the document was asked for.
-  DerivationRuns::Ticket run_;
 };
 
 }  // namespace qmx

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QMenu>
 #include <QPointer>
 #include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 
-#include "app/derivation_runs.h"
+#include "app/derived_document.h"
 #include "app/desktop_screen.h"
 #include "app/frm_qmx.h"
-#include "commands/command_runner.h"
+#include "app/steps_button.h"
 #include "commands/steps_question.h"
-#include "grids/document_window.h"
 
 namespace qmx {
 
@@ -28,7 +28,7 @@ class Steps : public QObject {
 
   /// Without a deriver there are no buttons, no entries and no windows.
   Steps(const Workspace& workspace, frmQMX& main, DesktopScreen& screen, CommandRunner& commands,
-        const Deriver* deriver, Settle settle);
+        const Deriver* deriver, const Settle& settle);
   ~Steps() override { CloseAll(); }
 
   /// Adds `cmdSteps` to the window of a result.
@@ -41,22 +41,30 @@ class Steps : public QObject {
   void CloseAll();
 
   /// The window of a result; null while there is none.
-  DocumentWindow* Window(Result result) const { return shown_[result].window.data(); }
+  DocumentWindow* Window(Result result) const {
+    return shown_[result].document == nullptr ? nullptr : shown_[result].document->Window();
+  }
   DerivationRuns& Runs() { return runs_; }
 
  private:
-  struct Shown {
-    QPointer<DocumentWindow> window;
+  /// What a document tells of: the result, and the element of it where it is about one.
+  struct Subject {
     std::shared_ptr<const Computation> of;
     int row = 0;
     int col = 0;
-    DerivationRuns::Ticket run;
+    bool operator==(const Subject&) const = default;
+  };
+  struct Shown {
+    std::unique_ptr<DerivedDocument> document;  ///< Null where there is no derivation.
+    Subject subject;
+    QAction* entry = nullptr;  ///< Of the menu.
   };
 
   void WireScalars();
-  void WireMenu();
-  DocumentWindow& Make(Result result);
-  void Derive(Result result);
+  void AddEntry(Result result);
+  void AddDocument(Result result, const Settle& settle);
+  Subject SubjectOf(Result result) const;
+  void Derive(Result result, const Subject& subject);
   void Enable();
   std::string Note(Result result) const;
 
@@ -65,9 +73,11 @@ class Steps : public QObject {
   DesktopScreen& screen_;
   CommandRunner& commands_;
   const Deriver* deriver_;
-  Settle settle_;
   DerivationRuns runs_;
+  QMenu* menu_;
   std::array<Shown, kResultCount> shown_;
+  std::array<QPointer<StepsButton>, kSlotCount> buttons_;  ///< In the windows that there are.
+  QList<StepsButton*> scalars_;
 };
 
 }  // namespace qmx

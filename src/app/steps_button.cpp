@@ -32,8 +32,9 @@ StepsButton::StepsButton(Result result, const QString& name, QWidget* parent)
 }
 
 void StepsButton::Enable(const QString& why) {
-  // The keyboard must not be lost with the button that has it.
-  if (!why.isEmpty() && hasFocus()) focusNextChild();
+  // Left to itself the keyboard would go on to the next control: another Space would then start
+  // another task. The one before finds this result again, or shows it in another way.
+  if (!why.isEmpty() && window()->focusWidget() == this) focusPreviousChild();
   setEnabled(why.isEmpty());
   setToolTip(why.isEmpty() ? tr("Shows how this came about, step by step") : why);
 }

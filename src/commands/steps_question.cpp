@@ -98,6 +98,20 @@ DerivationQuestion StepsQuestion(const Workspace& workspace, Result result, int 
   return question;
 }
 
+bool IsAboutElement(const Workspace& workspace, Result result) {
+  switch (result) {
+    case kResultSum:
+    case kResultDifference:
+    case kResultProduct:
+      return true;
+    case kResultAdjoint:
+      // By the inverse all cofactors come at once.
+      return workspace.computations[result]->manner.byCofactors;
+    default:
+      return false;
+  }
+}
+
 std::size_t ExactIndex(Slot slot) { return slot == ResultOf(slot).firstSlot ? 0 : 1; }
 
 }  // namespace qmx

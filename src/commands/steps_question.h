@@ -21,6 +21,9 @@ std::string_view DerivationTitle(Result result);
 /// while it is known how that was done.
 std::string WhyNoSteps(const Workspace& workspace, Result result);
 
+/// True where the derivation of a result, as it was computed, is about one of its elements.
+bool IsAboutElement(const Workspace& workspace, Result result);
+
 /// What is to be derived of a result that nothing keeps from it. Matrices share their elements.
 /// Element (row, col) is the one that is asked about, where the derivation is about one.
 DerivationQuestion StepsQuestion(const Workspace& workspace, Result result, int row, int col);

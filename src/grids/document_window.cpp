@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QRadioButton>
 #include <QStringList>
+#include <utility>
 
 #include "derivation/document_html.h"
 #include "derivation/document_latex.h"
@@ -42,20 +43,21 @@ bool IsPageKey(const QKeyEvent& event) {
 
 }  // namespace
 
-DocumentWindow::DocumentWindow(const QString& name, const QString& title)
+DocumentWindow::DocumentWindow(DocumentTexts texts)
     : QWidget(nullptr, Qt::Window),
+      texts_(std::move(texts)),
       view_(new DocumentView(this)),
       note_(MakeNote("lblNote", this)),
       renew_(new QPushButton(tr("&Renew"), this)),
       state_(MakeNote("lblState", this)),
       legend_(MakeNote("lblLegend", this)) {
-  setObjectName(name);
-  setWindowTitle(title);
+  setObjectName(texts_.name);
+  setWindowTitle(texts_.title);
   setAttribute(Qt::WA_DeleteOnClose);
   view_->setObjectName("docSteps");
-  view_->setAccessibleName(title);
+  view_->setAccessibleName(texts_.title);
   renew_->setObjectName("cmdRenew");
-  renew_->setToolTip(tr("Shows how the present result came about"));
+  renew_->setToolTip(texts_.renew);
   renew_->setAutoDefault(true);  // Enter presses it, as Space does.
   renew_->hide();
   state_->setAlignment(Qt::AlignCenter);
@@ -171,9 +173,9 @@ void DocumentWindow::EnableOutput(bool enabled) {
   for (QPushButton* button : outputs_) button->setEnabled(enabled);
 }
 
-void DocumentWindow::ShowFailure(const QString& why) {
+void DocumentWindow::ShowState(const QString& state) {
   view_->Show(nullptr);
-  state_->setText(why);
+  state_->setText(state);
   state_->show();
   // The keyboard must not fall on the forms of numbers, which its arrows would change.
   if (focusWidget() == nullptr || focusWidget() == view_ || focusWidget() == renew_)
@@ -181,13 +183,15 @@ void DocumentWindow::ShowFailure(const QString& why) {
   view_->hide();
   legend_->hide();
   EnableOutput(false);
-  if (isVisible()) Announce(*this, why);
+  if (isVisible()) Announce(*this, state);
 }
 
-void DocumentWindow::ShowWorking() { ShowFailure(tr("The steps are being derived...")); }
+void DocumentWindow::ShowWorking() { ShowState(texts_.working); }
 
-void DocumentWindow::ShowDocument(std::shared_ptr<const Document> document, const QString& none) {
-  if (document->blocks.empty()) return ShowFailure(none);
+void DocumentWindow::ShowNoMemory() { ShowState(texts_.noMemory); }
+
+void DocumentWindow::ShowDocument(std::shared_ptr<const Document> document) {
+  if (document->blocks.empty()) return ShowState(texts_.none);
   const bool hadKeyboard = focusWidget() == state_;
   state_->hide();
   view_->show();
@@ -196,7 +200,7 @@ void DocumentWindow::ShowDocument(std::shared_ptr<const Document> document, cons
   ShowLegend();
   const QWidget* focus = focusWidget();
   if (hadKeyboard || focus == nullptr || focus == this || !focus->isVisible()) view_->setFocus();
-  if (isVisible()) Announce(*this, tr("The steps are there"));
+  if (isVisible()) Announce(*this, texts_.done);
 }
 
 void DocumentWindow::ShowLegend() {

@@ -13,6 +13,18 @@ class QAbstractButton;
 
 namespace qmx {
 
+/// What a window of a document is called, and what it says beside the document.
+struct DocumentTexts {
+  QString name;  ///< By which the program and its help know it.
+  QString title;
+  QString renew;    ///< What making it anew shows.
+  QString working;  ///< While the document is being made,
+  QString done;     ///< once it is there,
+  QString none;     ///< where it has nothing to tell,
+  QString noMemory;
+  QString notPrinted;  ///< and where the printer has failed.
+};
+
 /// A window with a document: whether its numbers are fractions, decimals or both is one press; it
 /// is copied in several forms, printed and saved as PDF. While the document is being made the
 /// window says so, and closing it ends that.
@@ -20,16 +32,17 @@ class DocumentWindow : public QWidget {
   Q_OBJECT
 
  public:
-  DocumentWindow(const QString& name, const QString& title);
+  explicit DocumentWindow(DocumentTexts texts);
 
   DocumentView& View() { return *view_; }
+  const DocumentTexts& Texts() const { return texts_; }
 
   /// The document is being made.
   void ShowWorking();
-  /// A document without blocks counts as none: `none` says why there is nothing to see.
-  void ShowDocument(std::shared_ptr<const Document> document, const QString& none);
-  /// There is no document, and why.
-  void ShowFailure(const QString& why);
+  /// A document without blocks counts as none.
+  void ShowDocument(std::shared_ptr<const Document> document);
+  /// There was not enough memory for the document.
+  void ShowNoMemory();
   /// Tells above the document what has become of its subject; nothing where all is as it was. It
   /// can be made anew where that makes sense.
   void ShowNote(const QString& note, bool canBeRenewed);
@@ -55,11 +68,14 @@ class DocumentWindow : public QWidget {
   QMenu* MakeCopyMenu();
   void ShowMenu(const QPoint& where);
   void EnableOutput(bool enabled);
+  /// In place of a document.
+  void ShowState(const QString& state);
   void ShowLegend();
   /// What is selected, else all.
   void Copy();
   void Copy(CopyAs form);
 
+  const DocumentTexts texts_;
   DocumentView* view_;
   QLabel* note_;
   QPushButton* renew_;

@@ -157,6 +157,17 @@ TEST_F(FractionsTest, PressedUpWhileTheyAreSoughtEndsThat) {
   EXPECT_EQ(Shown(1, 1), "0.6");
 }
 
+TEST_F(FractionsTest, APressWhileSomethingIsComputedIsRefused) {
+  const auto press = [&] { QTest::mouseClick(&Button(), Qt::LeftButton); };
+  EXPECT_EQ(Meanwhile(press), kRefusal);
+  EXPECT_FALSE(Button().isChecked());
+  EXPECT_EQ(deriver.begun, 0);
+  Press();
+  EXPECT_EQ(Meanwhile(press), kRefusal);
+  EXPECT_TRUE(Button().isChecked());
+  EXPECT_EQ(Shown(1, 1), "3/5");
+}
+
 TEST_F(FractionsTest, AResultThatGoesMeanwhileTakesTheSearchAlong) {
   deriver.CloseGate();
   QTest::mouseClick(&Button(), Qt::LeftButton);

@@ -104,6 +104,28 @@ TEST_F(MoreAboutATest, IsNoStepAndNoChange) {
   EXPECT_EQ(program.State().revisions.a, before.a);
 }
 
+TEST_F(MoreAboutATest, WithoutMemoryTheWindowSaysSoAndTheNextPressTriesAgain) {
+  EnterA();
+  deriver.fails = true;
+  DocumentWindow& window = Open();
+  EXPECT_EQ(Told(window, "lblState"), "There is not enough memory for this.");
+  deriver.fails = false;
+  EXPECT_EQ(&Open(), &window);
+  EXPECT_NE(window.View().Shown(), nullptr);
+}
+
+TEST_F(MoreAboutATest, WhereThereIsNothingToTellTheWindowSaysSo) {
+  EnterA();
+  deriver.isEmpty = true;
+  EXPECT_EQ(Told(Open(), "lblState"), "There is nothing to tell of this matrix.");
+}
+
+TEST_F(MoreAboutATest, APressWhileSomethingIsComputedIsRefused) {
+  EnterA();
+  EXPECT_EQ(Meanwhile([&] { Entry().trigger(); }), kRefusal);
+  EXPECT_EQ(Shown(), nullptr);
+}
+
 TEST_F(MoreAboutATest, AClosedWindowEndsWhatIsBeingFound) {
   EnterA();
   deriver.CloseGate();
@@ -111,6 +133,7 @@ TEST_F(MoreAboutATest, AClosedWindowEndsWhatIsBeingFound) {
   Until([this] { return deriver.begun == 1; });
   ASSERT_NE(Shown(), nullptr);
   EXPECT_EQ(Shown()->View().Shown(), nullptr);
+  EXPECT_EQ(Told(*Shown(), "lblState"), "The facts about A are being found...");
   Shown()->close();
   UntilFound();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

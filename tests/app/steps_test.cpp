@@ -157,6 +157,15 @@ TEST_F(StepsTest, TheCurrentElementIsTheOneThatIsDerived) {
   EXPECT_EQ(deriver.begun, 2);
 }
 
+TEST_F(StepsTest, WhatIsNotAboutAnElementIsNotDerivedAgainForAnother) {
+  OpenInverse();
+  ClickCell(kSlotInverse, 1, 1);
+  OpenSteps(kSlotInverse);
+  ClickCell(kSlotInverse, 2, 2);
+  OpenSteps(kSlotInverse);
+  EXPECT_EQ(deriver.begun, 1);
+}
+
 TEST_F(StepsTest, TheMenuOfTheTasksHasWhatThereIs) {
   Enter(kSlotA, 2, 2, {"2", "1", "1", "3"});
   Run(kTaskInverse);
@@ -261,14 +270,48 @@ TEST_F(StepsTest, TheEndOfTheProgramEndsADerivation) {
   EXPECT_EQ(deriver.stopped, 1);
 }
 
-TEST_F(StepsTest, WithoutMemoryTheWindowSaysSoAndTheProgramGoesOn) {
+TEST_F(StepsTest, WithoutMemoryTheWindowSaysSoAndTheNextPressTriesAgain) {
   deriver.fails = true;
   DocumentWindow& window = OpenInverse();
   EXPECT_EQ(Told(window, "lblState"), "There is not enough memory for the steps.");
   EXPECT_FALSE(Part(window, "cmdPdfSteps").isEnabled());
   deriver.fails = false;
+  EXPECT_EQ(&OpenSteps(kSlotInverse), &window);
+  EXPECT_NE(window.View().Shown(), nullptr);
+  EXPECT_EQ(Told(window, "lblState"), "");
   Run(kTaskTranspose);
   EXPECT_NE(OpenSteps(kSlotTranspose).View().Shown(), nullptr);
+}
+
+TEST_F(StepsTest, WhereThereAreNoneTheWindowSaysSo) {
+  deriver.isEmpty = true;
+  DocumentWindow& window = OpenInverse();
+  EXPECT_EQ(Told(window, "lblState"), "There are no steps of this.");
+  EXPECT_FALSE(Part(window, "cmdPrintSteps").isEnabled());
+  OpenSteps(kSlotInverse);
+  EXPECT_EQ(deriver.begun, 1);
+}
+
+TEST_F(StepsTest, APressWhileSomethingIsComputedIsRefused) {
+  Enter(kSlotA, 2, 2, {"2", "1", "1", "3"});
+  Run(kTaskInverse);
+  EXPECT_EQ(Meanwhile([&] {
+              QTest::mouseClick(&Part(Window(kSlotInverse), "cmdSteps"), Qt::LeftButton);
+            }),
+            kRefusal);
+  EXPECT_EQ(Steps(kResultInverse), nullptr);
+  EXPECT_EQ(deriver.begun, 0);
+}
+
+TEST_F(StepsTest, AButtonThatGoesOffLeavesTheKeyboardToOneThatDoesNoHarm) {
+  Enter(kSlotA, 2, 2, {"2", "1", "1", "3"});
+  Run(kTaskDeterminant);
+  Run(kTaskInverse);
+  Part(Main(), "cmdStepsDeterminant").setFocus();
+  Part(Window(kSlotInverse), "cmdSteps").setFocus();
+  Type("5");
+  EXPECT_EQ(Main().focusWidget(), Get(cmdTask(kTaskDeterminant)));
+  EXPECT_EQ(Window(kSlotInverse).focusWidget(), &Part(Window(kSlotInverse), "cmdToggleWidth"));
 }
 
 TEST_F(StepsTest, OnePressSwitchesTheNumbersAndIsRemembered) {

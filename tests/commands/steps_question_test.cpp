@@ -56,6 +56,21 @@ TEST_F(StepsQuestionTest, KnowsTheWayOfTheAdjoint) {
   EXPECT_FALSE(Ask(kResultAdjoint).byCofactors);
 }
 
+TEST_F(StepsQuestionTest, KnowsWhatIsAboutOneElement) {
+  EnterA(Rows({{2, 1}, {1, 3}}));
+  EnterB(Rows({{5, 6}, {7, 8}}));
+  for (const Task task : {kTaskSum, kTaskDifference, kTaskProduct, kTaskInverse, kTaskTranspose,
+                          kTaskLU, kTaskQR, kTaskEigen, kTaskAdjoint})
+    Press(task);
+  for (const Result result : {kResultSum, kResultDifference, kResultProduct, kResultAdjoint})
+    EXPECT_TRUE(IsAboutElement(workspace, result)) << result;
+  for (const Result result : {kResultInverse, kResultTranspose, kResultLU, kResultQR,
+                              kResultEigenvalues, kResultEigenvectors})
+    EXPECT_FALSE(IsAboutElement(workspace, result)) << result;
+  Press(kTaskAdjointByInverse);
+  EXPECT_FALSE(IsAboutElement(workspace, kResultAdjoint));
+}
+
 TEST_F(StepsQuestionTest, KnowsWhatSteeredTheIteration) {
   EnterA(Rows({{2, 1}, {1, 3}}));
   screen.SetText(txtError, ".0002");

@@ -3,7 +3,9 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QLabel>
 #include <QTest>
+#include <QTimer>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -15,6 +17,9 @@
 #include "support/desktop_bench.h"
 
 namespace qmx::test {
+
+inline constexpr const char* kRefusal =
+    "Something is being computed. Stop it, or wait until it is done.";
 
 /// Derives nothing, but tells what it was asked; a test can hold it up and let it fail.
 class GatedDeriver : public Deriver {
@@ -31,6 +36,8 @@ class GatedDeriver : public Deriver {
   }
   Document MoreAbout(const Matrix& a, const DerivationLook& look) const override {
     Wait(look);
+    if (fails) throw std::bad_alloc();
+    if (isEmpty) return {};
     DerivationQuestion question;
     question.a = a.Shared();
     return Told(question);
@@ -134,6 +141,22 @@ class StepsDesktop : public DeriverHolder, public Desktop {
     if (window == nullptr) throw std::runtime_error("no steps");
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     return *window;
+  }
+  /// Does something in the middle of a computation, and tells what the main window says to it.
+  std::string Meanwhile(const std::function<void()>& act) {
+    std::string said;
+    std::atomic<bool> isDone = false;
+    QTimer::singleShot(0, [&] {
+      act();
+      said = Part<QLabel>(Main(), "lblWorking").text().toStdString();
+      isDone = true;
+    });
+    program.Runner().Do([&](Context& context) {
+      context.work.Run([&](Progress&) {
+        while (!isDone) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      });
+    });
+    return said;
   }
   static std::string Told(DocumentWindow& window, const char* label) {
     const QLabel& found = Part<QLabel>(window, label);
