@@ -8,6 +8,7 @@
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <filesystem>
 
 #include "app/plain_box.h"
@@ -44,7 +45,7 @@ bool MayReplaceFile(const std::string& name, QWidget* parent) {
 }
 
 FileDialog::FileDialog(AcceptMode mode, const QString& ending, QWidget* parent)
-    : QFileDialog(parent), ending_(ending) {
+    : QFileDialog(parent), ending_(ending), endings_(ending) {
   // Only the toolkit's own dialog lets the name be read as it was typed. A file to be opened may
   // lack its ending, so that it need not exist.
   setOption(DontUseNativeDialog);
@@ -62,6 +63,20 @@ FileDialog::FileDialog(AcceptMode mode, const QString& ending, QWidget* parent)
   connect(name_, &QLineEdit::textChanged, this, &FileDialog::NoteName);
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &FileDialog::NoteSelection);
+}
+
+void FileDialog::OfferKinds(const QList<FileKind>& kinds) {
+  QStringList texts;
+  endings_.clear();
+  for (const FileKind& kind : kinds) {
+    texts << kind.text;
+    endings_ << kind.ending;
+  }
+  ending_ = endings_.front();
+  setNameFilters(texts);
+  connect(this, &QFileDialog::filterSelected, this, [this, texts](const QString& chosen) {
+    ending_ = endings_.value(texts.indexOf(chosen), ending_);
+  });
 }
 
 void FileDialog::Propose(const QString& path) {
@@ -128,7 +143,9 @@ QString FileDialog::TypedPath() const {
 }
 
 QString FileDialog::WithEnding(const QString& path) const {
-  return path.endsWith(ending_) ? path : path + ending_;
+  const bool hasOne = std::any_of(endings_.begin(), endings_.end(),
+                                  [&path](const QString& one) { return path.endsWith(one); });
+  return hasOne ? path : path + ending_;
 }
 
 bool FileDialog::MayBeTaken(const QString& path) {

@@ -15,6 +15,12 @@ namespace qmx {
 /// system's bytes, or the user agrees.
 bool MayReplaceFile(const std::string& name, QWidget* parent);
 
+/// A kind of file that can be saved, as the user reads it, and its ending.
+struct FileKind {
+  QString text;
+  QString ending;
+};
+
 /// The dialog for a file to be opened or saved. What is typed is the file's name as it is, whatever
 /// characters it holds: the toolkit's own dialog takes double quotes for marks around one name of
 /// several. A name that does not begin at the root lies in the folder on show; a leading "~" stands
@@ -28,10 +34,14 @@ class FileDialog : public QFileDialog {
   /// that will be written.
   FileDialog(AcceptMode mode, const QString& ending, QWidget* parent);
 
+  /// Offers several kinds of files in place of one: the first unless the user chooses another.
+  void OfferKinds(const QList<FileKind>& kinds);
   /// Proposes a file, given by its whole name.
   void Propose(const QString& path);
   /// The path of the file that was chosen or typed. Empty when the user cancels.
   QString Ask();
+  /// A path with the ending that the caller appends, unless it has that of a kind already.
+  QString WithEnding(const QString& path) const;
 
  protected:
   void accept() override;
@@ -42,10 +52,10 @@ class FileDialog : public QFileDialog {
   void NoteName(const QString& name);
   void NoteSelection();
   QString TypedPath() const;
-  QString WithEnding(const QString& path) const;
   bool MayBeTaken(const QString& path);
 
   QString ending_;
+  QStringList endings_;  ///< Of all kinds.
   QLineEdit* name_;
   QAbstractItemView* list_;
   QPushButton* button_ = nullptr;

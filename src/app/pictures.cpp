@@ -2,9 +2,11 @@
 #include "app/pictures.h"
 
 #include <QAction>
-#include <QFileDialog>
+#include <QPushButton>
 #include <QSaveFile>
 
+#include "app/drawn_icon.h"
+#include "app/file_dialog.h"
 #include "app/plain_box.h"
 #include "desktop/window_front.h"
 
@@ -22,6 +24,13 @@ void Pictures::Attach(GridWindow& window) {
   window.addAction(entry);
   window.AddViewEntries({entry});
   QObject::connect(entry, &QAction::triggered, &window, [this, &window] { Show(window); });
+  auto* button = new QPushButton(DrawnIcon("picture"), {}, &window);
+  button->setObjectName("cmdPicture");
+  button->setAccessibleName(QObject::tr("Picture"));
+  button->setToolTip(QObject::tr("Shows the matrix as a picture (Ctrl+H)"));
+  button->setAutoDefault(true);  // Enter presses it, as Space does.
+  window.AddToLowerLine(*button);
+  QObject::connect(button, &QPushButton::clicked, entry, &QAction::trigger);
 }
 
 void Pictures::Show(GridWindow& matrix) {
@@ -88,19 +97,14 @@ QString WritePicture(const PictureView& view, const QString& name) {
 }
 
 void SavePicture(PictureWindow& window) {
-  QFileDialog dialog(&window, QObject::tr("Save picture"));
+  FileDialog dialog(QFileDialog::AcceptSave, {}, &window);
   dialog.setObjectName("dlgSavePicture");
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  const QString png = QObject::tr("PNG picture (*.png)");
-  const QString svg = QObject::tr("SVG drawing (*.svg)");
-  dialog.setNameFilters({png, svg});
-  const auto followFilter = [&](const QString& filter) {
-    dialog.setDefaultSuffix(filter == svg ? "svg" : "png");
-  };
-  followFilter(png);
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, followFilter);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  const QString name = dialog.selectedFiles().front();
+  dialog.setWindowTitle(QObject::tr("Save picture"));
+  dialog.OfferKinds(
+      {{QObject::tr("PNG picture (*.png)"), ".png"}, {QObject::tr("SVG drawing (*.svg)"), ".svg"}});
+  const QString path = dialog.Ask();
+  if (path.isEmpty()) return;
+  const QString name = dialog.WithEnding(path);
   const QString problem = WritePicture(window.View(), name);
   if (problem.isEmpty()) return;
   Complain(window, QObject::tr("%1\nThe picture cannot be written: %2").arg(name, problem));

@@ -23,7 +23,7 @@ class Pictures {
   Pictures& operator=(const Pictures&) = delete;
   ~Pictures() { CloseAll(); }
 
-  /// Adds what opens the picture to a matrix's window: `mnuPicture` and its key.
+  /// Adds what opens the picture to a matrix's window: `mnuPicture`, its key, and `cmdPicture`.
   void Attach(GridWindow& window);
   /// Something may have changed in the Workspace.
   void Refresh();

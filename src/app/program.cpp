@@ -88,9 +88,9 @@ bool Program::Start(const std::string& commandLine) {
 
 void Program::Furnish(QWidget& window) {
   if (auto* matrix = qobject_cast<GridWindow*>(&window)) {
-    pictures_.Attach(*matrix);
     fractions_.Attach(*matrix);
     steps_.Attach(*matrix);
+    pictures_.Attach(*matrix);
     matrix->AddViewEntries(zoom_.Entries());
     zoom_.Attach(window, matrix->Grid());
   } else if (auto* list = window.findChild<QListWidget*>()) {

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
+#include <QDir>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMimeData>
@@ -254,6 +256,44 @@ TEST_F(PictureTest, ItIsSavedByTheEndingOfTheName) {
   EXPECT_TRUE(text.contains(Wanted(-1, 3).name().toUtf8())) << "squares are drawn, not an image";
   EXPECT_TRUE(text.contains("Picture: Matrix A"));
   EXPECT_NE(WritePicture(view, folder.filePath("none/a.png")), "");
+}
+
+TEST_F(PictureTest, TheKindThatIsChosenGivesTheEnding) {
+  Enter(kSlotA, 2, 2, {"1", "-1", "0", "3"});
+  PictureView& view = Open(kSlotA);
+  const QTemporaryDir folder;
+  const auto save = [&](const QString& name, bool asDrawing) {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      auto* edit = dialog == nullptr ? nullptr : dialog->findChild<QLineEdit*>("fileNameEdit");
+      if (edit == nullptr || !edit->text().isEmpty()) return;
+      EXPECT_EQ(dialog->objectName(), "dlgSavePicture");
+      if (asDrawing) QTest::keyClick(dialog->findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+      QTest::keyClicks(edit, folder.filePath(name));
+      QTest::keyClick(edit, Qt::Key_Return);
+    });
+    poll.start(20);
+    QTest::mouseClick(view.window()->findChild<QPushButton*>("cmdSavePicture"), Qt::LeftButton);
+  };
+  save("plain", false);
+  save("drawn", true);
+  save("named.svg", false);
+  save("with \"quotes\"", false);
+  const QStringList made = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
+  EXPECT_EQ(made.join('|').toStdString(), "drawn.svg|named.svg|plain.png|with \"quotes\".png");
+}
+
+TEST_F(PictureTest, TheButtonOpensItToo) {
+  Enter(kSlotA, 2, 2, {"1", "-1", "0", "3"});
+  auto* button = Window(kSlotA).findChild<QPushButton*>("cmdPicture");
+  ASSERT_NE(button, nullptr);
+  EXPECT_EQ(button->toolTip(), "Shows the matrix as a picture (Ctrl+H)");
+  EXPECT_EQ(button->accessibleName(), "Picture");
+  EXPECT_FALSE(button->icon().pixmap(16, 16).isNull());
+  QTest::mouseClick(button, Qt::LeftButton);
+  ASSERT_NE(Picture(kSlotA), nullptr);
+  EXPECT_TRUE(Picture(kSlotA)->isVisible());
 }
 
 TEST_F(PictureTest, EveryMatrixHasOneAndAnEmptyOneHarmsNothing) {
