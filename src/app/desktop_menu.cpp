@@ -4,8 +4,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QIcon>
-#include <filesystem>
 
+#include "base/file_path.h"
 #include "desktop/file_association.h"
 #include "desktop/system_help.h"
 #include "grids/qt_text.h"
@@ -14,9 +14,7 @@ namespace qmx {
 namespace {
 
 /// A file that stands beside the executable.
-std::string BesideProgram(const char* name) {
-  return (std::filesystem::path(ProgramFolder()) / name).string();
-}
+std::string BesideProgram(const char* name) { return NameOf(PathOf(ProgramFolder()) / name); }
 
 }  // namespace
 

@@ -2,7 +2,6 @@
 // The parts of the screen that wait for the user.
 
 #include <QApplication>
-#include <QFile>
 #include <QMessageBox>
 
 #include "app/desktop_screen.h"
@@ -29,8 +28,6 @@ Answer ToAnswer(int pressed) {
       return Answer::kOk;
   }
 }
-
-std::string NameInBytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
 
 }  // namespace
 
@@ -61,13 +58,13 @@ Answer DesktopScreen::ShowMessage(const Message& message) {
 
 std::string DesktopScreen::AskOpenFile(const std::string& name, std::string_view ending) {
   FileDialog dialog(QFileDialog::AcceptOpen, ToQString(ending), &FrontWindow());
-  dialog.Propose(QFile::decodeName(name.c_str()));
-  return NameInBytes(dialog.Ask());
+  dialog.Propose(ToQString(name));
+  return dialog.Ask().toStdString();
 }
 
 std::string DesktopScreen::AskSaveFile(std::string_view ending) {
   FileDialog dialog(QFileDialog::AcceptSave, ToQString(ending), &FrontWindow());
-  return NameInBytes(dialog.Ask());
+  return dialog.Ask().toStdString();
 }
 
 bool DesktopScreen::MayReplace(const std::string& name) {

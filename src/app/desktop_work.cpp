@@ -2,7 +2,6 @@
 #include "app/desktop_work.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
@@ -10,6 +9,7 @@
 #include <cmath>
 
 #include "grids/editor_window.h"
+#include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
@@ -46,7 +46,7 @@ DesktopWork::DesktopWork(frmQMX& window) : window_(window) {
 }
 
 void DesktopWork::Run(const Work::Computation& computation, const std::string& doing) {
-  doing_ = QFile::decodeName(QByteArray::fromStdString(doing));
+  doing_ = ToQString(doing);
   fraction_ = 0;
   stop_ = false;
   since_.start();

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
-#include <QFile>
 #include <QMenu>
 #include <QMimeData>
 #include <QShortcut>
@@ -151,7 +150,7 @@ void ExchangeMenu::Import(Slot target) {
 
 void ExchangeMenu::TakeLater(Slot target, const QString& name) {
   dropTarget_ = target;
-  dropped_ = QFile::encodeName(name).toStdString();
+  dropped_ = name.toStdString();
   QMetaObject::invokeMethod(this, "TakeDropped", Qt::QueuedConnection);
 }
 

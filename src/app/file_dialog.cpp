@@ -12,15 +12,14 @@
 #include <filesystem>
 
 #include "app/plain_box.h"
+#include "base/file_path.h"
 #include "desktop/home_folder.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
 
-bool IsAbsolute(const QString& name) {
-  return std::filesystem::path(name.toStdString()).is_absolute();
-}
+bool IsAbsolute(const QString& name) { return PathOf(name.toStdString()).is_absolute(); }
 
 /// What a name that begins with "~" stands for; empty where there is no such user.
 QString WithHomeFolder(const QString& name) {
@@ -36,9 +35,9 @@ QString WithHomeFolder(const QString& name) {
 
 bool MayReplaceFile(const std::string& name, QWidget* parent) {
   std::error_code unknown;
-  const auto status = std::filesystem::status(name, unknown);
+  const auto status = std::filesystem::status(PathOf(name), unknown);
   if (!std::filesystem::exists(status) || std::filesystem::is_directory(status)) return true;
-  const QString shown = QFileInfo(QFile::decodeName(name.c_str())).fileName();
+  const QString shown = QFileInfo(ToQString(name)).fileName();
   const QString question = QObject::tr("%1 already exists. Replace it?").arg(shown);
   return ShowBox(QMessageBox::Warning, question, QMessageBox::Yes | QMessageBox::No, parent) ==
          QMessageBox::Yes;
@@ -149,8 +148,7 @@ QString FileDialog::WithEnding(const QString& path) const {
 }
 
 bool FileDialog::MayBeTaken(const QString& path) {
-  if (acceptMode() == AcceptSave)
-    return MayReplaceFile(QFile::encodeName(WithEnding(path)).toStdString(), this);
+  if (acceptMode() == AcceptSave) return MayReplaceFile(WithEnding(path).toStdString(), this);
   if (QFileInfo::exists(path) || QFileInfo::exists(WithEnding(path))) return true;
   ShowBox(QMessageBox::Warning, tr("%1\nThere is no such file.").arg(name_->text()),
           QMessageBox::Ok, this);

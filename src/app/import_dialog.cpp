@@ -2,7 +2,6 @@
 #include "app/import_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -77,7 +76,7 @@ ImportDialog::ImportDialog(ImportQuestion& question, QWidget* parent)
 }
 
 void ImportDialog::AddHead(QVBoxLayout* rows) {
-  const QString name = QFileInfo(QFile::decodeName(question_.fileName.c_str())).fileName();
+  const QString name = QFileInfo(ToQString(question_.fileName)).fileName();
   const ForeignVariable& first = question_.contents.variables.front();
   QString what = ToQString(InfoOf(question_.contents.format).title);
   if (question_.contents.variables.size() == 1 && !first.shape.empty())

@@ -1,27 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <cstdlib>
-#include <string>
 
 #include "app/application.h"
 #include "app/program.h"
 #include "base/memory.h"
 #include "derivation/derivation.h"
+#include "desktop/command_line.h"
 #include "desktop/desktop_printer.h"
 #include "desktop/file_store_system.h"
 #include "desktop/random_source.h"
 #include "desktop/system_clock.h"
 #include "proof/prover.h"
-
-namespace {
-
-/// All arguments as one text: it names a project, and its blanks need no quoting.
-std::string CommandLine(int argc, char** argv) {
-  std::string line;
-  for (int i = 1; i < argc; ++i) line += (i > 1 ? " " : "") + std::string(argv[i]);
-  return line;
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
   qmx::KeepFreedMemory();
@@ -48,6 +37,6 @@ int main(int argc, char** argv) {
   windows = &program;
   application.SetFaultHandler([&](qmx::Fault fault) { program.EndAfterFault(fault); });
   bool started = false;
-  application.Guard([&] { started = program.Start(CommandLine(argc, argv)); });
+  application.Guard([&] { started = program.Start(qmx::CommandLine(argc, argv)); });
   return started ? application.exec() : EXIT_SUCCESS;
 }

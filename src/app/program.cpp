@@ -3,7 +3,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -36,9 +35,7 @@ Program::Program(const SystemPorts& ports, RegionalSettings& settings, const Pro
       desktop_(window_, screen_),
       exchange_(window_, screen_, commands_),
       recent_(window_.findChild<QMenu*>("mnuRecent"),
-              [this](const QString& name) {
-                OpenByName(commands_, QFile::encodeName(name).toStdString());
-              }),
+              [this](const QString& name) { OpenByName(commands_, name.toStdString()); }),
       stateFiles_(MakeSystemFileStore()),
       session_(
           StateFolder(), *stateFiles_, [this] { return CaptureSession(); },
@@ -71,6 +68,11 @@ bool Program::Start(const std::string& commandLine) {
     screen_.Memory().Watch(window_);
   }
   if (!guard_.Check(screen_)) return false;
+  // The end of the user's session may close the program without its window.
+  QObject::connect(qApp, &QCoreApplication::aboutToQuit, &window_, [this] {
+    guard_.Restore();
+    session_.End();
+  });
   SetStartState(context_);
   commands_.SetListener([this] { AfterCommand(); });
   QObject::connect(window_.Action("mnuLastSession"), &QAction::triggered, &window_,
@@ -126,8 +128,7 @@ void Program::AfterCommand() {
   fractions_.AfterCommand();
   steps_.AfterCommand();
   moreAboutA_.AfterCommand();
-  if (commands_.WasSaved())
-    recent_.Add(QFile::decodeName(QByteArray::fromStdString(workspace_.currentFileName)));
+  if (commands_.WasSaved()) recent_.Add(ToQString(workspace_.currentFileName));
 }
 
 /// Results open without the keyboard: who does not see them hears of them.

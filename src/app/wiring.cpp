@@ -4,7 +4,6 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QMenu>
 #include <functional>
 
@@ -185,19 +184,15 @@ void WireMainWindow(frmQMX& window, DesktopScreen& screen, CommandRunner& comman
   });
   WireWindowsMenu(window, screen, commands);
   QObject::connect(window.Action("mnuExit"), &QAction::triggered, &window, &QWidget::close);
-  QObject::connect(&window, &frmQMX::FilesDropped, &window, [&commands](const QString& name) {
-    OpenByName(commands, QFile::encodeName(name).toStdString());
-  });
+  QObject::connect(&window, &frmQMX::FilesDropped, &window,
+                   [&commands](const QString& name) { OpenByName(commands, name.toStdString()); });
 }
 
 void ShowWhatStandsWhere(frmQMX& window, const CommandRunner& commands,
                          const Workspace& workspace) {
   NameSteps(window, commands);
   const DocumentStatus status = StatusOf(workspace, commands.IsChanged());
-  const auto text = [](const std::string& bytes) {
-    return QFile::decodeName(QByteArray::fromStdString(bytes));
-  };
-  window.SetDocument(text(status.text), text(status.toolTip));
+  window.SetDocument(ToQString(status.text), ToQString(status.toolTip));
 }
 
 void MarkStaleResults(frmQMX& window, const DesktopScreen& screen, const Workspace& workspace) {

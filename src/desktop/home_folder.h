@@ -9,4 +9,8 @@ namespace qmx {
 /// that are known by their names.
 std::string HomeFolderOf(const std::string& user);
 
+/// True where a program's settings belong into a file among the application data and the toolkit,
+/// if it is not told so, keeps them elsewhere.
+bool KeepsSettingsInIniFiles();
+
 }  // namespace qmx

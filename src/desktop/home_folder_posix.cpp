@@ -10,4 +10,6 @@ std::string HomeFolderOf(const std::string& user) {
   return entry == nullptr || entry->pw_dir == nullptr ? std::string() : entry->pw_dir;
 }
 
+bool KeepsSettingsInIniFiles() { return false; }
+
 }  // namespace qmx

@@ -5,4 +5,7 @@ namespace qmx {
 
 std::string HomeFolderOf(const std::string& /*user*/) { return {}; }
 
+// The toolkit would write them to the registry.
+bool KeepsSettingsInIniFiles() { return true; }
+
 }  // namespace qmx

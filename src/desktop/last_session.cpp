@@ -21,8 +21,8 @@ constexpr std::chrono::milliseconds kPatience(1000);
 constexpr const char* kPattern = "session-*.qmx";
 constexpr const char* kLockEnding = ".lock";
 
-std::string Bytes(const QString& name) { return QFile::encodeName(name).toStdString(); }
-QString Text(const std::string& name) { return QFile::decodeName(QByteArray::fromStdString(name)); }
+std::string Bytes(const QString& name) { return name.toStdString(); }
+QString Text(const std::string& name) { return QString::fromStdString(name); }
 
 /// The files of all runs, the newest first: their names begin with the time of the run.
 QStringList SessionFiles(const QDir& folder) {

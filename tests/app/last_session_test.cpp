@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <csignal>
+#include <cstdio>
 #include <fstream>
 
 #include "commands/lifecycle.h"
@@ -155,7 +155,7 @@ TEST_F(LastSessionTest, AKilledProgramLosesAtMostTwoSeconds) {
     ASSERT_TRUE(program.waitForStarted());
     QTest::qWait(life);
     const qint64 end = QDateTime::currentMSecsSinceEpoch();
-    kill(static_cast<pid_t>(program.processId()), SIGKILL);
+    program.kill();
     program.waitForFinished();
     int oldest = 0;
     for (const QByteArray& line : program.readAllStandardOutput().split('\n')) {
@@ -176,7 +176,7 @@ TEST_F(LastSessionTest, AKilledProgramLosesAtMostTwoSeconds) {
 
 class LastSessionMenu : public Desktop {
  protected:
-  QString folder = qEnvironmentVariable("XDG_STATE_HOME") + "/orvane";
+  QString folder = QString::fromStdString(StateFolder());
 };
 
 TEST_F(LastSessionMenu, ASettingThatAProjectHoldsIsKeptToo) {
@@ -184,7 +184,7 @@ TEST_F(LastSessionMenu, ASettingThatAProjectHoldsIsKeptToo) {
   Click(cmdTask(kTaskEigen));
   const auto newest = [this] {
     const QStringList kept = QDir(folder).entryList({"*.qmx"}, QDir::Files, QDir::Name);
-    std::ifstream file((folder + "/" + kept.last()).toStdString(), std::ios::binary);
+    std::ifstream file((folder + kept.last()).toStdString(), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
   };
   QTest::qWait(2500);

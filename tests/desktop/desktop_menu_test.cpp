@@ -5,13 +5,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QMessageBox>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
-#include <cstdlib>
-#include <filesystem>
 
 #include "app/program.h"
 #include "desktop/fake_settings.h"
@@ -105,16 +105,14 @@ TEST_F(DesktopMenuTest, AboutChosenTwicePrintsTwiceOnOneWindow) {
 }
 
 TEST_F(DesktopMenuTest, AssociateRegistersThisProgram) {
-  char home[] = "/tmp/qmx-menu-XXXXXX";
-  ASSERT_NE(mkdtemp(home), nullptr);
-  setenv("XDG_DATA_HOME", home, 1);
-  setenv("XDG_CONFIG_HOME", home, 1);
+  const QTemporaryDir home;
+  for (const char* folder : {"XDG_DATA_HOME", "XDG_CONFIG_HOME"})
+    qputenv(folder, home.path().toUtf8());
   ASSERT_TRUE(program_.Start(""));
   Choose("mnuAssociate");
-  EXPECT_TRUE(std::filesystem::exists(std::string(home) + "/applications/orvane.desktop"));
-  EXPECT_TRUE(std::filesystem::exists(std::string(home) + "/mimeapps.list"));
+  EXPECT_TRUE(QFile::exists(home.filePath("applications/orvane.desktop")));
+  EXPECT_TRUE(QFile::exists(home.filePath("mimeapps.list")));
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  std::filesystem::remove_all(home);
 }
 
 TEST_F(DesktopMenuTest, CommaAsksBeforeAnyWindowAndYesLastsUntilTheEnd) {

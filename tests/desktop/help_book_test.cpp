@@ -3,9 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTemporaryDir>
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 
 #include "desktop/help_page.h"
@@ -91,9 +90,8 @@ TEST_F(HelpBookTest, PagesNamedAfterTheWordComeFirst) {
 TEST(HelpBook, MissingOrForeignFileOpensNothing) {
   EXPECT_EQ(HelpBook::Open("/no/such/file.chm"), nullptr);
   EXPECT_EQ(HelpBook::Open("/"), nullptr);
-  char name[] = "/tmp/qmx-help-XXXXXX";
-  ASSERT_NE(mkdtemp(name), nullptr);
-  const std::string file = std::string(name) + "/qmx.chm";
+  const QTemporaryDir folder;
+  const std::string file = folder.filePath("qmx.chm").toStdString();
   std::ofstream(file) << "ITSF and then nothing of the kind";
   EXPECT_EQ(HelpBook::Open(file), nullptr);
   std::ifstream whole(QMX_HELP_FILE, std::ios::binary);
@@ -101,7 +99,6 @@ TEST(HelpBook, MissingOrForeignFileOpensNothing) {
   whole.read(start.data(), 4000);
   std::ofstream(file, std::ios::binary) << start;
   EXPECT_EQ(HelpBook::Open(file), nullptr);
-  std::filesystem::remove_all(name);
 }
 
 }  // namespace

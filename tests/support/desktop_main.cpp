@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <QSettings>
 #include <QTemporaryDir>
 
 #include "app/application.h"
@@ -14,9 +15,13 @@ int main(int argc, char** argv) {
   const QTemporaryDir home;
   for (const char* folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
     qputenv(folder, home.path().toUtf8());
+  qputenv("LOCALAPPDATA", home.path().toUtf8());
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.path());
   // A run that is to be killed leaves its state where another one finds it.
-  if (qEnvironmentVariableIsSet("QMX_TEST_STATE"))
-    qputenv("XDG_STATE_HOME", qgetenv("QMX_TEST_STATE"));
+  if (qEnvironmentVariableIsSet("QMX_TEST_STATE")) {
+    for (const char* folder : {"XDG_STATE_HOME", "LOCALAPPDATA"})
+      qputenv(folder, qgetenv("QMX_TEST_STATE"));
+  }
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
     qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + qmx::test::SourceFolder() +
                                 "/tests/support/small_screen.json")

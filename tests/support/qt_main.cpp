@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QSettings>
 #include <QTemporaryDir>
 
 // Tests of windows need no display: the offscreen platform serves unless another one is asked for.
@@ -11,6 +12,8 @@ int main(int argc, char** argv) {
   const QTemporaryDir home;
   for (const char* folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
     qputenv(folder, home.path().toUtf8());
+  qputenv("LOCALAPPDATA", home.path().toUtf8());
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, home.path());
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
