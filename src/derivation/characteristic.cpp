@@ -33,18 +33,6 @@ class WholeMatrix {
   Whole denominator_;
 };
 
-class WholePolynomial {
- public:
-  WholePolynomial() { fmpz_poly_init(value_); }
-  WholePolynomial(const WholePolynomial&) = delete;
-  WholePolynomial& operator=(const WholePolynomial&) = delete;
-  ~WholePolynomial() { fmpz_poly_clear(value_); }
-  fmpz_poly_struct* Get() { return value_; }
-
- private:
-  fmpz_poly_t value_;
-};
-
 class WholeFactors {
  public:
   explicit WholeFactors(fmpz_poly_struct* polynomial) {
@@ -92,6 +80,12 @@ Rational RationalPolynomial::Coefficient(int exponent) const {
   Rational coefficient;
   fmpq_poly_get_coeff_fmpq(coefficient.Get(), value_, exponent);
   return coefficient;
+}
+
+Rational RootOfLinear(const RationalPolynomial& linear) {
+  Rational root = linear.Coefficient(0);
+  fmpq_neg(root.Get(), root.Get());
+  return root;
 }
 
 bool IsWithinReach(const ExactMatrix& A) {

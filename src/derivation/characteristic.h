@@ -35,12 +35,29 @@ class RationalPolynomial {
   fmpq_poly_t value_;
 };
 
+/// A polynomial with whole coefficients.
+class WholePolynomial {
+ public:
+  WholePolynomial() { fmpz_poly_init(value_); }
+  WholePolynomial(const WholePolynomial&) = delete;
+  WholePolynomial& operator=(const WholePolynomial&) = delete;
+  ~WholePolynomial() { fmpz_poly_clear(value_); }
+  fmpz_poly_struct* Get() { return value_; }
+  const fmpz_poly_struct* Get() const { return value_; }
+
+ private:
+  fmpz_poly_t value_;
+};
+
 /// A polynomial that cannot be divided any further over the rational numbers, with leading
 /// coefficient 1, and how often it is a factor.
 struct PolynomialFactor {
   RationalPolynomial polynomial;
   int multiplicity = 1;
 };
+
+/// The root of a polynomial of degree 1 with leading coefficient 1.
+Rational RootOfLinear(const RationalPolynomial& linear);
 
 /// det(λ·I - A) and its factors: those of lower degree first, of the same degree in the order of
 /// their roots as far as these are rational.

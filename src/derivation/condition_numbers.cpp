@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <arb.h>
-
 #include <optional>
 #include <utility>
 
@@ -10,6 +8,7 @@
 #include "derivation/reduced_form.h"
 #include "derivation/rounded.h"
 #include "derivation/shown.h"
+#include "proof/ball.h"
 
 namespace qmx {
 namespace {
@@ -94,23 +93,19 @@ std::string CommonText(const Rational& lower, const Rational& upper) {
 
 /// √(upper / lower) for the ends of two enclosures; empty where they do not tell it.
 std::string RatioText(const LargestRoot& largest, const LargestRoot& inverseLeast, slong bits) {
-  const auto product = [bits](const Rational& one, const Rational& other, arb_t root) {
+  const auto rootOfProduct = [bits](const Rational& one, const Rational& other) {
     Rational value;
     fmpq_mul(value.Get(), one.Get(), other.Get());
+    Ball root;
     arb_set_fmpq(root, value.Get(), bits);
     arb_sqrt(root, root, bits);
+    return root;
   };
-  arb_t lower;
-  arb_t upper;
-  arb_init(lower);
-  arb_init(upper);
-  product(largest.Lower(), inverseLeast.Lower(), lower);
-  product(largest.Upper(), inverseLeast.Upper(), upper);
-  arb_union(lower, lower, upper, bits);
-  std::string text = RoundedText(lower);
-  arb_clear(lower);
-  arb_clear(upper);
-  return text;
+  const Ball lower = rootOfProduct(largest.Lower(), inverseLeast.Lower());
+  const Ball upper = rootOfProduct(largest.Upper(), inverseLeast.Upper());
+  Ball both;
+  arb_union(both, lower, upper, bits);
+  return RoundedText(both);
 }
 
 Rational Reciprocal(const Rational& value) {
@@ -126,8 +121,7 @@ void AddExact(const CharacteristicPolynomial& characteristic, const LargestRoot&
   std::optional<Rational> largest;
   for (const PolynomialFactor& factor : characteristic.factors) {
     if (factor.polynomial.Degree() != 1) continue;
-    Rational root = factor.polynomial.Coefficient(0);
-    fmpq_neg(root.Get(), root.Get());
+    const Rational root = RootOfLinear(factor.polynomial);
     const int above = roots.CountAbove(root);
     if (above == 0) largest = root;
     if (above + factor.multiplicity == characteristic.polynomial.Degree()) least = root;

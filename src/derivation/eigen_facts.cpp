@@ -45,7 +45,7 @@ int EigenspaceDimension(const PolynomialFactor& factor, const ExactMatrix& A,
 }
 
 Name NameOf(int first, const FoundRoot& root) {
-  return {"λ", CStr(first) + (root.IsPair() ? "," + CStr(first + 1) : "")};
+  return {"λ", CStr(first) + (root.isPair ? "," + CStr(first + 1) : "")};
 }
 
 /// "= 2", "≈ 1.5", and how it comes about where that is one step.
@@ -79,7 +79,7 @@ std::vector<Eigenvalue> AllOf(const CharacteristicPolynomial& characteristic, Sc
       line.isFormula = true;
       AppendValue(line, root);
       scribe.Add(std::move(line));
-      number += root.IsPair() ? 2 : 1;
+      number += root.isPair ? 2 : 1;
       all.push_back({std::move(root), &factor});
     }
   }
@@ -90,7 +90,7 @@ void TellMultiplicities(const std::vector<Eigenvalue>& all, const ExactMatrix& A
   const bool hasMultiple = std::ranges::any_of(
       all, [](const Eigenvalue& value) { return value.factor->multiplicity > 1; });
   const bool hasPairs =
-      std::ranges::any_of(all, [](const Eigenvalue& value) { return value.root.IsPair(); });
+      std::ranges::any_of(all, [](const Eigenvalue& value) { return value.root.isPair; });
   const std::string diagonal =
       hasPairs ? "A can be made diagonal with complex numbers." : "A can be made diagonal.";
   if (!hasMultiple) {
@@ -108,7 +108,7 @@ void TellMultiplicities(const std::vector<Eigenvalue>& all, const ExactMatrix& A
     isDiagonal = isDiagonal && dimension == value.factor->multiplicity;
     table.rows.push_back({MakeLine(NameOf(number, value.root)),
                           MakeLine(value.factor->multiplicity), MakeLine(dimension)});
-    number += value.root.IsPair() ? 2 : 1;
+    number += value.root.isPair ? 2 : 1;
   }
   scribe.Add(std::move(table));
   scribe.Say(isDiagonal ? "Each has as many eigenvectors as its multiplicity: " + diagonal

@@ -2,35 +2,21 @@
 #include "derivation/largest_root.h"
 
 namespace qmx {
-namespace {
-
-Rational PowerOfTwo(slong exponent) {
-  Rational power(1);
-  if (exponent >= 0) {
-    fmpq_mul_2exp(power.Get(), power.Get(), static_cast<ulong>(exponent));
-  } else {
-    fmpq_div_2exp(power.Get(), power.Get(), static_cast<ulong>(-exponent));
-  }
-  return power;
-}
-
-}  // namespace
-
 LargestRoot::LargestRoot(const RationalPolynomial& polynomial, bool isReversed,
                          const DerivationLook& look)
     : look_(look) {
-  fmpz_poly_init(polynomial_);
-  fmpq_poly_get_numerator(polynomial_, polynomial.Get());
-  if (isReversed) fmpz_poly_reverse(polynomial_, polynomial_, fmpz_poly_length(polynomial_));
+  fmpz_poly_struct* own = polynomial_.Get();
+  fmpq_poly_get_numerator(own, polynomial.Get());
+  if (isReversed) fmpz_poly_reverse(own, own, fmpz_poly_length(own));
   FindPower();
 }
 
 int LargestRoot::CountAbove(const Rational& number) const {
   if (look_) look_();
   // v^n · p((x + u) / v) for number = u / v
-  fmpz_poly_t shifted;
-  fmpz_poly_init(shifted);
-  fmpz_poly_set(shifted, polynomial_);
+  WholePolynomial copy;
+  fmpz_poly_struct* shifted = copy.Get();
+  fmpz_poly_set(shifted, polynomial_.Get());
   Whole power;
   fmpz_one(power.Get());
   for (slong k = fmpz_poly_degree(shifted); k >= 0; --k) {
@@ -46,13 +32,12 @@ int LargestRoot::CountAbove(const Rational& number) const {
     if (sign != 0 && last != 0 && sign != last) ++changes;
     if (sign != 0) last = sign;
   }
-  fmpz_poly_clear(shifted);
   return changes;
 }
 
 void LargestRoot::FindPower() {
   Whole bound;
-  fmpz_poly_bound_roots(bound.Get(), polynomial_);
+  fmpz_poly_bound_roots(bound.Get(), polynomial_.Get());
   auto upper = static_cast<slong>(fmpz_bits(bound.Get()));
   // In steps that double, to a power of two that is below; then between the two.
   slong step = 1;

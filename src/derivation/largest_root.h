@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <flint/fmpz_poly.h>
-
 #include "derivation/characteristic.h"
 #include "derivation/derivation.h"
 
@@ -15,9 +13,6 @@ class LargestRoot {
  public:
   /// `isReversed`: the polynomial whose roots are the reciprocals.
   LargestRoot(const RationalPolynomial& polynomial, bool isReversed, const DerivationLook& look);
-  LargestRoot(const LargestRoot&) = delete;
-  LargestRoot& operator=(const LargestRoot&) = delete;
-  ~LargestRoot() { fmpz_poly_clear(polynomial_); }
 
   /// Halves the enclosure until it is narrower than 2^-bits of the root.
   void Narrow(int bits);
@@ -30,7 +25,7 @@ class LargestRoot {
  private:
   void FindPower();
 
-  fmpz_poly_t polynomial_;
+  WholePolynomial polynomial_;
   DerivationLook look_;
   Rational lower_;
   Rational upper_;  ///< No root lies above; the largest one lies above lower_.

@@ -20,15 +20,6 @@ bool IsFinite(const Matrix& A) {
   return std::all_of(A.Data(), A.Data() + A.Size(), [](double x) { return std::isfinite(x); });
 }
 
-/// The elements as the decimals that a grid shows. All are finite.
-void TakeShown(const Matrix& A, ExactMatrix& exact) {
-  for (int i = 1; i <= A.Rows(); ++i) {
-    for (int j = 1; j <= A.Cols(); ++j) {
-      fmpq_set(exact.At(i, j), TracedElement(A(i, j)).exact.Get());
-    }
-  }
-}
-
 void SayHowItIsRead(Scribe& scribe) {
   scribe.Say(
       "Every element is read as the decimal number that its grid shows, and all is computed with "
@@ -80,8 +71,7 @@ Document MoreAboutMatrix(const Matrix& A, const DerivationLook& look) {
   const bool isRead =
       A.Size() > 0 && std::max(A.Rows(), A.Cols()) <= kMostLookedInto && IsFinite(A);
   ExactMatrix exact(isRead ? A.Rows() : 0, isRead ? A.Cols() : 0);
-  if (isRead) TakeShown(A, exact);
-  if (!isRead || !IsWithinReach(exact)) {
+  if (!isRead || !TakeExact(ElementsOf<Traced>(A), exact) || !IsWithinReach(exact)) {
     SayLeftOut(A, scribe);
     return document;
   }

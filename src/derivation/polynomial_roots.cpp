@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "derivation/polynomial_roots.h"
 
+#include <acb.h>
 #include <arb_fmpz_poly.h>
 
 #include <utility>
 
 #include "derivation/rounded.h"
+#include "proof/ball.h"
 
 namespace qmx {
 namespace {
@@ -18,18 +20,30 @@ void LookAt(const DerivationLook& look) {
   if (look) look();
 }
 
-/// A number with its error.
-class Ball {
+/// Complex numbers with their errors.
+class Enclosures {
  public:
-  Ball() { arb_init(value_); }
-  Ball(const Ball&) = delete;
-  Ball& operator=(const Ball&) = delete;
-  ~Ball() { arb_clear(value_); }
-  arb_struct* Get() { return value_; }
+  explicit Enclosures(int count) : count_(count), values_(_acb_vec_init(count)) {}
+  Enclosures(const Enclosures&) = delete;
+  Enclosures& operator=(const Enclosures&) = delete;
+  ~Enclosures() { _acb_vec_clear(values_, count_); }
+  int Count() const { return count_; }
+  acb_struct* Get() { return values_; }
+  acb_struct* At(int k) { return values_ + k; }
 
  private:
-  arb_t value_;
+  int count_;
+  acb_struct* values_;
 };
+
+/// All roots of a polynomial without multiple ones, each enclosed apart from the others and to at
+/// least so many bits: the real ones in ascending order, then the pairs, each with the one above
+/// the real axis first.
+void EncloseRoots(const RationalPolynomial& polynomial, slong bits, Enclosures& roots) {
+  WholePolynomial whole;
+  fmpq_poly_get_numerator(whole.Get(), polynomial.Get());
+  arb_fmpz_poly_complex_roots(roots.Get(), whole.Get(), 0, bits);
+}
 
 /// True if only even powers occur, so that with every root its negative is one.
 bool IsEven(const RationalPolynomial& polynomial) {
@@ -56,29 +70,9 @@ bool IsOnImaginaryAxis(Enclosures& roots, int k) {
 FoundRoot RationalRoot(const RationalPolynomial& linear) {
   FoundRoot root;
   root.kind = FoundRoot::Kind::kRational;
-  root.center = linear.Coefficient(0);
-  fmpq_neg(root.center.Get(), root.center.Get());
+  root.center = RootOfLinear(linear);
   root.real = RoundedText(root.center);
   return root;
-}
-
-/// center ± √square, in decimals.
-std::string DecimalsOf(const Rational& center, const Rational& square, bool isUpper) {
-  Ball root;
-  Ball sum;
-  for (slong bits = kFirstBits; bits <= kMostBits; bits *= 2) {
-    arb_set_fmpq(root.Get(), square.Get(), bits);
-    arb_sqrt(root.Get(), root.Get(), bits);
-    arb_set_fmpq(sum.Get(), center.Get(), bits);
-    if (isUpper) {
-      arb_add(sum.Get(), sum.Get(), root.Get(), bits);
-    } else {
-      arb_sub(sum.Get(), sum.Get(), root.Get(), bits);
-    }
-    std::string text = RoundedText(sum.Get());
-    if (!text.empty()) return text;
-  }
-  return {};
 }
 
 /// λ² + p·λ + q = 0  ->  -p/2 ± √(p²/4 - q)
@@ -93,14 +87,15 @@ std::vector<FoundRoot> QuadraticRoots(const RationalPolynomial& quadratic) {
   if (root.square.Sign() < 0) {
     Rational magnitude = root.square;
     fmpq_neg(magnitude.Get(), magnitude.Get());
+    root.isPair = true;
     root.real = RoundedText(root.center);
-    root.imaginary = DecimalsOf(Rational(), magnitude, true);
+    root.imaginary = RootText(Rational(), magnitude, true);
     return {root};
   }
   FoundRoot lower = root;
   lower.isUpper = false;
-  lower.real = DecimalsOf(root.center, root.square, false);
-  root.real = DecimalsOf(root.center, root.square, true);
+  lower.real = RootText(root.center, root.square, false);
+  root.real = RootText(root.center, root.square, true);
   return {lower, root};
 }
 
@@ -110,13 +105,13 @@ bool WriteDecimals(Enclosures& enclosed, bool isEven, std::vector<FoundRoot>& fo
   bool isWhole = true;
   for (int k = 0; k < enclosed.Count(); ++k) {
     FoundRoot root;
-    const bool isReal = arb_is_zero(acb_imagref(enclosed.At(k))) != 0;
-    const bool isOnAxis = !isReal && isEven && IsOnImaginaryAxis(enclosed, k);
+    root.isPair = arb_is_zero(acb_imagref(enclosed.At(k))) == 0;
+    const bool isOnAxis = root.isPair && isEven && IsOnImaginaryAxis(enclosed, k);
     root.real = isOnAxis ? "0" : RoundedText(acb_realref(enclosed.At(k)));
-    if (!isReal) root.imaginary = RoundedText(acb_imagref(enclosed.At(k)));
-    isWhole = isWhole && !root.real.empty() && (isReal || !root.imaginary.empty());
+    if (root.isPair) root.imaginary = RoundedText(acb_imagref(enclosed.At(k)));
+    isWhole = isWhole && !root.real.empty() && (!root.isPair || !root.imaginary.empty());
     // The other one of a pair comes next.
-    if (!isReal) ++k;
+    if (root.isPair) ++k;
     found.push_back(std::move(root));
   }
   return isWhole;
@@ -124,12 +119,22 @@ bool WriteDecimals(Enclosures& enclosed, bool isEven, std::vector<FoundRoot>& fo
 
 }  // namespace
 
-void EncloseRoots(const RationalPolynomial& polynomial, slong bits, Enclosures& roots) {
-  fmpz_poly_t whole;
-  fmpz_poly_init(whole);
-  fmpq_poly_get_numerator(whole, polynomial.Get());
-  arb_fmpz_poly_complex_roots(roots.Get(), whole, 0, bits);
-  fmpz_poly_clear(whole);
+std::string RootText(const Rational& center, const Rational& square, bool isUpper) {
+  Ball root;
+  Ball sum;
+  for (slong bits = kFirstBits; bits <= kMostBits; bits *= 2) {
+    arb_set_fmpq(root, square.Get(), bits);
+    arb_sqrt(root, root, bits);
+    arb_set_fmpq(sum, center.Get(), bits);
+    if (isUpper) {
+      arb_add(sum, sum, root, bits);
+    } else {
+      arb_sub(sum, sum, root, bits);
+    }
+    std::string text = RoundedText(sum);
+    if (!text.empty()) return text;
+  }
+  return {};
 }
 
 std::vector<FoundRoot> RootsOf(const RationalPolynomial& irreducible, const DerivationLook& look) {

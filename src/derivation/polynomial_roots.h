@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <acb.h>
-
 #include <string>
 #include <vector>
 
@@ -10,27 +8,6 @@
 #include "derivation/derivation.h"
 
 namespace qmx {
-
-/// Complex numbers with their errors.
-class Enclosures {
- public:
-  explicit Enclosures(int count) : count_(count), values_(_acb_vec_init(count)) {}
-  Enclosures(const Enclosures&) = delete;
-  Enclosures& operator=(const Enclosures&) = delete;
-  ~Enclosures() { _acb_vec_clear(values_, count_); }
-  int Count() const { return count_; }
-  acb_struct* Get() { return values_; }
-  acb_struct* At(int k) { return values_ + k; }
-
- private:
-  int count_;
-  acb_struct* values_;
-};
-
-/// All roots of a polynomial without multiple ones, each enclosed apart from the others and to at
-/// least so many bits: the real ones in ascending order, then the pairs, each with the one above
-/// the real axis first.
-void EncloseRoots(const RationalPolynomial& polynomial, slong bits, Enclosures& roots);
 
 /// A root of an irreducible polynomial. Of a pair of complex ones it stands for both.
 struct FoundRoot {
@@ -44,12 +21,14 @@ struct FoundRoot {
   Rational center;
   Rational square;
   bool isUpper = true;  ///< + for a real one of a quadratic polynomial.
-  /// Decimals of which every digit holds; `imaginary`, above zero, is empty for a real root.
+  bool isPair = false;
+  /// Decimals of which every digit holds; empty where they are not found.
   std::string real;
-  std::string imaginary;
-
-  bool IsPair() const { return !imaginary.empty(); }
+  std::string imaginary;  ///< Above zero, of a pair alone.
 };
+
+/// center ± √square in decimals of which every digit holds; empty where they are not found.
+std::string RootText(const Rational& center, const Rational& square, bool isUpper);
 
 /// The roots of an irreducible polynomial, the real ones in ascending order before the others.
 std::vector<FoundRoot> RootsOf(const RationalPolynomial& irreducible, const DerivationLook& look);

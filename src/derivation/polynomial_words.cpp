@@ -36,25 +36,10 @@ ShownNumber RootOfMagnitude(const Rational& square) {
   return shown;
 }
 
-std::string RootDecimals(const Rational& square) {
-  Rational magnitude = square;
-  fmpq_abs(magnitude.Get(), magnitude.Get());
-  for (slong bits = 96; bits <= 6144; bits *= 2) {
-    arb_t root;
-    arb_init(root);
-    arb_set_fmpq(root, magnitude.Get(), bits);
-    arb_sqrt(root, root, bits);
-    std::string text = RoundedText(root);
-    arb_clear(root);
-    if (!text.empty()) return text;
-  }
-  return {};
-}
-
 void AppendQuadratic(Line& line, const FoundRoot& root) {
-  const bool isComplex = root.IsPair();
+  const bool isComplex = root.isPair;
   ShownNumber radical = RootOfMagnitude(root.square);
-  const std::string decimals = isComplex ? root.imaginary : RootDecimals(root.square);
+  const std::string decimals = isComplex ? root.imaginary : RootText(Rational(), root.square, true);
   radical.decimal = decimals;
   radical.held = decimals.size();
   if (!root.center.IsZero()) line.pieces.emplace_back(ShowRounded(root.center));
@@ -107,18 +92,7 @@ Line DeterminantOfLambda() {
   return line;
 }
 
-}  // namespace
-
-void AppendPolynomial(Line& line, const RationalPolynomial& polynomial) {
-  bool isFirst = true;
-  for (int k = polynomial.Degree(); k >= 0; --k) {
-    Rational coefficient = polynomial.Coefficient(k);
-    if (coefficient.IsZero()) continue;
-    AppendTermOf(line, std::move(coefficient), k, isFirst);
-    isFirst = false;
-  }
-}
-
+/// Adds the product of the factors, each in parentheses: (λ - 2)²·(λ² + 1).
 void AppendFactors(Line& line, const std::vector<PolynomialFactor>& factors) {
   for (std::size_t k = 0; k < factors.size(); ++k) {
     if (k > 0) line.pieces.emplace_back(Operator{"·"});
@@ -135,6 +109,18 @@ void AppendFactors(Line& line, const std::vector<PolynomialFactor>& factors) {
   }
 }
 
+}  // namespace
+
+void AppendPolynomial(Line& line, const RationalPolynomial& polynomial) {
+  bool isFirst = true;
+  for (int k = polynomial.Degree(); k >= 0; --k) {
+    Rational coefficient = polynomial.Coefficient(k);
+    if (coefficient.IsZero()) continue;
+    AppendTermOf(line, std::move(coefficient), k, isFirst);
+    isFirst = false;
+  }
+}
+
 void AppendRoot(Line& line, const FoundRoot& root) {
   if (root.kind == FoundRoot::Kind::kRational) {
     line.pieces.emplace_back(ShowRounded(root.center));
@@ -144,7 +130,7 @@ void AppendRoot(Line& line, const FoundRoot& root) {
     AppendQuadratic(line, root);
     return;
   }
-  if (!root.IsPair()) {
+  if (!root.isPair) {
     line.pieces.emplace_back(ShowDigits(root.real));
     return;
   }

@@ -11,9 +11,6 @@ namespace qmx {
 /// Adds λ² - 5·λ + 6 to a line, powers falling.
 void AppendPolynomial(Line& line, const RationalPolynomial& polynomial);
 
-/// Adds the product of the factors, each in parentheses: (λ - 2)²·(λ² + 1).
-void AppendFactors(Line& line, const std::vector<PolynomialFactor>& factors);
-
 /// Adds a root or a pair of them: 2, 3/2 - √5/2 ≈ 0.381966011250105, 1 ± 2·i.
 void AppendRoot(Line& line, const FoundRoot& root);
 

@@ -33,6 +33,16 @@ Rational PowerOfTen(slong exponent) {
   return power;
 }
 
+Rational PowerOfTwo(slong exponent) {
+  Rational power(1);
+  if (exponent >= 0) {
+    fmpq_mul_2exp(power.Get(), power.Get(), static_cast<ulong>(exponent));
+  } else {
+    fmpq_div_2exp(power.Get(), power.Get(), static_cast<ulong>(-exponent));
+  }
+  return power;
+}
+
 std::optional<WrittenNumber> ReadWritten(std::string_view text) {
   const bool isNegative = text.starts_with('-');
   if (isNegative) text.remove_prefix(1);

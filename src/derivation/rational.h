@@ -61,6 +61,8 @@ class Whole {
 
 /// 10^exponent.
 Rational PowerOfTen(slong exponent);
+/// 2^exponent.
+Rational PowerOfTwo(slong exponent);
 
 /// A number as a text writes it: digits · 10^exponent.
 struct WrittenNumber {

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "derivation/rounded.h"
 
-#include <memory>
-
 #include "base/number_text.h"
 #include "derivation/shown.h"
+#include "proof/ball.h"
 #include "proof/held_digits.h"
 
 namespace qmx {
@@ -20,12 +19,6 @@ void RoundAt(const Rational& value, slong places, fmpz* rounded) {
   fmpz_mul_2exp(rounded, scaled.Numerator(), 1);
   fmpz_add(rounded, rounded, scaled.Denominator());
   fmpz_fdiv_q(rounded, rounded, below.Get());
-}
-
-std::string TextOf(const fmpz* number) {
-  const std::unique_ptr<char, decltype(&flint_free)> text(fmpz_get_str(nullptr, 10, number),
-                                                          &flint_free);
-  return text.get();
 }
 
 /// The power of ten of the first digit of a positive value, or one less.
@@ -65,8 +58,8 @@ std::string RoundedText(const Rational& value) {
   for (;; ++leading) {
     Whole rounded;
     RoundAt(magnitude, kWideDigits - 1 - leading, rounded.Get());
-    digits = TextOf(rounded.Get());
-    if (digits.size() <= kWideDigits) break;
+    digits = Digits(rounded.Get(), kWideDigits);
+    if (!digits.empty()) break;
   }
   return (value.Sign() < 0 ? "-" : "") + Laid(std::move(digits), leading);
 }
@@ -80,21 +73,14 @@ std::string RoundedText(const arb_t enclosure) {
   Whole upper;
   Whole power;
   constexpr slong kEnoughBits = 256;
-  arb_t rounded;
-  arb_init(rounded);
+  Ball rounded;
   arb_set_round(rounded, enclosure, kEnoughBits);
   arb_get_interval_fmpz_2exp(lower.Get(), upper.Get(), power.Get(), rounded);
-  arb_clear(rounded);
   if (fmpz_cmpabs(power.Get(), Rational(kMostPower).Numerator()) > 0) return {};
-  const slong exponent = fmpz_get_si(power.Get());
-  const auto textOf = [exponent](const fmpz* end) {
+  const Rational unit = PowerOfTwo(fmpz_get_si(power.Get()));
+  const auto textOf = [&unit](const fmpz* end) {
     Rational value;
-    fmpq_set_fmpz(value.Get(), end);
-    if (exponent >= 0) {
-      fmpq_mul_2exp(value.Get(), value.Get(), static_cast<ulong>(exponent));
-    } else {
-      fmpq_div_2exp(value.Get(), value.Get(), static_cast<ulong>(-exponent));
-    }
+    fmpq_mul_fmpz(value.Get(), unit.Get(), end);
     return RoundedText(value);
   };
   std::string text = textOf(lower.Get());
