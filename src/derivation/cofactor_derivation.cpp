@@ -20,11 +20,11 @@ ShownMatrix ShowMinor(const Elements<Traced>& A, int i, int j) {
   return minor;
 }
 
-Traced MinorValue(const Elements<Traced>& A, int i, int j) {
+Traced MinorValue(const Scribe& scribe, const Elements<Traced>& A, int i, int j) {
   Elements<Traced> minor = plain::MinorOf(A, i, j);
-  plain::NoWatcher unheard;
+  plain::LookingWatcher watcher([&scribe] { scribe.Look(); });
   int exchanges = 0;
-  return plain::Determinant(minor, unheard, exchanges);
+  return plain::Determinant(minor, watcher, exchanges);
 }
 
 /// C(i,j) = ± minor = value
@@ -65,7 +65,7 @@ Elements<Traced> AllCofactors(Scribe& scribe, const Elements<Traced>& A, bool is
   for (int i = 1; i <= n; ++i) {
     for (int j = 1; j <= n; ++j) {
       scribe.Look();
-      adjoint(j, i) = plain::CofactorOf(MinorValue(A, i, j), i, j);
+      adjoint(j, i) = plain::CofactorOf(MinorValue(scribe, A, i, j), i, j);
       if (isTold) ShowCofactor(scribe, A, i, j, adjoint(j, i));
     }
   }

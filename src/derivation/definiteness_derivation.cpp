@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <optional>
+#include <string>
 
 #include "algorithms/definiteness.h"
 #include "derivation/elimination_teller.h"
@@ -11,6 +12,8 @@
 
 namespace qmx {
 namespace {
+
+std::string HeadingOf(int order) { return "The leading minor of order " + CStr(order); }
 
 /// Tells the elimination that grows row by row.
 class MinorTeller {
@@ -31,7 +34,7 @@ class MinorTeller {
 
  private:
   ShownMatrix Now() const;
-  void Part(Elements<Traced>& W, const Traced& pivot);
+  void PartAt(Elements<Traced>& W, const Traced& pivot, int row);
   /// Of a large matrix the first columns of a row that joins are told.
   bool TellsColumn(int column) const {
     return isTold_ && (choice_.IsFull() || column <= kFullOrder);
@@ -51,20 +54,18 @@ void MinorTeller::OnRow(int row) {
   scribe_.Look();
   isTold_ = choice_.Tells(row);
   if (!isTold_) {
-    if (row == 3) {
-      scribe_.Step("Rows 3 to " + CStr(W_.Rows() - 2));
-      scribe_.Say("These ", W_.Rows() - 4, " steps are left out here.");
+    if (choice_.BeginsGap(row)) {
+      scribe_.Step("Rows " + CStr(row) + " to " + CStr(row + choice_.LeftOut() - 1));
+      scribe_.Say("These ", choice_.LeftOut(), " steps are left out here.");
     }
     return;
   }
-  scribe_.Step("The leading minor of order " + CStr(row));
+  scribe_.Step(HeadingOf(row));
   scribe_.Say("Row ", row, " joins the rows above it.");
 }
 
-void MinorTeller::Part(Elements<Traced>& W, const Traced& pivot) {
-  if (!PartsAtZero(pivot)) return;
-  TellParting(scribe_, pivot);
-  ForgetExact(W);
+void MinorTeller::PartAt(Elements<Traced>& W, const Traced& pivot, int row) {
+  Part(scribe_, pivot, isTold_, HeadingOf(row), W);
 }
 
 void MinorTeller::OnPivot(Elements<Traced>& W, int row, int column, bool isNewRow) {
@@ -77,7 +78,7 @@ void MinorTeller::OnPivot(Elements<Traced>& W, int row, int column, bool isNewRo
     scribe_.Say("Column ", column, ": " + who + " has the larger magnitude and is the pivot, ",
                 pivot, ".");
   }
-  Part(W, pivot);
+  PartAt(W, pivot, row);
 }
 
 void MinorTeller::OnNoPivot(Elements<Traced>& W, int row, int column) {
@@ -86,8 +87,8 @@ void MinorTeller::OnNoPivot(Elements<Traced>& W, int row, int column) {
     scribe_.Say("Column ", column, ": the diagonal and row ", row, " are both 0. The rest of row ",
                 row, " stays as it is.");
   }
-  Part(W, W(column, column));
-  Part(W, W(row, column));
+  PartAt(W, W(column, column), row);
+  PartAt(W, W(row, column), row);
 }
 
 void MinorTeller::OnExchange(int one, int two) {
@@ -102,12 +103,12 @@ void MinorTeller::OnSubtract(int target, const Traced& factor, int source) {
 }
 
 void MinorTeller::OnMinor(int order, const Traced& minor, int exchanges) {
-  if (order == 1) scribe_.Step("The leading minor of order 1");
+  if (order == 1) scribe_.Step(HeadingOf(1));
   if (isTold_) TellMinor(order, minor, exchanges);
   if (!minor.isKnown) return;
   const std::optional<Rational> exact = ExactDeterminant(start_, order);
   if (!exact || *exact == minor.exact) return;
-  if (!isTold_) scribe_.Step("The leading minor of order " + CStr(order));
+  if (!isTold_) scribe_.Step(HeadingOf(order));
   scribe_.Say(
       "A row above had been left as it was, so that this product is not the minor of order ", order,
       ", which is ", ShowExact(*exact), ". The program goes by the product.");
@@ -119,11 +120,10 @@ void MinorTeller::TellMinor(int order, const Traced& minor, int exchanges) {
   Line line = MakeLine(Name{"d", CStr(order)}, kEquals);
   const bool isWritten = order > 1 && order <= kMostTerms;
   if (isWritten && exchanges % 2 != 0) line.pieces.emplace_back(Sign("−"));
-  for (int k = 1; isWritten && k <= order; ++k) {
-    if (k > 1) line.pieces.emplace_back(Sign("·"));
-    AppendFactor(line, W_(k, k));
+  if (isWritten) {
+    AppendDiagonalProduct(line, W_, order);
+    line.pieces.emplace_back(kEquals);
   }
-  if (isWritten) line.pieces.emplace_back(kEquals);
   line.pieces.emplace_back(Show(minor));
   line.isFormula = true;
   if (isWritten && exchanges == 1) {

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <cmath>
-
 #include "base/arithmetic.h"
 #include "derivation/derivation.h"
 #include "derivation/exact_elements.h"
@@ -21,11 +19,8 @@ bool FactorsFit(const DerivationQuestion& question) {
   for (const Matrix* factor : {&question.a, &question.b}) {
     if (factor->Rows() < n || factor->Cols() < n) return false;
   }
-  if (question.exchanges.Rows() == 0) return true;
-  if (question.exchanges.Rows() < n) return false;
   for (int i = 1; i <= n; ++i) {
-    const double row = std::rint(question.exchanges(i, 1));
-    if (!(row >= 1 && row <= n)) return false;
+    if (RowOfSystem(question, i) == 0) return false;
   }
   return true;
 }

@@ -38,14 +38,7 @@ void TellDiagonalProduct(Scribe& scribe, const Elements<Traced>& W, int exchange
   SaySign(scribe, exchanges);
   if (W.Rows() <= kMostTerms) {
     if (exchanges % 2 != 0) line.pieces.emplace_back(Sign("−"));
-    for (int k = 1; k <= W.Rows(); ++k) {
-      if (k > 1) line.pieces.emplace_back(Sign("·"));
-      if (k > 1 || exchanges % 2 != 0) {
-        AppendFactor(line, W(k, k));
-      } else {
-        line.pieces.emplace_back(Show(W(k, k)));
-      }
-    }
+    AppendDiagonalProduct(line, W, W.Rows());
     if (W.Rows() > 1) line.pieces.emplace_back(kEquals);
   }
   if (W.Rows() != 1) line.pieces.emplace_back(Show(value));

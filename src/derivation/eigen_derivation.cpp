@@ -120,25 +120,22 @@ class LookingProgress final : public Progress {
 
 /// The program's own iteration, watched. Nothing where it ends in a fault, as it did for the
 /// program.
-std::optional<EigenvalueRun> Run(const DerivationQuestion& question, Scribe& scribe,
-                                 CycleRows& rows) {
+std::optional<EigenvalueRun> Run(const DerivationQuestion& question, Scribe& scribe) {
   std::int32_t shiftIndex = question.shiftIndex;
   LookingProgress progress(scribe);
+  CycleRows rows(scribe);
+  std::optional<EigenvalueRun> run;
+  std::string ending;
   ClearArithmeticFaults();
   try {
-    return FindEigenvalues(question.a, question.eigen, shiftIndex, progress, kBlockSizes, &rows);
+    run = FindEigenvalues(question.a, question.eigen, shiftIndex, progress, kBlockSizes, &rows);
   } catch (const RuntimeFault& fault) {
     if (fault.Number() == Fault::kOutOfMemory) throw std::bad_alloc();
-    scribe.Say("The iteration ends with a fault: ", FaultText(fault.Number()), ".");
-    return std::nullopt;
+    ending = FaultText(fault.Number());
   }
-}
-
-/// The root of a factor of degree 1.
-Rational RootOfLinear(const PolynomialFactor& factor) {
-  Rational root = factor.polynomial.Coefficient(0);
-  fmpq_neg(root.Get(), root.Get());
-  return root;
+  if (rows.Count() > 0) scribe.Add(rows.Take());
+  if (!run) scribe.Say("The iteration ends with a fault: ", ending, ".");
+  return run;
 }
 
 /// The rational root that a value found stands for, the closest one; nothing where none is as close
@@ -148,7 +145,7 @@ std::optional<Rational> RootCloseTo(double value, const std::vector<PolynomialFa
   std::optional<Rational> closest;
   for (const PolynomialFactor& factor : factors) {
     if (factor.polynomial.Degree() != 1) continue;
-    Rational root = RootOfLinear(factor);
+    Rational root = RootOfLinear(factor.polynomial);
     const double distance = std::abs(fmpq_get_d(root.Get()) - value);
     if (distance > bound) continue;
     bound = distance;
@@ -204,9 +201,7 @@ std::optional<EigenvalueRun> TellIteration(const DerivationQuestion& question, S
       Computed(question.eigen.shiftReference),
       ", the diagonal is moved by the one that changed least, whose place stands in "
       "parentheses; the moves are added to what is found.");
-  CycleRows rows(scribe);
-  std::optional<EigenvalueRun> run = Run(question, scribe, rows);
-  if (rows.Count() > 0) scribe.Add(rows.Take());
+  std::optional<EigenvalueRun> run = Run(question, scribe);
   // What has settled may be off by as much as the bound that the tolerance is half of.
   if (run) TellFound(scribe, *run, factors, 2 * question.eigen.tolerance);
   return run;
@@ -262,7 +257,7 @@ void TellExactVectors(Scribe& scribe, const Matrix& A, const PolynomialFactor& f
   const int n = A.Rows();
   ExactMatrix shifted(n, n);
   if (!TakeExact(ElementsOf<Traced>(A), shifted)) return;
-  const Rational root = RootOfLinear(factor);
+  const Rational root = RootOfLinear(factor.polynomial);
   for (int i = 1; i <= n; ++i) fmpq_sub(shifted.At(i, i), shifted.At(i, i), root.Get());
   scribe.Part("Eigenvectors of a rational eigenvalue");
   scribe.Say("For ", Name{"λ"}, kEquals, ShowExact(root), " all solutions of ", Sign("("),
@@ -299,8 +294,8 @@ void TellInverseIteration(Scribe& scribe, const DerivationQuestion& question, do
   Elements<Traced> M = ElementsOf<Traced>(question.a, false);
   for (int i = 1; i <= n; ++i) M(i, i).value -= mu;
   scribe.Formula(Name{"λ"}, kEquals, Computed(lambda), Sign(","), Name{"μ"}, kEquals, Computed(mu));
-  plain::NoWatcher unheard;
-  plain::Eliminate(M, {n, n, true, true}, unheard);
+  plain::LookingWatcher watcher([&scribe] { scribe.Look(); });
+  plain::Eliminate(M, {n, n, true, true}, watcher);
   Line line = MakeLine("The pivots of A − μ · I: ");
   const int shown = std::min(n, kFullOrder);
   for (int k = 1; k <= shown; ++k) {

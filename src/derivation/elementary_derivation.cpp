@@ -67,12 +67,8 @@ void DeriveElementwise(const DerivationQuestion& question, Scribe& scribe) {
   scribe.Say(isSum ? "Elements in the same place are added."
                    : "Of each element of A the one of B in the same place is taken off.");
   TellElements(question, question.a.Rows(), question.a.Cols(), scribe, [&](int i, int j) {
-    Line line = MakeLine(Name{isSum ? "s" : "d", IndexText(i, j)}, kEquals, a(i, j), Sign(sign));
-    AppendFactor(line, b(i, j));
-    line.pieces.emplace_back(kEquals);
-    line.pieces.emplace_back(Show(element(i, j)));
-    line.isFormula = true;
-    scribe.Add(std::move(line));
+    scribe.Formula(Name{isSum ? "s" : "d", IndexText(i, j)}, kEquals, a(i, j), Sign(sign), b(i, j),
+                   kEquals, element(i, j));
   });
   ShowThree(question, scribe, sign, element);
 }
@@ -132,7 +128,7 @@ void DeriveTrace(const DerivationQuestion& question, Scribe& scribe) {
     sum = sum + element(k);
     if (n > kMostTerms) continue;
     if (k > 1) line.pieces.emplace_back(Sign("+"));
-    AppendFactor(line, element(k));
+    line.pieces.emplace_back(Show(element(k)));
   }
   if (n <= kMostTerms && n > 0) line.pieces.emplace_back(kEquals);
   line.pieces.emplace_back(Show(sum));

@@ -6,20 +6,22 @@
 #include "derivation/row_words.h"
 
 namespace qmx {
-namespace {
-
-// Of a large matrix so many rows of a step are told one by one.
-constexpr int kMostToldRows = 8;
-
-}  // namespace
 
 void StepChoice::SayLeftOut(Scribe& scribe, int step) const {
-  if (isFull_ || step != kEnds + 1 || steps_ <= 2 * kEnds) return;
-  const int left = steps_ - 2 * kEnds;
+  if (!BeginsGap(step)) return;
+  const int left = LeftOut();
   scribe.Step(left == 1 ? "Column " + CStr(step)
                         : "Columns " + CStr(step) + " to " + CStr(steps_ - kEnds));
   scribe.Say(left == 1 ? "One step like these is left out here."
                        : CStr(left) + " steps like these are left out here.");
+}
+
+void StepChoice::SayRowsLeftOut(Scribe& scribe, int step, bool isFromBelow) const {
+  if (!BeginsGap(step)) return;
+  const int first = kEnds + 1;
+  const int last = steps_ - kEnds;
+  scribe.Say("Rows ", isFromBelow ? last : first, " to ", isFromBelow ? first : last,
+             " are left out here: ", LeftOut(), " steps.");
 }
 
 bool TellParting(Scribe& scribe, const Traced& pivot) {
@@ -33,6 +35,15 @@ bool TellParting(Scribe& scribe, const Traced& pivot) {
     scribe.Say("Without rounding this would not be 0 but ", ShowExact(pivot.exact),
                ". The program goes by its decimals: from here on there are these alone.");
   }
+  return true;
+}
+
+bool Part(Scribe& scribe, const Traced& pivot, bool isTold, const std::string& heading,
+          Elements<Traced>& elements) {
+  if (!PartsAtZero(pivot)) return false;
+  if (!isTold) scribe.Step(heading);
+  TellParting(scribe, pivot);
+  ForgetExact(elements);
   return true;
 }
 
@@ -59,10 +70,7 @@ void EliminationTeller::OnPivot(Elements<Traced>& W, int column, int row) {
   const Traced pivot = W(row, column);
   if (!choice_.IsFull()) pivots_.push_back({column, row, pivot});
   if (isTold_) SayPivot(column, row, pivot);
-  if (column < rows_ && PartsAtZero(pivot)) {
-    if (!isTold_) scribe_.Step("Column " + CStr(column));
-    TellParting(scribe_, pivot);
-    ForgetExact(W);
+  if (column < rows_ && Part(scribe_, pivot, isTold_, "Column " + CStr(column), W)) {
     hasParted_ = true;
   }
 }
@@ -88,10 +96,7 @@ void EliminationTeller::OnNoPivot(Elements<Traced>& W, int column) {
     scribe_.Say("From row ", column, " down column ", column, " is zero", end);
   }
   for (int k = column; k <= rows_; ++k) {
-    if (!PartsAtZero(W(k, column))) continue;
-    if (!isTold_) scribe_.Step("Column " + CStr(column));
-    TellParting(scribe_, W(k, column));
-    ForgetExact(W);
+    if (!Part(scribe_, W(k, column), isTold_, "Column " + CStr(column), W)) continue;
     hasParted_ = true;
     return;
   }

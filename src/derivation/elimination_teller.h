@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,13 @@ class StepChoice {
   /// Of `steps` for a matrix of this order: all, or the first and the last two.
   StepChoice(int steps, int order) : steps_(steps), isFull_(order <= kFullOrder) {}
   bool Tells(int step) const { return isFull_ || step <= kEnds || step > steps_ - kEnds; }
-  /// Says how many are left out, at the first that is.
+  /// True for the first that is left out, where what is left out is said.
+  bool BeginsGap(int step) const { return step == kEnds + 1 && LeftOut() > 0; }
+  int LeftOut() const { return isFull_ ? 0 : std::max(steps_ - 2 * kEnds, 0); }
+  /// Say how many are left out, at the first that is: of the columns of an elimination, or of the
+  /// rows of a substitution.
   void SayLeftOut(Scribe& scribe, int step) const;
+  void SayRowsLeftOut(Scribe& scribe, int step, bool isFromBelow) const;
   bool IsFull() const { return isFull_; }
 
  private:
@@ -25,9 +31,16 @@ class StepChoice {
   bool isFull_;
 };
 
+/// Of a large matrix so many rows of a step are told one by one.
+inline constexpr int kMostToldRows = 8;
+
 /// Tells where the exact value of a pivot and its double do not agree on being zero. True if they
 /// do not: there are no exact values from here on.
 bool TellParting(Scribe& scribe, const Traced& pivot);
+/// The same of a step of `elements`, which are decimals alone from there on; below a heading of its
+/// own where the step is not told.
+bool Part(Scribe& scribe, const Traced& pivot, bool isTold, const std::string& heading,
+          Elements<Traced>& elements);
 
 /// How an elimination is told.
 struct EliminationView {

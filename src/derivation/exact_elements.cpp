@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "derivation/exact_matrix.h"
+#include "derivation/families.h"
 #include "derivation/plain_elimination.h"
 #include "derivation/plain_qr.h"
 #include "derivation/shown.h"
@@ -15,6 +16,8 @@ namespace {
 
 using Answer = std::vector<std::vector<ExactNumber>>;
 
+// Numerators and denominators of elements that grids show have no more digits.
+constexpr int kMostElementDigits = 9;
 // What is expected to take longer is not begun.
 constexpr double kMostSeconds = 1;
 // Measured on one core: a step of an elimination by the library, for each bit that a number has in
@@ -22,8 +25,9 @@ constexpr double kMostSeconds = 1;
 constexpr double kSecondsPerBit = 5e-10;
 constexpr double kSecondsPerTracedBit = 4e-10;
 constexpr double kSecondsPerTracedStep = 3e-7;
-constexpr double kSecondsPerProduct = 3e-7;
 constexpr double kSecondsPerElement = 3e-6;
+// A sum of products may have the numerator of one and the denominator of another.
+constexpr double kBitsOfSum = 2;
 // The adjoint of a singular matrix is made of so many rows of cofactors.
 constexpr int kMostCofactorOrder = 12;
 
@@ -31,12 +35,13 @@ void Look(const DerivationLook& look) {
   if (look) look();
 }
 
-/// The elements as their grids show them; nothing for one that is not finite.
-std::optional<Elements<Traced>> Read(const Matrix& A, const DerivationLook& look) {
-  Elements<Traced> elements(A.Rows(), A.Cols());
-  for (int i = 1; i <= A.Rows(); ++i) {
+/// The leading block as its grid shows it; nothing where an element is not finite.
+std::optional<Elements<Traced>> Read(const Matrix& A, int rows, int cols,
+                                     const DerivationLook& look) {
+  Elements<Traced> elements(rows, cols);
+  for (int i = 1; i <= rows; ++i) {
     Look(look);
-    for (int j = 1; j <= A.Cols(); ++j) {
+    for (int j = 1; j <= cols; ++j) {
       elements(i, j) = TracedElement(A(i, j));
       if (!elements(i, j).isKnown) return std::nullopt;
     }
@@ -44,16 +49,13 @@ std::optional<Elements<Traced>> Read(const Matrix& A, const DerivationLook& look
   return elements;
 }
 
+std::optional<Elements<Traced>> Read(const Matrix& A, const DerivationLook& look) {
+  return Read(A, A.Rows(), A.Cols(), look);
+}
+
 bool ReadExact(const Matrix& A, ExactMatrix& exact, const DerivationLook& look) {
-  for (int i = 1; i <= exact.Rows(); ++i) {
-    Look(look);
-    for (int j = 1; j <= exact.Cols(); ++j) {
-      const Traced element = TracedElement(A(i, j));
-      if (!element.isKnown) return false;
-      fmpq_set(exact.At(i, j), element.exact.Get());
-    }
-  }
-  return true;
+  const auto block = Read(A, exact.Rows(), exact.Cols(), look);
+  return block && TakeExact(*block, exact);
 }
 
 /// The most bits of an element of some.
@@ -122,24 +124,6 @@ Answer OfElements(const DerivationQuestion& question, const DerivationLook& look
   return {shown};
 }
 
-Answer OfProduct(const DerivationQuestion& question, const DerivationLook& look) {
-  const double products = static_cast<double>(question.a.Size()) * question.b.Cols();
-  if (products * kSecondsPerProduct > kMostSeconds) return {};
-  const auto A = Read(question.a, look);
-  const auto B = Read(question.b, look);
-  if (!A || !B) return {};
-  Elements<Traced> product(A->Rows(), B->Cols());
-  for (int i = 1; i <= product.Rows(); ++i) {
-    Look(look);
-    for (int j = 1; j <= product.Cols(); ++j) {
-      for (int k = 1; k <= A->Cols(); ++k) {
-        product(i, j) = (*A)(i, k) * (*B)(k, j) + product(i, j);
-      }
-    }
-  }
-  return {ShownElements(product)};
-}
-
 /// Whether an elimination of n columns of numbers of so many bits by the library is done in time.
 bool IsQuick(double n, double bits) {
   return n * n * n * n * bits * kSecondsPerBit <= kMostSeconds;
@@ -148,6 +132,25 @@ bool IsQuick(double n, double bits) {
 /// The same of a traced loop that makes so many steps.
 bool IsQuickTraced(double steps, double bits) {
   return steps * (kSecondsPerTracedStep + bits * kSecondsPerTracedBit) <= kMostSeconds;
+}
+
+Answer OfProduct(const DerivationQuestion& question, const DerivationLook& look) {
+  const double products = static_cast<double>(question.a.Size()) * question.b.Cols();
+  const double bits = BitsOf(question.a, look) + BitsOf(question.b, look);
+  if (!IsQuickTraced(products, kBitsOfSum * bits)) return {};
+  const auto A = Read(question.a, look);
+  const auto B = Read(question.b, look);
+  if (!A || !B) return {};
+  Elements<Traced> product(A->Rows(), B->Cols());
+  for (int i = 1; i <= product.Rows(); ++i) {
+    for (int j = 1; j <= product.Cols(); ++j) {
+      Look(look);
+      for (int k = 1; k <= A->Cols(); ++k) {
+        product(i, j) = (*A)(i, k) * (*B)(k, j) + product(i, j);
+      }
+    }
+  }
+  return {ShownElements(product)};
 }
 
 /// Cofactor by cofactor, for a matrix without an inverse.
@@ -197,8 +200,8 @@ Answer OfLu(const DerivationQuestion& question, const DerivationLook& look) {
   if (!elements) return {};
   plain::LuFactors<Traced> lu;
   lu.U = std::move(*elements);
-  plain::NoWatcher unheard;
-  plain::FactorLu(lu, question.pivoting, unheard);
+  plain::LookingWatcher watcher([&look] { Look(look); });
+  plain::FactorLu(lu, question.pivoting, watcher);
   if (lu.elimination.refusedColumn != 0) return {};
   // A pivot that rounding alone makes a number, or 0, leaves nothing exact.
   for (int k = 1; k <= static_cast<int>(least); ++k) {
@@ -214,8 +217,8 @@ Answer OfQr(const DerivationQuestion& question, const DerivationLook& look) {
   const auto elements = Read(A, look);
   if (!elements) return {};
   plain::Qr<Traced> qr;
-  plain::NoWatcher unheard;
-  plain::FactorQr(*elements, qr, unheard);
+  plain::LookingWatcher watcher([&look] { Look(look); });
+  plain::FactorQr(*elements, qr, watcher);
   if (qr.failedColumn != 0) return {};
   return {ShownElements(qr.Q), ShownElements(qr.R)};
 }
@@ -233,7 +236,7 @@ Answer OfSystem(const DerivationQuestion& question, const DerivationLook& look) 
   const bool isLeastSquares = question.task == DerivationTask::kLeastSquares;
   const double bits = BitsOf(question.a, look) * (isLeastSquares ? 2 : 1);
   const double products = isLeastSquares ? static_cast<double>(question.a.Size()) * unknowns : 0;
-  if (!IsQuick(unknowns, bits) || products * kSecondsPerProduct > kMostSeconds) return {};
+  if (!IsQuick(unknowns, bits) || !IsQuickTraced(products, kBitsOfSum * bits)) return {};
   ExactMatrix A(rows, unknowns);
   ExactMatrix b(rows, 1);
   if (!ReadExact(question.a, A, look)) return {};
@@ -261,9 +264,7 @@ Answer OfFactors(const DerivationQuestion& question, const DerivationLook& look)
   ExactMatrix x(n, 1);
   if (!ReadExact(question.a, L, look) || !ReadExact(question.b, U, look)) return {};
   for (int i = 1; i <= n; ++i) {
-    const int row =
-        question.exchanges.Rows() == 0 ? i : static_cast<int>(std::rint(question.exchanges(i, 1)));
-    const Traced right = TracedElement(question.system(row, 1));
+    const Traced right = TracedElement(question.system(RowOfSystem(question, i), 1));
     if (!right.isKnown) return {};
     fmpq_set(x.At(i, 1), right.exact.Get());
     // What the program reads of the factors.

@@ -26,6 +26,9 @@ void DeriveSolution(const DerivationQuestion& question, Scribe& scribe);
 void DeriveSolutionByFactors(const DerivationQuestion& question, Scribe& scribe);
 void DeriveLeastSquares(const DerivationQuestion& question, Scribe& scribe);
 
+/// Of a solution by factors: the row of the system whose right-hand side belongs to row `row` of
+/// the factors; 0 where the exchanges name none.
+int RowOfSystem(const DerivationQuestion& question, int row);
 /// adj(A) = the matrix, element (row, col) marked as found; 0, 0 for all of them.
 void ShowAdjoint(Scribe& scribe, const Elements<Traced>& adjoint, int row, int col);
 /// det(A) = − p(1) · p(2) · ... = value, and why that sign: the diagonal of W after an elimination

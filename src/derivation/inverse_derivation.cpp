@@ -10,6 +10,12 @@
 namespace qmx {
 namespace {
 
+plain::Jordan<Traced> JordanOf(const Matrix& A) {
+  plain::Jordan<Traced> jordan;
+  jordan.W = ElementsOf<Traced>(A, A.Rows() <= kMostExactOrder);
+  return jordan;
+}
+
 void Begin(Scribe& scribe, const plain::Jordan<Traced>& jordan, const JordanTeller& teller) {
   ShowNamed(scribe, Name{"A"}, jordan.W);
   scribe.Say(
@@ -53,8 +59,7 @@ void TellReorder(Scribe& scribe, const plain::Jordan<Traced>& jordan,
 
 void DeriveInverse(const DerivationQuestion& question, Scribe& scribe) {
   const int n = question.a.Rows();
-  plain::Jordan<Traced> jordan;
-  jordan.W = ElementsOf<Traced>(question.a, n <= kMostExactOrder);
+  plain::Jordan<Traced> jordan = JordanOf(question.a);
   scribe.Title("Inverse of A");
   JordanTeller teller(scribe, jordan, false);
   Begin(scribe, jordan, teller);
@@ -68,18 +73,15 @@ void DeriveInverse(const DerivationQuestion& question, Scribe& scribe) {
 
 void DeriveAdjointByInverse(const DerivationQuestion& question, Scribe& scribe) {
   const int n = question.a.Rows();
-  plain::Jordan<Traced> jordan;
-  jordan.W = ElementsOf<Traced>(question.a, n <= kMostExactOrder);
+  plain::Jordan<Traced> jordan = JordanOf(question.a);
   scribe.Title("Adjoint of A by the inverse");
   JordanTeller teller(scribe, jordan, true);
   Begin(scribe, jordan, teller);
   plain::InvertExchangingRows(jordan, teller);
   if (!jordan.invertible) return TellUnderflow(scribe, jordan.pivotCol[jordan.pivotRow[n]] != 0);
   scribe.Step("The determinant");
-  scribe.Say(
-      "It is the product of the pivots, and each exchange of rows changes its sign: there "
-      "were ",
-      jordan.exchanges, ".");
+  scribe.Say("It is the product of the pivots, and each exchange of rows changes its sign: there ",
+             jordan.exchanges == 1 ? "was " : "were ", jordan.exchanges, ".");
   scribe.Formula(Name{"det"}, Sign("("), Name{"A"}, Sign(")"), kEquals,
                  plain::SignOf<Traced>(jordan.exchanges) * jordan.determinant);
   scribe.Step("The adjoint");

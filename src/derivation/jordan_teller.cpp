@@ -4,11 +4,6 @@
 #include "derivation/row_words.h"
 
 namespace qmx {
-namespace {
-
-constexpr int kMostToldRows = 8;
-
-}  // namespace
 
 JordanTeller::JordanTeller(Scribe& scribe, const plain::Jordan<Traced>& jordan, bool exchangesRows)
     : scribe_(scribe),
@@ -32,13 +27,6 @@ bool JordanTeller::BeginColumn(int column) {
   return isTold_;
 }
 
-void JordanTeller::Part(Elements<Traced>& W, const Traced& pivot, int column) {
-  if (!PartsAtZero(pivot)) return;
-  if (!isTold_) scribe_.Step("Column " + CStr(column));
-  TellParting(scribe_, pivot);
-  ForgetExact(W);
-}
-
 void JordanTeller::OnPivot(Elements<Traced>& W, int column, int row) {
   pivotRow_ = row;
   const Traced pivot = W(row, column);
@@ -51,7 +39,7 @@ void JordanTeller::OnPivot(Elements<Traced>& W, int column, int row) {
                   pivot, ": it is the pivot.");
     }
   }
-  Part(W, pivot, column);
+  Part(scribe_, pivot, isTold_, "Column " + CStr(column), W);
 }
 
 void JordanTeller::OnNoPivot(Elements<Traced>& W, int column) {

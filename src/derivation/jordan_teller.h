@@ -28,7 +28,6 @@ class JordanTeller {
 
  private:
   bool BeginColumn(int column);
-  void Part(Elements<Traced>& W, const Traced& pivot, int column);
   ShownNumber Left(int row, int col) const;
   ShownNumber Right(int row, int col) const;
   /// The row of A that row `row` was.

@@ -4,6 +4,7 @@
 
 #include "derivation/elimination_teller.h"
 #include "derivation/families.h"
+#include "derivation/terms.h"
 
 namespace qmx {
 namespace {
@@ -19,8 +20,10 @@ void TellRefusal(Scribe& scribe, const Elements<Traced>& U, int column) {
 /// P, and which row of A each of its rows takes.
 void TellOrder(Scribe& scribe, const std::vector<int>& order) {
   const int m = static_cast<int>(order.size());
-  std::string text = "The rows of A have got the order " + CStr(order[0]);
-  for (int k = 1; k < m; ++k) text += ", " + CStr(order[k]);
+  std::string text = "The rows of A have got the order ";
+  ForTerms(
+      m, [&](int k) { text += (k > 1 ? ", " : "") + CStr(order[k - 1]); },
+      [&text] { text += ", …"; });
   scribe.Say(text + ": so does P put them.");
   if (!IsShown(m, m)) return;
   ShownMatrix P{m, m, std::vector<ShownCell>(static_cast<std::size_t>(m) * m), {}, false};

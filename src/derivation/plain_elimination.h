@@ -36,6 +36,21 @@ struct NoWatcher {
   void OnRow(int /*row*/) {}
 };
 
+/// Calls `look` after each row and each projection, and hears nothing else.
+template <class Look>
+struct LookingWatcher : NoWatcher {
+  explicit LookingWatcher(Look&& own) : look(std::forward<Look>(own)) {}
+  template <class... Event>
+  void OnSubtract(Event&&... /*event*/) {
+    look();
+  }
+  template <class... Event>
+  void OnProjection(Event&&... /*event*/) {
+    look();
+  }
+  Look look;
+};
+
 struct EliminationRules {
   int rows = 0;     ///< Those that take part.
   int columns = 0;  ///< Those that are eliminated, from the first.

@@ -50,12 +50,13 @@ void SubstituteForward(const Elements<T>& L, Elements<T>& x, Told&& told) {
   }
 }
 
-/// [AᵀA | Aᵀb] of [A | b].
-template <class T>
-Elements<T> NormalEquations(const Elements<T>& system) {
+/// [AᵀA | Aᵀb] of [A | b]. Looks before each element.
+template <class T, class Look>
+Elements<T> NormalEquations(const Elements<T>& system, Look&& look) {
   const int c = system.Cols();
   Elements<T> M(c - 1, c);
   const auto product = [&](int i, int j) {
+    look();
     T sum(0.0);
     for (int r = 1; r <= system.Rows(); ++r) sum = sum + system(r, i) * system(r, j);
     return sum;

@@ -52,10 +52,7 @@ void QrTeller::OnProjection(Elements<Traced>& V, int column, int onto, const Tra
                     Sign("·"), qmx::V(onto), kEquals, square);
     scribe_.Add(SaySubtract(column, quotient, onto, true));
   }
-  if (product.value == 0 && PartsAtZero(product)) {
-    TellParting(scribe_, product);
-    ForgetExact(V);
-  }
+  if (product.value == 0) Part(scribe_, product, isTold_, "Column " + CStr(column), V);
 }
 
 void QrTeller::OnNorm(Elements<Traced>& V, int column, const Traced& square) {
@@ -65,11 +62,7 @@ void QrTeller::OnNorm(Elements<Traced>& V, int column, const Traced& square) {
                     Name{"r", IndexText(column, column)}, kEquals, Sign("√"), Sign("("), square,
                     Sign(")"), kEquals, RootOf(square));
   }
-  if (PartsAtZero(square)) {
-    if (!isTold_) scribe_.Step("Column " + CStr(column));
-    TellParting(scribe_, square);
-    ForgetExact(V);
-  }
+  Part(scribe_, square, isTold_, "Column " + CStr(column), V);
 }
 
 void QrTeller::ShowNow(const Elements<Traced>& V, int column) {

@@ -5,6 +5,7 @@
 
 #include "derivation/scribe.h"
 #include "derivation/shown.h"
+#include "derivation/terms.h"
 
 namespace qmx {
 namespace {
@@ -70,11 +71,14 @@ Line SayReorder(const std::vector<int>& order) {
   operation.kind = RowOperation::Kind::kReorder;
   operation.order = order;
   std::string text;
-  for (std::size_t k = 0; k < order.size(); ++k) {
-    text +=
-        k == 0 ? "Row " + CStr(order[k]) + " becomes row " : ", row " + CStr(order[k]) + " row ";
-    text += CStr(static_cast<int>(k) + 1);
-  }
+  ForTerms(
+      static_cast<int>(order.size()),
+      [&](int k) {
+        const std::string row = CStr(order[static_cast<std::size_t>(k) - 1]);
+        text += k == 1 ? "Row " + row + " becomes row " : ", row " + row + " row ";
+        text += CStr(k);
+      },
+      [&text] { text += ", …"; });
   return With(MakeLine(text + "."), operation);
 }
 

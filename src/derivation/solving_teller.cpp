@@ -53,9 +53,6 @@ void TellFailure(Scribe& scribe, const Elements<Traced>& M, const Elements<Trace
   }
 }
 
-/// The rows of a large system that are told.
-bool IsTold(int row, int n) { return n <= kFullOrder || row > n - 2 || row <= 2; }
-
 }  // namespace
 
 Line EquationWithKnown(const Elements<Traced>& M, const Elements<Traced>& x, int row, int first,
@@ -75,16 +72,17 @@ void TellBackSubstitution(Scribe& scribe, Elements<Traced> M, const Elements<Tra
   const int n = right.Rows();
   scribe.Step("Back substitution");
   scribe.Say("From the last row up, each row gives one more unknown.");
+  const StepChoice choice(n, n);
   Elements<Traced> x(n, 1);
   const plain::Substitution end = plain::SubstituteBack(
       M, n, x, [&](int i) { return right(i, 1); }, [&](int i) { return check(i, 1); },
       [&](int i, const Traced& rest) {
         scribe.Look();
-        const bool hasParted = TellParting(scribe, M(i, i));
-        if (!IsTold(i, n) && !hasParted) {
-          if (i == n - 2) scribe.Say("Rows ", n - 2, " to 3 are left out here: ", n - 4, " steps.");
-          return;
-        }
+        const int step = n - i + 1;
+        choice.SayRowsLeftOut(scribe, step, true);
+        if (!choice.Tells(step)) return;
+        // Of all pivots only the last one has not been told yet.
+        TellParting(scribe, M(i, i));
         ShowEquation(scribe, M, i, right(i, 1));
         if (i < n) {
           Line line;

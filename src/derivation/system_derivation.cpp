@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <cmath>
 
+#include "derivation/elimination_teller.h"
 #include "derivation/families.h"
 #include "derivation/solving_teller.h"
 #include "derivation/terms.h"
@@ -54,9 +54,7 @@ Elements<Traced> OrderedRightSide(const DerivationQuestion& question, bool isExa
   const int n = question.system.Rows();
   Elements<Traced> x(n, 1);
   for (int i = 1; i <= n; ++i) {
-    const int row =
-        question.exchanges.Rows() == 0 ? i : static_cast<int>(std::rint(question.exchanges(i, 1)));
-    x(i, 1) = TracedElement(question.system(row, 1));
+    x(i, 1) = TracedElement(question.system(RowOfSystem(question, i), 1));
     x(i, 1).isKnown = x(i, 1).isKnown && isExact;
   }
   return x;
@@ -66,13 +64,12 @@ void TellForward(Scribe& scribe, const Elements<Traced>& L, Elements<Traced>& x)
   const int n = x.Rows();
   scribe.Step("Forward substitution");
   scribe.Say("L · y = P · b from the first row down; the diagonal of L is 1.");
+  const StepChoice choice(n, n);
   const Elements<Traced> right = x;
   plain::SubstituteForward(L, x, [&](int i) {
     scribe.Look();
-    if (n > kFullOrder && i > 2 && i <= n - 2) {
-      if (i == 3) scribe.Say("Rows 3 to ", n - 2, " are left out here: ", n - 4, " steps.");
-      return;
-    }
+    choice.SayRowsLeftOut(scribe, i, false);
+    if (!choice.Tells(i)) return;
     Line line = MakeLine(Name{"y", CStr(i)}, kEquals);
     Line known = EquationWithKnown(L, x, i, 1, i - 1, right(i, 1));
     line.pieces.insert(line.pieces.end(), known.pieces.begin(), known.pieces.end());
@@ -86,6 +83,13 @@ void TellForward(Scribe& scribe, const Elements<Traced>& L, Elements<Traced>& x)
 }
 
 }  // namespace
+
+int RowOfSystem(const DerivationQuestion& question, int row) {
+  if (question.exchanges.Rows() == 0) return row;
+  if (question.exchanges.Rows() < row) return 0;
+  const double named = std::rint(question.exchanges(row, 1));
+  return named >= 1 && named <= question.system.Rows() ? static_cast<int>(named) : 0;
+}
 
 void DeriveSolution(const DerivationQuestion& question, Scribe& scribe) {
   Elements<Traced> M = ElementsOf<Traced>(question.a, question.a.Rows() <= kMostExactOrder);
@@ -108,7 +112,7 @@ void DeriveLeastSquares(const DerivationQuestion& question, Scribe& scribe) {
              Name{"b"},
              ". Each element of these equations is a column of A times a column of A or the "
              "right-hand side.");
-  Elements<Traced> normal = plain::NormalEquations(system);
+  Elements<Traced> normal = plain::NormalEquations(system, [&scribe] { scribe.Look(); });
   if (unknowns > 1 && unknowns <= kFullOrder) {
     scribe.Say("Above the diagonal stand the same numbers as below it, which are told once.");
   }

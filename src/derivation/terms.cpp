@@ -3,17 +3,17 @@
 
 namespace qmx {
 
-void AppendFactor(Line& line, const Traced& number) {
-  const bool isEnclosed = number.value < 0 || (number.isKnown && number.exact.Sign() < 0);
-  if (isEnclosed) line.pieces.emplace_back(Sign("("));
-  line.pieces.emplace_back(Show(number));
-  if (isEnclosed) line.pieces.emplace_back(Sign(")"));
+void AppendProduct(Line& line, const Traced& a, const Traced& b) {
+  line.pieces.emplace_back(Show(a));
+  line.pieces.emplace_back(Sign("·"));
+  line.pieces.emplace_back(Show(b));
 }
 
-void AppendProduct(Line& line, const Traced& a, const Traced& b) {
-  AppendFactor(line, a);
-  line.pieces.emplace_back(Sign("·"));
-  AppendFactor(line, b);
+void AppendDiagonalProduct(Line& line, const Elements<Traced>& W, int order) {
+  for (int k = 1; k <= order; ++k) {
+    if (k > 1) line.pieces.emplace_back(Sign("·"));
+    line.pieces.emplace_back(Show(W(k, k)));
+  }
 }
 
 bool AppendTerm(Line& line, const Traced& coefficient, const Name& name, bool isFirst) {

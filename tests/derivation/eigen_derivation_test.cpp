@@ -198,6 +198,39 @@ TEST(EigenDerivation, RootsAreSaid) {
   }
 }
 
+TEST(EigenDerivation, OfSeveralRationalRootsTheClosestIsTold) {
+  // Each of the two is within the error bound of the other.
+  const Document document = Derive(AskEigen(MatrixOf({{1, 0}, {0, 1.0005}})));
+  const Table* found = FindTable(document, "Row of A");
+  ASSERT_NE(found, nullptr);
+  ASSERT_EQ(found->rows.size(), 2U);
+  for (const auto& row : found->rows) {
+    EXPECT_EQ(TextOf(row[2]), TextOf(row[1]) == "1" ? "1" : "2001/2000") << TextOf(document);
+  }
+}
+
+TEST(EigenDerivation, PairsOfComplexRootsAreToldAndNeverSettle) {
+  DerivationQuestion question =
+      AskEigen(MatrixOf({{1, -2, 0, 0}, {2, 1, 0, 0}, {0, 0, 3, -1}, {0, 0, 1, 3}}));
+  question.task = DerivationTask::kEigenvectors;
+  const std::string text = TextOf(Derive(question));
+  for (const char* line : {"det(λ·I−A)=(λ^2−2·λ+5)·(λ^2−6·λ+10)\n", "λ1,2=1±2·i\n", "λ3,4=3±i\n",
+                           "All are different: A can be made diagonal with complex numbers.\n",
+                           "No diagonal entry has settled within the cycles allowed.\n",
+                           "There are none without an eigenvalue found.\n"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line << text;
+  }
+}
+
+TEST(EigenDerivation, TheFaultComesBehindTheCyclesThatLedToIt) {
+  const std::string text = TextOf(Derive(AskEigen(MatrixOf({{2}}))));
+  const std::size_t cycles = text.find("| Cycle ");
+  const std::size_t fault = text.find("The iteration ends with a fault: Subscript out of range.\n");
+  ASSERT_NE(cycles, std::string::npos) << text;
+  ASSERT_NE(fault, std::string::npos) << text;
+  EXPECT_LT(cycles, fault) << text;
+}
+
 TEST(EigenDerivation, DigitsOfARationalEigenvalueThatDoNotHoldAreTold) {
   const Document document = Derive(AskEigen(MatrixOf({{1, 2, 0}, {3, 2, 0}, {0, 0, 0.5}})));
   const Table* found = FindTable(document, "Row of A");

@@ -5,6 +5,7 @@
 
 #include "algorithms/elementary.h"
 #include "base/number_text.h"
+#include "derivation/document_text.h"
 #include "derivation/operands.h"
 #include "derivation/questions.h"
 #include "derivation/replay.h"
@@ -84,6 +85,18 @@ TEST(ElementaryDerivation, AChosenElementAloneIsToldAndMarked) {
   std::vector<CellMark> expected(12, CellMark::kNone);
   expected.back() = CellMark::kFound;
   EXPECT_EQ(marks, expected);
+}
+
+TEST(ElementaryDerivation, ParenthesesStandBehindSignsAlone) {
+  DerivationQuestion question = Ask(DerivationTask::kProduct, MatrixOf({{-2, -3}}));
+  question.b = MatrixOf({{-5}, {7}});
+  const std::string text = TextOf(Derive(question));
+  EXPECT_NE(text.find("p1,1=-2·(-5)+(-3)·7=-11\n"), std::string::npos) << text;
+  // The last element of the diagonal was computed as a little less than 0, which it is.
+  const Matrix A = MatrixOf({{0.3, 0.9}, {0.1, 0.3}});
+  const Document document = Derive(Ask(DerivationTask::kDeterminant, A));
+  const std::string fractions = PlainText(document, NumberForm::kFractions);
+  EXPECT_NE(fractions.find("det(A) = 3/10 · 0 = 0\n"), std::string::npos) << fractions;
 }
 
 TEST(ElementaryDerivation, RoundingIsSeenInTheDigitsThatDoNotHold) {

@@ -169,6 +169,16 @@ TEST(ExactElements, AreNotBegunForWhatTakesLong) {
   EXPECT_TRUE(ElementsOf(Ask(DerivationTask::kLu, RealMatrix(dice, 150, 150))).empty());
   EXPECT_TRUE(ElementsOf(Ask(DerivationTask::kQr, RealMatrix(dice, 60, 60))).empty());
   EXPECT_FALSE(ElementsOf(Ask(DerivationTask::kInverse, IntegerMatrix(dice, 60, 60, 9))).empty());
+  // Of as many products those of short numbers alone.
+  DerivationQuestion product = Ask(DerivationTask::kProduct, RealMatrix(dice, 140, 140));
+  product.b = RealMatrix(dice, 140, 140);
+  EXPECT_TRUE(ElementsOf(product).empty());
+  product.a = IntegerMatrix(dice, 140, 140, 9);
+  product.b = IntegerMatrix(dice, 140, 140, 9);
+  EXPECT_FALSE(ElementsOf(product).empty());
+  EXPECT_TRUE(ElementsOf(Ask(DerivationTask::kLeastSquares, RealMatrix(dice, 1500, 41))).empty());
+  const Matrix whole = IntegerMatrix(dice, 1500, 41, 9);
+  EXPECT_FALSE(ElementsOf(Ask(DerivationTask::kLeastSquares, whole)).empty());
 }
 
 }  // namespace

@@ -107,6 +107,30 @@ TEST(InverseDerivation, AdjointByTheInverseIsTheDeterminantTimesTheInverse) {
   EXPECT_GE(exact, 100);
 }
 
+TEST(InverseDerivation, OneExchangeIsOne) {
+  DerivationQuestion question = Ask(DerivationTask::kAdjoint, MatrixOf({{0, 2}, {1, 0}}));
+  question.byCofactors = false;
+  const std::string text = TextOf(Derive(question));
+  EXPECT_NE(text.find("changes its sign: there was 1.\ndet(A)=-2\n"), std::string::npos) << text;
+}
+
+TEST(InverseDerivation, LongOrdersAreSaidByTheirEnds) {
+  // Each row of A is one of the unit matrix, one further down.
+  Matrix A(14, 14);
+  for (int i = 1; i <= 14; ++i) A(i, i == 14 ? 1 : i + 1) = 1;
+  const std::string text = TextOf(Derive(Ask(DerivationTask::kInverse, A)));
+  EXPECT_NE(
+      text.find("Row 14 becomes row 1, row 1 row 2, row 2 row 3, …, row 11 row 12, row 12 row "
+                "13, row 13 row 14.\n"),
+      std::string::npos)
+      << text;
+  const std::string factors = TextOf(Derive(Ask(DerivationTask::kLu, A)));
+  EXPECT_NE(factors.find("The rows of A have got the order 14, 1, 2, …, 11, 12, 13: so does P put "
+                         "them.\n"),
+            std::string::npos)
+      << factors;
+}
+
 TEST(InverseDerivation, CofactorsAreThoseOfTheProgram) {
   OperandSource source(23, 6);
   for (int round = 0; round < 60; ++round) {

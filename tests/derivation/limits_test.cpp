@@ -53,6 +53,31 @@ TEST(DerivationLimits, WhatLookThrowsEndsEveryDerivation) {
   }
 }
 
+int LooksAt(const DerivationQuestion& question) {
+  int looks = 0;
+  ExactDeriver().Derive(question, [&looks] { ++looks; });
+  return looks;
+}
+
+TEST(DerivationLimits, EveryLongLoopLooks) {
+  constexpr int kOrder = 40;
+  // The steps of one elimination, and the elements of a triangle with a column beside it.
+  constexpr int kSteps = kOrder * (kOrder - 1) / 2;
+  constexpr int kElements = kOrder * (kOrder + 1) / 2 + kOrder;
+  EXPECT_GE(LooksAt(Question(DerivationTask::kLeastSquares, kOrder, 8)), kSteps + kElements);
+  DerivationQuestion eigen = Question(DerivationTask::kEigenvalues, kOrder, 8);
+  for (int i = 1; i <= kOrder; ++i) {
+    for (int j = 1; j < i; ++j) eigen.a(i, j) = 0;
+    eigen.a(i, i) = i;
+  }
+  const int before = LooksAt(eigen);
+  eigen.task = DerivationTask::kEigenvectors;
+  EXPECT_GE(LooksAt(eigen), before + kSteps);
+  int looks = 0;
+  ExactDeriver().ExactElements(Question(DerivationTask::kLu, 10, 8), [&looks] { ++looks; });
+  EXPECT_GE(looks, 10 * 9 / 2 + 2 * 10);
+}
+
 TEST(DerivationLimits, LargeMatricesHaveShortDocuments) {
   for (const DerivationTask task : kTasks) {
     for (const int n : {9, 40, 150}) {
@@ -61,10 +86,13 @@ TEST(DerivationLimits, LargeMatricesHaveShortDocuments) {
       for (const Block& block : document.blocks) {
         const auto* line = std::get_if<Line>(&block);
         if (line == nullptr) continue;
+        std::size_t characters = 0;
         for (const Piece& piece : line->pieces) {
           const auto* matrix = std::get_if<ShownMatrix>(&piece);
           EXPECT_TRUE(matrix == nullptr || matrix->rows <= 12);
+          if (const auto* words = std::get_if<Words>(&piece)) characters += words->text.size();
         }
+        EXPECT_LE(characters, 500U) << TextOf(*line);
       }
     }
   }
@@ -115,6 +143,28 @@ TEST(DerivationLimits, WhereRoundingAloneMakesAPivotTheWordsSaySo) {
   ASSERT_EQ(inverse.rows, 3);
   for (const ShownCell& cell : inverse.cells) EXPECT_FALSE(cell.number.exact.IsKnown());
   EXPECT_TRUE(ExactDeriver().ExactElements(Ask(DerivationTask::kInverse, A), {}).empty());
+}
+
+TEST(DerivationLimits, WhatPartsInAStepLeftOutHasItsOwnHeading) {
+  // v1·a5 is 1E-20, of which nothing is left beside 1 - 1.
+  Matrix A(9, 9);
+  for (int i = 1; i <= 9; ++i) A(i, i) = 1;
+  A(2, 1) = 1e-20;
+  A(3, 1) = -1;
+  A(1, 5) = A(2, 5) = A(3, 5) = 1;
+  const std::string qr = TextOf(Derive(Ask(DerivationTask::kQr, A)));
+  EXPECT_NE(qr.find("### Column 5\nWithout rounding this would not be 0 but "), std::string::npos)
+      << qr;
+  // 9/10 - 3/10·3 is 0, which doubles miss; row 5 finds it as its pivot.
+  Matrix S(9, 9);
+  for (int i = 1; i <= 9; ++i) S(i, i) = 1;
+  S(3, 3) = 0.1;
+  S(3, 4) = S(4, 3) = 0.3;
+  S(4, 4) = 0.9;
+  const std::string minors = TextOf(Derive(Ask(DerivationTask::kDefiniteness, S)));
+  EXPECT_NE(minors.find("### The leading minor of order 5\nWithout rounding this would be 0; the "),
+            std::string::npos)
+      << minors;
 }
 
 TEST(HeldCharacters, EndWhereTheDigitsDo) {

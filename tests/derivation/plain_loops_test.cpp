@@ -201,7 +201,7 @@ TYPED_TEST(PlainLoops, LeastSquaresHaveTheProgramsBits) {
     const int unknowns = cases.Randomness().Integer(1, 7);
     const int equations = cases.Randomness().Integer(unknowns, 8);
     const Matrix system = cases.Next(equations, unknowns + 1);
-    auto M = plain::NormalEquations(ElementsOf<TypeParam>(system));
+    auto M = plain::NormalEquations(ElementsOf<TypeParam>(system), [] {});
     Elements<TypeParam> x;
     const plain::Substitution end = Solve(M, x);
     ExpectSame(end, x, SolveLeastSquares(system, this->unheard_));

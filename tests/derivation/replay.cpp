@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "derivation/document_reading.h"
 #include "derivation/questions.h"
 
 namespace qmx::testing {
@@ -187,7 +188,10 @@ Rational ValueOf(const ExactNumber& number) {
 
 std::string TextOf(const Line& line) {
   std::string text;
-  for (const Piece& piece : line.pieces) text += Written(piece);
+  for (std::size_t at = 0; at < line.pieces.size(); ++at) {
+    const std::string piece = Written(line.pieces[at]);
+    text += NeedsParentheses(line, at, NumberForm::kFractions) ? "(" + piece + ")" : piece;
+  }
   return text;
 }
 
