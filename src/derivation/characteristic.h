@@ -68,7 +68,7 @@ struct CharacteristicPolynomial {
 
 /// False where finding the polynomial and its roots would take too long: orders above 40, or
 /// elements of very different magnitudes in matrices that are not small. What is within reach takes
-/// less than a second, with elements from 1e-300 to 1e300 up to a few.
+/// less than a second, of order 40 up to a few.
 bool IsWithinReach(const ExactMatrix& A);
 
 /// Of a square matrix within reach. Computed of the matrix of whole numbers that A is but for a

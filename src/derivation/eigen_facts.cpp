@@ -74,7 +74,13 @@ std::vector<Eigenvalue> AllOf(const CharacteristicPolynomial& characteristic, Sc
   for (const PolynomialFactor& factor : characteristic.factors) {
     scribe.Look();
     SayFactor(factor, scribe);
-    for (FoundRoot& root : RootsOf(factor.polynomial, [&scribe] { scribe.Look(); })) {
+    std::vector<FoundRoot> roots = RootsOf(factor.polynomial, [&scribe] { scribe.Look(); });
+    if (!std::ranges::all_of(roots, &FoundRoot::HasDecimals)) {
+      scribe.Say(
+          "Some of them are so close together that their digits would take too long to find: … "
+          "stands for these.");
+    }
+    for (FoundRoot& root : roots) {
       Line line = MakeLine(NameOf(number, root));
       line.isFormula = true;
       AppendValue(line, root);
@@ -86,13 +92,20 @@ std::vector<Eigenvalue> AllOf(const CharacteristicPolynomial& characteristic, Sc
   return all;
 }
 
+/// Says so of a matrix that has enough eigenvectors, and whether they are real as far as that is
+/// known.
+std::string DiagonalText(const std::vector<Eigenvalue>& all) {
+  const auto isPair = [](const Eigenvalue& value) { return value.root.isPair; };
+  const auto isKnown = [](const Eigenvalue& value) { return value.root.HasDecimals(); };
+  if (std::ranges::any_of(all, isPair)) return "A can be made diagonal with complex numbers.";
+  if (std::ranges::all_of(all, isKnown)) return "A can be made diagonal.";
+  return "A can be made diagonal, if not with real numbers then with complex ones.";
+}
+
 void TellMultiplicities(const std::vector<Eigenvalue>& all, const ExactMatrix& A, Scribe& scribe) {
   const bool hasMultiple = std::ranges::any_of(
       all, [](const Eigenvalue& value) { return value.factor->multiplicity > 1; });
-  const bool hasPairs =
-      std::ranges::any_of(all, [](const Eigenvalue& value) { return value.root.isPair; });
-  const std::string diagonal =
-      hasPairs ? "A can be made diagonal with complex numbers." : "A can be made diagonal.";
+  const std::string diagonal = DiagonalText(all);
   if (!hasMultiple) {
     scribe.Say(A.Rows() == 1 ? "It is the only one." : "All are different: " + diagonal);
     return;

@@ -2,8 +2,12 @@
 #include "derivation/polynomial_roots.h"
 
 #include <acb.h>
-#include <arb_fmpz_poly.h>
+#include <acb_poly.h>
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <numbers>
 #include <utility>
 
 #include "derivation/rounded.h"
@@ -15,6 +19,10 @@ namespace {
 // Bits of precision: those to begin with, and those after which no more digits are found.
 constexpr slong kFirstBits = 96;
 constexpr slong kMostBits = 6144;
+// Steps of the iteration for all roots between two looks, and how often they are done before more
+// bits are taken.
+constexpr slong kSteps = 8;
+constexpr int kMostRounds = 8;
 
 void LookAt(const DerivationLook& look) {
   if (look) look();
@@ -36,13 +44,78 @@ class Enclosures {
   acb_struct* values_;
 };
 
-/// All roots of a polynomial without multiple ones, each enclosed apart from the others and to at
-/// least so many bits: the real ones in ascending order, then the pairs, each with the one above
-/// the real axis first.
-void EncloseRoots(const RationalPolynomial& polynomial, slong bits, Enclosures& roots) {
-  WholePolynomial whole;
-  fmpq_poly_get_numerator(whole.Get(), polynomial.Get());
-  arb_fmpz_poly_complex_roots(roots.Get(), whole.Get(), 0, bits);
+/// A polynomial with coefficients rounded to so many bits.
+class ComplexPolynomial {
+ public:
+  ComplexPolynomial(const WholePolynomial& polynomial, slong bits) {
+    acb_poly_init(value_);
+    acb_poly_set_fmpz_poly(value_, polynomial.Get(), bits);
+  }
+  ComplexPolynomial(const ComplexPolynomial&) = delete;
+  ComplexPolynomial& operator=(const ComplexPolynomial&) = delete;
+  ~ComplexPolynomial() { acb_poly_clear(value_); }
+  const acb_poly_struct* Get() const { return value_; }
+
+ private:
+  acb_poly_t value_;
+};
+
+/// Puts `count` points in equal distances onto a circle about 0.
+void PlaceOnCircle(double logOfRadius, double firstAngle, int count, acb_struct* points) {
+  const double power = std::floor(logOfRadius / std::numbers::ln2);
+  const double radius = std::exp(logOfRadius - power * std::numbers::ln2);
+  for (int k = 0; k < count; ++k) {
+    const double angle = firstAngle + 2 * std::numbers::pi * k / count;
+    acb_set_d_d(points + k, radius * std::cos(angle), radius * std::sin(angle));
+    acb_mul_2exp_si(points + k, points + k, static_cast<slong>(power));
+  }
+}
+
+/// Where the search for the roots begins: on the circles that the convex hull of the logarithms of
+/// the coefficients tells (Bini, Numerical computation of polynomial zeros by means of Aberth's
+/// method, 1996), so that roots of any magnitude are close to their places. Zero is no root.
+void PlaceStarts(const WholePolynomial& polynomial, Enclosures& roots) {
+  const auto logOf = [&polynomial](int k) {
+    Whole magnitude;
+    fmpz_abs(magnitude.Get(), fmpz_poly_get_coeff_ptr(polynomial.Get(), k));
+    return fmpz_dlog(magnitude.Get());
+  };
+  for (int from = 0, next = 0; from < roots.Count(); from = next) {
+    double steepest = 0;
+    next = from;
+    for (int to = from + 1; to <= roots.Count(); ++to) {
+      if (fmpz_is_zero(fmpz_poly_get_coeff_ptr(polynomial.Get(), to)) != 0) continue;
+      const double slope = (logOf(to) - logOf(from)) / (to - from);
+      if (next != from && slope < steepest) continue;
+      steepest = slope;
+      next = to;
+    }
+    // Neither mirror images nor side by side on circles that are nearly the same.
+    PlaceOnCircle(-steepest, 0.7 + from, next - from, roots.At(from));
+  }
+}
+
+/// Some steps of the iteration for all roots at once (Durand and Kerner). True once each is
+/// enclosed apart from the others, the real ones on the axis.
+bool Refine(const WholePolynomial& polynomial, slong bits, Enclosures& roots) {
+  const ComplexPolynomial rounded(polynomial, bits);
+  const slong apart = acb_poly_find_roots(roots.Get(), rounded.Get(), roots.Get(), kSteps, bits);
+  if (apart < roots.Count() || acb_poly_validate_real_roots(roots.Get(), rounded.Get(), bits) == 0)
+    return false;
+  for (int k = 0; k < roots.Count(); ++k) {
+    if (arb_contains_zero(acb_imagref(roots.At(k))) != 0) arb_zero(acb_imagref(roots.At(k)));
+  }
+  _acb_vec_sort_pretty(roots.Get(), roots.Count());
+  return true;
+}
+
+bool RefineInRounds(const WholePolynomial& polynomial, slong bits, const DerivationLook& look,
+                    Enclosures& roots) {
+  for (int round = 0; round < kMostRounds; ++round) {
+    LookAt(look);
+    if (Refine(polynomial, bits, roots)) return true;
+  }
+  return false;
 }
 
 /// True if only even powers occur, so that with every root its negative is one.
@@ -99,21 +172,23 @@ std::vector<FoundRoot> QuadraticRoots(const RationalPolynomial& quadratic) {
   return {lower, root};
 }
 
-/// Writes the decimals of enclosed roots. False where more bits are needed.
+/// Writes the decimals of enclosed roots, the real ones first. False where more bits are needed.
 bool WriteDecimals(Enclosures& enclosed, bool isEven, std::vector<FoundRoot>& found) {
   found.clear();
+  std::vector<FoundRoot> pairs;
   bool isWhole = true;
   for (int k = 0; k < enclosed.Count(); ++k) {
+    // The one above the axis stands for a pair.
+    if (arb_is_negative(acb_imagref(enclosed.At(k))) != 0) continue;
     FoundRoot root;
     root.isPair = arb_is_zero(acb_imagref(enclosed.At(k))) == 0;
     const bool isOnAxis = root.isPair && isEven && IsOnImaginaryAxis(enclosed, k);
     root.real = isOnAxis ? "0" : RoundedText(acb_realref(enclosed.At(k)));
     if (root.isPair) root.imaginary = RoundedText(acb_imagref(enclosed.At(k)));
-    isWhole = isWhole && !root.real.empty() && (!root.isPair || !root.imaginary.empty());
-    // The other one of a pair comes next.
-    if (root.isPair) ++k;
-    found.push_back(std::move(root));
+    isWhole = isWhole && root.HasDecimals();
+    (root.isPair ? pairs : found).push_back(std::move(root));
   }
+  std::ranges::move(pairs, std::back_inserter(found));
   return isWhole;
 }
 
@@ -140,13 +215,16 @@ std::string RootText(const Rational& center, const Rational& square, bool isUppe
 std::vector<FoundRoot> RootsOf(const RationalPolynomial& irreducible, const DerivationLook& look) {
   if (irreducible.Degree() == 1) return {RationalRoot(irreducible)};
   if (irreducible.Degree() == 2) return QuadraticRoots(irreducible);
+  WholePolynomial whole;
+  fmpq_poly_get_numerator(whole.Get(), irreducible.Get());
   const bool isEven = IsEven(irreducible);
-  std::vector<FoundRoot> found;
+  Enclosures enclosed(irreducible.Degree());
+  PlaceStarts(whole, enclosed);
+  // These stay where they are not told apart.
+  std::vector<FoundRoot> found(static_cast<std::size_t>(irreducible.Degree()));
   for (slong bits = kFirstBits; bits <= kMostBits; bits *= 2) {
-    LookAt(look);
-    Enclosures enclosed(irreducible.Degree());
-    EncloseRoots(irreducible, bits, enclosed);
-    if (WriteDecimals(enclosed, isEven, found)) break;
+    if (RefineInRounds(whole, bits, look, enclosed) && WriteDecimals(enclosed, isEven, found))
+      break;
   }
   return found;
 }

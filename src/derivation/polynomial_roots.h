@@ -25,12 +25,16 @@ struct FoundRoot {
   /// Decimals of which every digit holds; empty where they are not found.
   std::string real;
   std::string imaginary;  ///< Above zero, of a pair alone.
+
+  bool HasDecimals() const { return !real.empty() && !(isPair && imaginary.empty()); }
 };
 
 /// center ± √square in decimals of which every digit holds; empty where they are not found.
 std::string RootText(const Rational& center, const Rational& square, bool isUpper);
 
 /// The roots of an irreducible polynomial, the real ones in ascending order before the others.
+/// Where they are too close together to be told apart, as many unknown ones as its degree, without
+/// decimals.
 std::vector<FoundRoot> RootsOf(const RationalPolynomial& irreducible, const DerivationLook& look);
 
 }  // namespace qmx

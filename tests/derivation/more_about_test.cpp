@@ -235,6 +235,57 @@ TEST(MoreAbout, DecimalsOfRootsHoldToTheLastDigit) {
   EXPECT_GT(roots, 150);
 }
 
+TEST(MoreAbout, RootsOfAnyMagnitudeAreFound) {
+  // λ³ = 2·10^900, and the same with 10^-900.
+  for (const double unit : {1e300, 1e-300}) {
+    const Document document = About(MatrixOf({{0, 0, 2 * unit}, {unit, 0, 0}, {0, unit, 0}}));
+    const std::string power = unit > 1 ? "E+300" : "E-300";
+    const std::string far = unit > 1 ? "E+299" : "E-301";
+    EXPECT_EQ(EigenvaluesOf(document), "-6.29960524947437" + far + "±1.09112363597172" + power +
+                                           "; 1.25992104989487" + power);
+  }
+  // Some of 10^300, some of 10^-300, and none on a circle about 0 alone.
+  OperandSource source(11);
+  Matrix A(8, 8);
+  for (int i = 1; i <= 8; ++i) {
+    for (int j = 1; j <= 8; ++j) {
+      A(i, j) = source.Randomness().Real(-1, 1) * (i == j || i > 5 ? 1e-300 : 1e300);
+    }
+  }
+  const std::string text = TextOf(About(A));
+  EXPECT_NE(text.find("All are different"), std::string::npos) << text;
+  EXPECT_EQ(text.find("so close together"), std::string::npos) << text;
+}
+
+TEST(MoreAbout, SaysWhereRootsAreTooCloseTogether) {
+  OperandSource source(12);
+  Matrix A(8, 8);
+  for (int i = 1; i <= 8; ++i) {
+    for (int j = 1; j <= 8; ++j) A(i, j) = i == j ? 1 : source.Randomness().Real(-1, 1) * 1e-200;
+  }
+  const std::string text = TextOf(About(A));
+  for (const char* part :
+       {"Some of them are so close together that their digits would take too long to find: … "
+        "stands for these.\n",
+        "λ8≈\n", "diagonal, if not with real numbers then with complex ones.\n"}) {
+    EXPECT_NE(text.find(part), std::string::npos) << part << text;
+  }
+}
+
+TEST(MoreAbout, EveryLookMayEndIt) {
+  const Matrix A = MatrixOf({{1, 2, 3}, {4, 5, 6}, {7, 8, 10}});
+  int looks = 0;
+  MoreAboutMatrix(A, [&looks] { ++looks; });
+  for (int last = 1; last <= looks; ++last) {
+    int left = last;
+    EXPECT_THROW(MoreAboutMatrix(A,
+                                 [&left] {
+                                   if (--left == 0) throw std::runtime_error("stop");
+                                 }),
+                 std::runtime_error);
+  }
+}
+
 TEST(MoreAbout, SaysWhatIsLeftOutAndWhy) {
   const std::string large = TextOf(About(Matrix(41, 3)));
   EXPECT_NE(large.find("more than 40 rows or columns"), std::string::npos) << large;
