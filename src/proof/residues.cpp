@@ -90,7 +90,7 @@ ScaledMatrix::ScaledMatrix(const Matrix& A, const WholeScale& scale)
       auto mantissa =
           static_cast<std::int64_t>(std::ldexp(std::frexp(A(i + 1, j + 1), &exponent), 53));
       slong whole = mantissa == 0 ? 0 : exponent - 53 + scale.rows[i] + scale.cols[j];
-      for (; whole < 0; ++whole) mantissa /= 2;  // Even as slong as that: the element is whole.
+      for (; whole < 0; ++whole) mantissa /= 2;  // Even as long as that: the element is whole.
       elements_.push_back({mantissa, whole});
     }
   }
