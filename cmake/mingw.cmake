@@ -7,11 +7,10 @@ set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 # The stack of Windows is aligned to 16 bytes, and g++ takes it for aligned enough for its wide vectors: the assembler makes
-# moves of them that fault on no address. Each function has a section of its own, so that those that nobody calls stay out.
-set(windows_flags "-Wa,-muse-unaligned-vector-move -ffunction-sections -fdata-sections")
-set(CMAKE_C_FLAGS_INIT "${windows_flags}")
-set(CMAKE_CXX_FLAGS_INIT "${windows_flags}")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections")
+# moves of them that fault on no address.
+set(CMAKE_C_FLAGS_INIT "-Wa,-muse-unaligned-vector-move")
+set(CMAKE_CXX_FLAGS_INIT "-Wa,-muse-unaligned-vector-move")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_FIND_ROOT_PATH ${QMX_WINDOWS_LIBRARIES} /usr/x86_64-w64-mingw32)
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QMX_WINDOWS_LIBRARIES)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)

@@ -1,0 +1,167 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Tries the packages for Windows out under wine, on a display of its own: installs without a question, opens a project by its
+# association, types numbers, computes an inverse, saves, compares the file with what the program for Debian makes of the same keys,
+# and removes everything. Leaves pictures of the windows in build/windows-pictures.
+#   packaging/windows/test.sh
+set -euo pipefail
+cd "$(dirname "$(realpath "$0")")/../.."
+. scripts/packages.sh
+. scripts/windows/places.sh
+install_packages $windows_packages $display_packages xdotool openbox fonts-liberation fonts-dejavu-core unzip
+
+fail() {
+  echo "FAILED: $*" >&2
+  [ -z "${DISPLAY:-}" ] || import -window root "$pictures/failed.png" || true
+  exit 1
+}
+
+work=$(mktemp -d)
+pictures=$PWD/build/windows-pictures
+rm -rf "$pictures"
+mkdir -p "$pictures"
+server=
+manager=
+clean_up() {
+  "$wine" wineboot -k 2>/dev/null || true
+  for process in $manager $server; do kill "$process" 2>/dev/null || true; done
+  rm -rf "$work"
+}
+trap clean_up EXIT
+
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES=winemenubuilder.exe= HOME=$work/home
+export XDG_RUNTIME_DIR=$work/run
+unset WAYLAND_DISPLAY
+mkdir -p "$HOME"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+setup=$(realpath build/package/orvane-*-setup.exe)
+archive=$(realpath build/package/orvane-*-windows.zip)
+
+echo "--- contents of the archive"
+unzip -q "$archive" -d "$work/unpacked"
+for file in qmx.exe qmx.chm pi_data.ico LICENCE.txt licences/{qt6-base,flint,flint-arb,gmp,mpfr4,chmlib,LGPL-3,overview}.txt; do
+  [ -s "$work/unpacked/Orvane/$file" ] || fail "no $file in the archive"
+done
+size=$(stat -c %s "$work/unpacked/Orvane/qmx.exe")
+[ "$size" -le 25000000 ] || fail "the program has $size bytes"
+
+Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+server=$!
+for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
+export DISPLAY=":$(cat "$work/display")"
+openbox >/dev/null 2>&1 &
+manager=$!
+
+echo "--- installation without a question"
+"$wine" wineboot -i >/dev/null 2>&1
+# Wine has no fonts of its own that stand for those of Windows.
+for font in "MS Shell Dlg" "MS Shell Dlg 2" "Segoe UI" "Tahoma"; do
+  "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f >/dev/null
+done
+"$wine" "$setup" /S
+user=$(echo "$WINEPREFIX"/drive_c/users/*/AppData | sed 's/.*Public.* //')
+installed=$user/Local/Programs/Orvane
+for file in qmx.exe qmx.chm pi_data.ico remove.exe licences/LGPL-3.txt; do
+  [ -s "$installed/$file" ] || fail "no $file in $installed"
+done
+menu="$user/Roaming/Microsoft/Windows/Start Menu/Programs/Orvane"
+[ -s "$menu/Orvane.lnk" ] && [ -s "$menu/Orvane help.lnk" ] || fail "nothing in the start menu"
+cmp "$installed/qmx.exe" "$work/unpacked/Orvane/qmx.exe"
+"$wine" reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvane' /v DisplayName | grep -q Orvane ||
+  fail "it cannot be removed by the system's list"
+
+find_window() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1; }
+# await NAME: the number of the window of that name, once it is seen.
+await() {
+  local window
+  for _ in $(seq 300); do
+    window=$(find_window "$1")
+    [ -n "$window" ] && echo "$window" && return
+    sleep 0.1
+  done
+  fail "no window $1"
+}
+press() {
+  for key in "$@"; do
+    xdotool key "$key"
+    sleep 0.3
+  done
+}
+photograph() { import -window root "$pictures/$1.png"; }
+
+# Numbers are typed into A of a project, its inverse is computed, and all is saved. The keys are the same for every system.
+# walk NAME WINDOW...: photographs what it comes to under that name.
+walk() {
+  local name=$1
+  xdotool windowactivate --sync "$(await '^Orvane$')"
+  press ctrl+1
+  xdotool windowactivate --sync "$(await '^Matrix A$')"
+  press ctrl+Home 7 period 2 5 Down 3
+  press ctrl+shift+i
+  xdotool windowactivate --sync "$(await '^Orvane$')"
+  sleep 1
+  photograph "$name"
+  press ctrl+s
+  for _ in $(seq 50); do cmp -s "$project" "$work/before.qmx" || break; sleep 0.1; done
+  sleep 0.5
+}
+
+# By its name, as a person would who has a folder of such files; the letters are of two scripts.
+project="$work/Übung Матрица 1.qmx"
+cp tests/data/a.qmx "$work/before.qmx"
+
+echo "--- a project opened by its association, worked on and saved"
+cp "$work/before.qmx" "$project"
+LC_ALL=C.UTF-8 "$wine" start /unix "$project" >/dev/null 2>&1 &
+walk windows
+grep -q $'^ 7.25 \r$' "$project" || fail "the number that was typed is not in the file"
+windows_bytes=$work/windows.qmx
+cp "$project" "$windows_bytes"
+press ctrl+q
+for _ in $(seq 100); do [ -z "$(find_window '^Orvane$')" ] && break; sleep 0.1; done
+[ -z "$(find_window '^Orvane$')" ] || fail "the program does not end"
+[ -s "$user/Roaming/Orvane/Orvane.ini" ] || fail "no settings in the application data"
+
+echo "--- the same keys in the program for Debian"
+cmake --preset release >/dev/null
+cmake --build --preset release --target qmx >/dev/null
+cp "$work/before.qmx" "$project"
+LC_ALL=C.UTF-8 build/release/bin/qmx.exe "$project" >/dev/null 2>&1 &
+program=$!
+walk debian
+cmp "$project" "$windows_bytes" || fail "the two programs have written different files"
+press ctrl+q
+wait "$program" || true
+
+echo "--- the file of the one opened in the other"
+cp "$windows_bytes" "$project"
+LC_ALL=C.UTF-8 build/release/bin/qmx.exe "$project" >/dev/null 2>&1 &
+program=$!
+xdotool windowactivate --sync "$(await '^Orvane$')"
+sleep 1
+touch -d @0 "$project"
+press ctrl+s
+for _ in $(seq 50); do [ "$(stat -c %Y "$project")" -ne 0 ] && break; sleep 0.1; done
+[ "$(stat -c %Y "$project")" -ne 0 ] || fail "it was not saved again"
+sleep 0.5
+cmp "$project" "$windows_bytes" || fail "the program for Debian has read another project than was written"
+press ctrl+q
+wait "$program" || true
+
+echo "--- removal"
+"$wine" "$installed/remove.exe" /S
+for _ in $(seq 200); do [ -e "$installed/qmx.exe" ] || break; sleep 0.1; done
+sleep 1
+left=$(find "$user" -ipath '*orvane*')
+[ -z "$left" ] || fail "left behind: $left"
+for key in '.qmx' 'Orvane.Project' 'Orvane'; do
+  for root in 'HKCU\Software\Classes' HKCR; do
+    if "$wine" reg query "$root\\$key" >/dev/null 2>&1; then fail "$root\\$key is left in the registry"; fi
+  done
+done
+if "$wine" reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvane' >/dev/null 2>&1; then
+  fail "it is still in the system's list"
+fi
+[ -s "$project" ] || fail "the project is gone"
+echo "Installed, used and removed; the pictures are in $pictures."
