@@ -25,7 +25,8 @@ manager=
 clean_up() {
   "$wine" wineboot -k 2>/dev/null || true
   for process in $manager $server; do kill "$process" 2>/dev/null || true; done
-  rm -rf "$work"
+  # What still ends there may be writing its last files.
+  rm -rf "$work" 2>/dev/null || { sleep 3 && rm -rf "$work"; } || true
 }
 trap clean_up EXIT
 
