@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "app/system_palette.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
 
@@ -23,6 +24,14 @@ Application::Application(char** argv) : QApplication(OneArgument(), argv) {
   setApplicationName(ToQString(kProgramTitle));
   // One style on all desktops; its colours come from the desktop's palette, light or dark.
   setStyle("Fusion");
+  if (platformName() == "windows") MendSystemPalette();
+}
+
+bool Application::event(QEvent* event) {
+  const bool handled = QApplication::event(event);
+  if (event->type() == QEvent::ApplicationPaletteChange && platformName() == "windows")
+    MendSystemPalette();
+  return handled;
 }
 
 void Application::Guard(const std::function<void()>& part) {

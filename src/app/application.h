@@ -26,6 +26,9 @@ class Application : public QApplication {
 
   bool notify(QObject* receiver, QEvent* event) override;
 
+ protected:
+  bool event(QEvent* event) override;
+
  private:
   std::function<void(Fault)> handler_;
 };
