@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// clang-format off: the second needs the first.
+// The second needs the first.
+// clang-format off
 #include <windows.h>
 #include <psapi.h>
 // clang-format on
