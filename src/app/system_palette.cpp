@@ -29,11 +29,9 @@ void MendSystemPalette() {
   QPalette palette = QApplication::palette();
   const QColor link = Readable(palette.color(QPalette::Link), palette.color(QPalette::Base));
   if (link != palette.color(QPalette::Link)) {
-    // Only this one is set, so that all others go on following the system.
-    QPalette mended;
-    mended.setResolveMask(0);
-    mended.setColor(QPalette::Link, link);
-    QApplication::setPalette(mended);
+    // The palette knows that only this one was set, so that all others go on following the system.
+    palette.setColor(QPalette::Link, link);
+    QApplication::setPalette(palette);
     palette = QApplication::palette();
   }
   for (const char* kind : {"QCheckBox", "QRadioButton"}) {
