@@ -36,12 +36,12 @@ int RankOf(RationalMatrix A) {
 }
 
 /// det(point·I - A·2^shift), by elimination.
-Rational ValueOf(const Matrix& A, long shift, int point) {
+Rational ValueOf(const Matrix& A, slong shift, int point) {
   const int n = A.Rows();
   RationalMatrix W(n, n);
   Rational scale(1);
-  for (long k = 0; k < shift; ++k) scale *= Rational(2);
-  for (long k = 0; k > shift; --k) scale /= Rational(2);
+  for (slong k = 0; k < shift; ++k) scale *= Rational(2);
+  for (slong k = 0; k > shift; --k) scale /= Rational(2);
   Rational value(1);
   for (int i = 1; i <= n; ++i) {
     for (int j = 1; j <= n; ++j) {

@@ -35,10 +35,10 @@ TEST(WholeNumbersTest, OnlyAWholeNumberBelowOneIsZero) {
 }
 
 /// True if 2^exponent·value is a whole number, and odd ones among them.
-bool IsWhole(double value, long exponent) {
+bool IsWhole(double value, slong exponent) {
   int own = 0;
   double mantissa = std::frexp(value, &own) * 0x1p53;
-  long total = own - 53 + exponent;
+  slong total = own - 53 + exponent;
   for (; total < 0 && std::fmod(mantissa, 2) == 0 && mantissa != 0; ++total) mantissa /= 2;
   return mantissa == 0 || total >= 0;
 }
