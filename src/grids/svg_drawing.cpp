@@ -116,10 +116,11 @@ class SvgEngine final : public QPaintEngine {
   }
 
   void WriteInk(bool isFilled) {
-    if (isFilled)
+    if (isFilled) {
       WriteColour("fill", brush_.color());
-    else
+    } else {
       writer_.writeAttribute("fill", "none");
+    }
     if (pen_.style() != Qt::NoPen) {
       WriteColour("stroke", pen_.color());
       // A pen without a width is as wide as a pixel.
