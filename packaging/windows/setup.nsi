@@ -65,6 +65,8 @@ Section "Orvane" program
   File /r "${FOLDER}\*.*"
   WriteUninstaller "$INSTDIR\remove.exe"
   CreateDirectory "$SMPROGRAMS\Orvane"
+  ; Where the program starts, and so where it offers to save.
+  SetOutPath "$DOCUMENTS"
   CreateShortcut "$SMPROGRAMS\Orvane\Orvane.lnk" "$INSTDIR\qmx.exe"
   CreateShortcut "$SMPROGRAMS\Orvane\Orvane help.lnk" "$INSTDIR\qmx.chm"
   WriteRegStr HKCU "${REMOVAL}" DisplayName "Orvane"
@@ -99,6 +101,7 @@ Section "Open .qmx projects with Orvane" association
 SectionEnd
 
 Section /o "Icon on the desktop" icon
+  SetOutPath "$DOCUMENTS"
   CreateShortcut "$DESKTOP\Orvane.lnk" "$INSTDIR\qmx.exe"
 SectionEnd
 

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QFileInfo>
 #include <QFileSystemModel>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <algorithm>
@@ -86,7 +87,33 @@ void FileDialog::Propose(const QString& path) {
   name_->selectAll();
 }
 
-QString FileDialog::Ask() { return exec() == Accepted ? path_ : QString(); }
+QString FileDialog::Ask() {
+  if (QGuiApplication::platformName() == "windows") return AskSystem();
+  return exec() == Accepted ? path_ : QString();
+}
+
+// The system's dialog reads a name as this one does, since no name there holds a quote; it looks
+// for the file, and asks before one is replaced.
+QString FileDialog::AskSystem() {
+  QFileDialog dialog(parentWidget(), windowTitle());
+  dialog.setAcceptMode(acceptMode());
+  dialog.setFileMode(acceptMode() == AcceptOpen ? ExistingFile : AnyFile);
+  dialog.setDirectory(directory());
+  if (!name_->text().isEmpty()) dialog.selectFile(name_->text());
+  const auto follow = [&dialog](const QString& ending) {
+    dialog.setDefaultSuffix(ending.startsWith('.') ? ending.mid(1) : ending);
+  };
+  follow(ending_);
+  if (endings_.size() > 1) {
+    const QStringList kinds = nameFilters();
+    dialog.setNameFilters(kinds);
+    connect(&dialog, &QFileDialog::filterSelected, this, [&](const QString& chosen) {
+      ending_ = endings_.value(kinds.indexOf(chosen), ending_);
+      follow(ending_);
+    });
+  }
+  return dialog.exec() == Accepted ? dialog.selectedFiles().value(0) : QString();
+}
 
 void FileDialog::accept() {
   if (name_->text().isEmpty() && chosen_.isEmpty()) return;

@@ -24,7 +24,8 @@ struct FileKind {
 /// The dialog for a file to be opened or saved. What is typed is the file's name as it is, whatever
 /// characters it holds: the toolkit's own dialog takes double quotes for marks around one name of
 /// several. A name that does not begin at the root lies in the folder on show; a leading "~" stands
-/// for a home folder unless there is a file of that name. A folder is entered.
+/// for a home folder unless there is a file of that name. A folder is entered. On Windows the
+/// system's own dialog stands in its place.
 class FileDialog : public QFileDialog {
   Q_OBJECT
 
@@ -48,6 +49,7 @@ class FileDialog : public QFileDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QString AskSystem();
   void KeepButtonOn();
   void NoteName(const QString& name);
   void NoteSelection();
