@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -22,10 +23,15 @@ int main(int argc, char** argv) {
     for (const char* folder : {"XDG_STATE_HOME", "LOCALAPPDATA"})
       qputenv(folder, qgetenv("QMX_TEST_STATE"));
   }
+  // Where the system has no fonts for such a platform they are in a folder. Wine keeps the names of
+  // Qt's own variables to itself.
+  if (qEnvironmentVariableIsSet("QMX_TEST_FONTS"))
+    qputenv("QT_QPA_FONTDIR", qgetenv("QMX_TEST_FONTS"));
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + qmx::test::SourceFolder() +
-                                "/tests/support/small_screen.json")
-                                   .c_str());
+    // A colon, such as that of a drive, would end the file's name.
+    const QString screen = QDir::current().relativeFilePath(
+        QString::fromStdString(qmx::test::SourceFolder() + "/tests/support/small_screen.json"));
+    qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + screen).toUtf8());
   }
   const qmx::Application application(argv);
   return RUN_ALL_TESTS();

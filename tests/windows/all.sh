@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
 . scripts/windows/places.sh
-install_packages $build_packages $windows_packages libgtest-dev googletest
+install_packages $build_packages $windows_packages fonts-dejavu-core fonts-liberation libgtest-dev googletest
 
 # Every name that is left out must be that of a test.
 while IFS=$'\t' read -r name reason; do
@@ -26,4 +26,8 @@ cmake -G Ninja -S . -B "$build" --toolchain cmake/mingw.cmake -DQMX_WINDOWS_LIBR
   -DCMAKE_BUILD_TYPE=Release
 cmake --build "$build" --target qmx_all_tests
 . tests/windows/wine.sh "$build"
+# The platform that the window tests run on finds no fonts of its own there.
+mkdir -p "$build/fonts"
+cp /usr/share/fonts/truetype/{dejavu,liberation}/*.ttf "$build/fonts"
+export QMX_TEST_FONTS="Z:$build/fonts"
 ctest --test-dir "$build" --output-on-failure --output-log "$build/tests.log"
