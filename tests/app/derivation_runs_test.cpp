@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QTest>
 #include <new>
 #include <vector>
 
@@ -22,7 +22,7 @@ class DerivationRunsTest : public ::testing::Test {
         [this](DerivationRuns::End end) { ends.push_back(end); });
   }
   void UntilIdle() {
-    while (!runs.IsIdle()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return runs.IsIdle(); }));
   }
 
   std::vector<int> done;
