@@ -28,6 +28,7 @@ cmake --build "$build" --target qmx_all_tests
 . tests/windows/wine.sh "$build"
 # The platform that the window tests run on finds no fonts of its own there.
 mkdir -p "$build/fonts"
-cp /usr/share/fonts/truetype/{dejavu,liberation}/*.ttf "$build/fonts"
+cp /usr/share/fonts/truetype/dejavu/DejaVuSans{,-Bold,Mono,Mono-Bold}.ttf \
+  /usr/share/fonts/truetype/liberation/LiberationMono*.ttf "$build/fonts"
 export QMX_TEST_FONTS="Z:$build/fonts"
 ctest --test-dir "$build" --output-on-failure --output-log "$build/tests.log"
