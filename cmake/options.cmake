@@ -13,8 +13,6 @@ endif()
 if(MINGW)
   # Its C library takes roots without raising a fault; the processor's own, which need no errno, raise it.
   target_compile_options(qmx_options INTERFACE -fno-math-errno)
-  # One file that is carried about: what the processor spends its time in is the kernels, which ask for more.
-  string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
 endif()
 if(QMX_ASSERTIONS)
   target_compile_options(qmx_options INTERFACE -UNDEBUG)

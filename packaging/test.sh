@@ -13,6 +13,7 @@ fi
 package="${1:+$(realpath -- "$1")}"
 cd "$(dirname "$(realpath "$0")")/.."
 . scripts/packages.sh
+. scripts/display.sh
 install_packages $display_packages $packaging_packages
 if [ -z "$package" ]; then
   ./package.sh
@@ -81,10 +82,7 @@ export HOME=$work/home XDG_RUNTIME_DIR=$work/run
 unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_DATA_DIRS LC_ALL LC_NUMERIC WAYLAND_DISPLAY
 mkdir -p "$HOME"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
-Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-server=$!
-for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+start_display "$work"
 
 # The process that runs the installed program, if there is one.
 find_program() {

@@ -3,6 +3,7 @@
 # Starts a program on a virtual display, takes a picture of the screen once a window is there, and ends it:
 # scripts/picture.sh PICTURE PROGRAM [ARGUMENT...]
 set -euo pipefail
+. "$(dirname "$(realpath "$0")")/display.sh"
 picture=$1
 shift
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
@@ -10,10 +11,7 @@ chmod 700 "$XDG_RUNTIME_DIR"
 
 work=$(mktemp -d)
 trap 'kill ${program:-} ${server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
-Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-server=$!
-for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+start_display "$work"
 
 "$@" &
 program=$!

@@ -3,16 +3,14 @@
 # Draws the pictures of the README anew: scripts/readme_pictures.sh PROGRAM. Works a session by keys on a virtual display.
 # Needs xvfb, openbox, xdotool and ImageMagick.
 set -euo pipefail
+. "$(dirname "$(realpath "$0")")/display.sh"
 program=$(realpath "$1")
 images=$(dirname "$(realpath "$0")")/../docs/images
 work=$(mktemp -d)
 export XDG_RUNTIME_DIR="$work" XDG_CONFIG_HOME="$work/config" XDG_STATE_HOME="$work/state"
 chmod 700 "$work"
 trap 'kill ${running:-} ${manager:-} ${server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
-Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-server=$!
-for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+start_display "$work"
 openbox >/dev/null 2>&1 &
 manager=$!
 

@@ -111,13 +111,22 @@ SectionEnd
   !insertmacro MUI_DESCRIPTION_TEXT ${icon} "A shortcut to the program on the desktop."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
-; What the program's own command Associate files has written leads to the program, too.
-!macro FORGET_CLASS ROOT BELOW NAME
-  ReadRegStr $0 ${ROOT} "${BELOW}.qmx" ""
-  ${If} $0 == "${NAME}"
-    DeleteRegKey ${ROOT} "${BELOW}.qmx"
+; A class goes only where it leads to this program: another one may have been unpacked elsewhere.
+!macro FORGET_CLASS ROOT BELOW NAME COMMAND
+  ReadRegStr $0 ${ROOT} "${BELOW}${NAME}\shell\open\command" ""
+  ${If} $0 == '${COMMAND}'
+    DeleteRegKey ${ROOT} "${BELOW}${NAME}"
+    ReadRegStr $0 ${ROOT} "${BELOW}.qmx" ""
+    ${If} $0 == "${NAME}"
+      DeleteRegKey ${ROOT} "${BELOW}.qmx"
+    ${EndIf}
   ${EndIf}
-  DeleteRegKey ${ROOT} "${BELOW}${NAME}"
+!macroend
+
+; Those of the set-up, and what the program's own command for the association writes.
+!macro FORGET_CLASSES ROOT BELOW
+  !insertmacro FORGET_CLASS ${ROOT} "${BELOW}" "${PROJECTS}" '"$INSTDIR\qmx.exe" "%1"'
+  !insertmacro FORGET_CLASS ${ROOT} "${BELOW}" "Orvane" '$INSTDIR\qmx.exe %1'
 !macroend
 
 Section Uninstall
@@ -134,15 +143,17 @@ Section Uninstall
   Delete "$SMPROGRAMS\Orvane\Orvane help.lnk"
   RMDir "$SMPROGRAMS\Orvane"
   Delete "$DESKTOP\Orvane.lnk"
-  !insertmacro FORGET_CLASS HKCU "Software\Classes\" "${PROJECTS}"
-  !insertmacro FORGET_CLASS HKCU "Software\Classes\" "Orvane"
-  !insertmacro FORGET_CLASS HKCR "" "${PROJECTS}"
-  !insertmacro FORGET_CLASS HKCR "" "Orvane"
+  !insertmacro FORGET_CLASSES HKCU "Software\Classes\"
+  !insertmacro FORGET_CLASSES HKCR ""
   System::Call 'shell32::SHChangeNotify(i 0x08000000, i 0, p 0, p 0)'
   DeleteRegKey HKCU "${REMOVAL}"
-  ; Settings, and what was kept for the next start.
   Delete "$APPDATA\Orvane\Orvane.ini"
   RMDir "$APPDATA\Orvane"
+  ${If} ${FileExists} "$LOCALAPPDATA\Orvane\session-*.qmx"
+    MessageBox MB_YESNO|MB_ICONQUESTION "The last session is kept for the next start of Orvane and may hold what was never saved. \
+Remove it, too?" /SD IDYES IDNO keep
+  ${EndIf}
   Delete "$LOCALAPPDATA\Orvane\session-*.qmx*"
+  keep:
   RMDir "$LOCALAPPDATA\Orvane"
 SectionEnd

@@ -7,7 +7,7 @@
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
-. scripts/windows/places.sh
+. scripts/display.sh
 install_packages $windows_packages $display_packages xdotool openbox fonts-liberation fonts-dejavu-core unzip
 
 fail() {
@@ -47,10 +47,7 @@ done
 size=$(stat -c %s "$work/unpacked/Orvane/qmx.exe")
 [ "$size" -le 25000000 ] || fail "the program has $size bytes"
 
-Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-server=$!
-for _ in $(seq 100); do [ -s "$work/display" ] && break; sleep 0.1; done
-export DISPLAY=":$(cat "$work/display")"
+start_display "$work"
 openbox >/dev/null 2>&1 &
 manager=$!
 
@@ -83,6 +80,17 @@ await() {
   done
   fail "no window $1"
 }
+# focus NAME: gives the keyboard to the window of that name, and lets it settle.
+focus() {
+  local window
+  window=$(await "^$1\$")
+  for _ in $(seq 50); do
+    xdotool windowactivate "$window" 2>/dev/null || true
+    sleep 0.2
+    [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = "$1" ] && sleep 1 && return
+  done
+  fail "$1 does not get the keyboard"
+}
 press() {
   for key in "$@"; do
     xdotool key "$key"
@@ -92,16 +100,15 @@ press() {
 photograph() { import -window root "$pictures/$1.png"; }
 
 # Numbers are typed into A of a project, its inverse is computed, and all is saved. The keys are the same for every system.
-# walk NAME WINDOW...: photographs what it comes to under that name.
+# walk NAME: photographs what it comes to under that name.
 walk() {
   local name=$1
-  xdotool windowactivate --sync "$(await '^Orvane$')"
+  focus Orvane
   press ctrl+1
-  xdotool windowactivate --sync "$(await '^Matrix A$')"
+  focus 'Matrix A'
   press ctrl+Home 7 period 2 5 Down 3
   press ctrl+shift+i
-  xdotool windowactivate --sync "$(await '^Orvane$')"
-  sleep 1
+  focus Orvane
   photograph "$name"
   press ctrl+s
   for _ in $(seq 50); do cmp -s "$project" "$work/before.qmx" || break; sleep 0.1; done
@@ -139,8 +146,7 @@ echo "--- the file of the one opened in the other"
 cp "$windows_bytes" "$project"
 LC_ALL=C.UTF-8 build/release/bin/qmx.exe "$project" >/dev/null 2>&1 &
 program=$!
-xdotool windowactivate --sync "$(await '^Orvane$')"
-sleep 1
+focus Orvane
 touch -d @0 "$project"
 press ctrl+s
 for _ in $(seq 50); do [ "$(stat -c %Y "$project")" -ne 0 ] && break; sleep 0.1; done

@@ -44,15 +44,15 @@ made_as=
 # once NAME: runs build_NAME in a folder of its own, unless what it would make is there, made the same way and from the same
 # libraries before it. What it prints is kept in logs/NAME.log.
 once() {
-  local work=$windows_cache/work/$1 mark=$windows_libraries/.made-$1 status
+  local folder=$windows_cache/making/$1 mark=$windows_libraries/.made-$1 status
   made_as=$({ echo "$made_as"; declare -f "build_$1" cmake_library autoconf_library; cat "$toolchain"; } | sha256sum)
   [ "$(cat "$mark" 2>/dev/null)" = "$made_as" ] && return
   echo "Building $1 for Windows (see $windows_cache/logs/$1.log)"
-  rm -rf "$work"
-  mkdir -p "$work"
+  rm -rf "$folder"
+  mkdir -p "$folder"
   # Not within a condition, where bash would go on behind a command that fails.
   set +e
-  (set -e; cd "$work"; "build_$1") >"$windows_cache/logs/$1.log" 2>&1
+  (set -e; cd "$folder"; "build_$1") >"$windows_cache/logs/$1.log" 2>&1
   status=$?
   set -e
   if [ "$status" -ne 0 ]; then
@@ -60,7 +60,7 @@ once() {
     echo "$1 could not be built for Windows." >&2
     exit 1
   fi
-  rm -rf "$work"
+  rm -rf "$folder"
   echo "$made_as" >"$mark"
 }
 

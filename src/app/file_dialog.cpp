@@ -112,7 +112,12 @@ QString FileDialog::AskSystem() {
       follow(ending_);
     });
   }
-  return dialog.exec() == Accepted ? dialog.selectedFiles().value(0) : QString();
+  while (dialog.exec() == Accepted) {
+    const QString path = dialog.selectedFiles().value(0);
+    // The system has asked about the name that was chosen, but not about the one with the ending.
+    if (acceptMode() == AcceptOpen || WithEnding(path) == path || MayBeTaken(path)) return path;
+  }
+  return {};
 }
 
 void FileDialog::accept() {

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "desktop/window_front.h"
+
 namespace qmx {
 
 namespace {
@@ -45,10 +47,7 @@ void AboutWindow::AddLicences() {
 
 void AboutWindow::ShowLicences() {
   if (frmLicences_ == nullptr) frmLicences_ = new LicencesWindow;
-  frmLicences_->setWindowState(frmLicences_->windowState() & ~Qt::WindowMinimized);
-  frmLicences_->show();
-  frmLicences_->raise();
-  frmLicences_->activateWindow();
+  BringToFront(*frmLicences_);
 }
 
 void AboutWindow::PrintVersion() {
