@@ -113,7 +113,7 @@ QString FileDialog::AskSystem() {
     });
   }
   while (dialog.exec() == Accepted) {
-    const QString path = dialog.selectedFiles().value(0);
+    QString path = dialog.selectedFiles().value(0);
     // The system has asked about the name that was chosen, but not about the one with the ending.
     if (acceptMode() == AcceptOpen || WithEnding(path) == path || MayBeTaken(path)) return path;
   }
