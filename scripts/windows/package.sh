@@ -14,7 +14,7 @@ bash scripts/windows/libraries.sh
 
 build=build/windows-program
 cmake -G Ninja -S . -B "$build" --toolchain cmake/mingw.cmake -DQMX_WINDOWS_LIBRARIES="$windows_libraries" $windows_qt_host \
-  -DCMAKE_BUILD_TYPE=Release >/dev/null
+  -DCMAKE_BUILD_TYPE=Release -DQMX_TESTS=OFF >/dev/null
 cmake --build "$build"
 version=$(sed -n 's/^project(Orvane VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 

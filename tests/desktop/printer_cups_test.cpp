@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include <QProcess>
 #include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <thread>
@@ -18,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kServer = "/usr/sbin/cupsd";
-constexpr const char* kParts = "/usr/lib/cups";
 
 bool WaitFor(const std::function<bool()>& condition) {
   for (int i = 0; i < 200; ++i) {
@@ -33,38 +30,23 @@ bool WaitFor(const std::function<bool()>& condition) {
 class PrintServer {
  public:
   PrintServer() {
-    for (const char* name : {"root", "state", "cache", "spool", "out", "run", "bin"})
-      fs::create_directory(folder_.Path(name));
-    MakeParts();
-    WriteConfiguration();
-    pid_ = fork();
-    if (pid_ == 0) {
-      const std::string c = folder_.Path("cupsd.conf");
-      const std::string s = folder_.Path("cups-files.conf");
-      execl(kServer, kServer, "-f", "-c", c.c_str(), "-s", s.c_str(), nullptr);
-      _exit(127);
-    }
+    server_.start("bash", {QMX_PRINT_SERVER, QString::fromStdString(folder_.Path("."))});
   }
   PrintServer(const PrintServer&) = delete;
   PrintServer& operator=(const PrintServer&) = delete;
   ~PrintServer() {
-    kill(pid_, SIGTERM);
-    waitpid(pid_, nullptr, 0);
+    server_.terminate();
+    server_.waitForFinished();
   }
 
-  bool Start() {
-    return WaitFor([this] {
-             return Run({"lpstat", "-r"}).output.find("not") == std::string::npos &&
-                    fs::exists(Address());
-           }) &&
-           Run({"lpadmin", "-p", "keeper", "-E", "-v", "keep:/", "-m", "raw"}).status == 0 &&
-           Run({"lpadmin", "-d", "keeper"}).status == 0;
+  bool Start() const {
+    return RunProgram({"bash", QMX_PRINT_SERVER, "--printer", folder_.Path(".")}).status == 0;
   }
   Outcome Run(const std::vector<std::string>& arguments) const {
     return RunProgram(arguments, {}, {"CUPS_SERVER=" + Address()});
   }
   std::string Address() const { return folder_.Path("run/sock"); }
-  std::string Job() const { return folder_.Path("out/job.pdf"); }
+  std::string Job() const { return folder_.Path("out/job"); }
   /// The backend writes this file last.
   bool JobArrived() const {
     return WaitFor([this] { return fs::exists(folder_.Path("out/title")); });
@@ -73,45 +55,8 @@ class PrintServer {
   std::string Log() const { return ContentOf(folder_.Path("error")); }
 
  private:
-  /// The server's own parts, apart from the one backend.
-  void MakeParts() const {
-    for (const auto& entry : fs::directory_iterator(kParts)) {
-      if (entry.path().filename() != "backend")
-        fs::create_symlink(entry.path(), folder_.Path("bin/" + entry.path().filename().string()));
-    }
-    fs::create_directory(folder_.Path("bin/backend"));
-    const std::string backend = folder_.Path("bin/backend/keep");
-    const std::string out = folder_.Path("out");
-    Put(backend,
-        "#!/bin/sh\n"
-        "if [ $# -eq 0 ]; then echo 'direct keep:/ \"keep\" \"keep\"'; exit 0; fi\n"
-        "cat ${6:+\"$6\"} > " +
-            out +
-            "/job.pdf\n"
-            "printf '%s' \"$3\" > " +
-            out +
-            "/title.part\n"
-            "mv " +
-            out + "/title.part " + out + "/title\n");
-    chmod(backend.c_str(), 0700);
-  }
-  void WriteConfiguration() const {
-    Put(folder_.Path("cups-files.conf"),
-        "ServerRoot " + folder_.Path("root") + "\nStateDir " + folder_.Path("state") +
-            "\nCacheDir " + folder_.Path("cache") + "\nRequestRoot " + folder_.Path("spool") +
-            "\nServerBin " + folder_.Path("bin") +
-            "\nDataDir /usr/share/cups\nPrintcap\nAccessLog " + folder_.Path("access") +
-            "\nErrorLog " + folder_.Path("error") + "\nPageLog " + folder_.Path("page") +
-            "\nUser lp\nGroup lp\nSystemGroup root\n");
-    Put(folder_.Path("cupsd.conf"),
-        "Listen " + Address() +
-            "\nBrowsing Off\nDefaultAuthType None\nWebInterface No\n"
-            "<Location />\nAllow all\n</Location>\n<Location /admin>\nAllow all\n</Location>\n"
-            "<Policy default>\n<Limit All>\nAllow all\n</Limit>\n</Policy>\n");
-  }
-
   Folder folder_;
-  pid_t pid_ = -1;
+  QProcess server_;
 };
 
 class CupsPrinting : public ::testing::Test {

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/printing_tools.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <QProcess>
+#include <QProcessEnvironment>
 #include <algorithm>
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -18,49 +14,48 @@
 namespace qmx::test {
 namespace {
 
-constexpr unsigned kLongestRun = 30;  // seconds
+constexpr int kLongestRun = 30000;  // milliseconds
 
-[[noreturn]] void Become(const std::vector<std::string>& arguments, const std::string& input,
-                         const std::string& output, const std::vector<std::string>& environment) {
-  const int in = open(input.c_str(), O_RDONLY);
-  const int out = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-  dup2(in, STDIN_FILENO);
-  dup2(out, STDOUT_FILENO);
-  for (const std::string& entry : environment) {
-    const std::size_t equals = entry.find('=');
-    setenv(entry.substr(0, equals).c_str(), entry.substr(equals + 1).c_str(), 1);
-  }
-  std::vector<char*> pointers;
-  for (const std::string& argument : arguments)
-    pointers.push_back(const_cast<char*>(argument.c_str()));
-  pointers.push_back(nullptr);
-  // The alarm survives the change of program and ends one that hangs.
-  alarm(kLongestRun);
-  execvp(pointers[0], pointers.data());
-  _exit(127);
-}
+QString TextOf(const std::string& text) { return QString::fromStdString(text); }
 
 }  // namespace
 
 Outcome RunProgram(const std::vector<std::string>& arguments, const std::string& input,
                    const std::vector<std::string>& environment) {
-  const Folder folder;
-  const std::string inputName = folder.Path("input");
-  const std::string outputName = folder.Path("output");
-  Put(inputName, input);
-  const pid_t child = fork();
-  if (child == 0) Become(arguments, inputName, outputName, environment);
-  int status = 0;
-  waitpid(child, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ContentOf(outputName)};
+  QStringList rest;
+  for (std::size_t i = 1; i < arguments.size(); ++i) rest << TextOf(arguments[i]);
+  QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+  for (const std::string& entry : environment) {
+    const std::size_t equals = entry.find('=');
+    surroundings.insert(TextOf(entry.substr(0, equals)), TextOf(entry.substr(equals + 1)));
+  }
+  QProcess process;
+  process.setProcessEnvironment(surroundings);
+  process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process.start(TextOf(arguments[0]), rest);
+  process.write(QByteArray::fromStdString(input));
+  process.closeWriteChannel();
+  if (!process.waitForFinished(kLongestRun)) {
+    ADD_FAILURE() << arguments[0] << ": " << process.errorString().toStdString();
+    process.kill();
+    process.waitForFinished();
+  }
+  Outcome outcome;
+  if (process.exitStatus() == QProcess::NormalExit) outcome.status = process.exitCode();
+  outcome.output = process.readAllStandardOutput().replace('\r', QByteArray()).toStdString();
+  return outcome;
 }
 
-Folder::Folder() : path_(testing::TempDir() + "qmx_print_XXXXXX") {
-  if (mkdtemp(path_.data()) == nullptr) ADD_FAILURE() << "no temporary folder";
-  chmod(path_.c_str(), 0755);
+Folder::Folder() : folder_(TextOf(testing::TempDir() + "qmx_print_XXXXXX")) {
+  using std::filesystem::perms;
+  if (!folder_.isValid()) ADD_FAILURE() << "no temporary folder";
+  // A print server gives up its rights before it looks into it.
+  std::filesystem::permissions(Path("."), perms(0755));
 }
 
-Folder::~Folder() { std::filesystem::remove_all(path_); }
+std::string Folder::Path(const std::string& name) const {
+  return folder_.filePath(TextOf(name)).toStdString();
+}
 
 std::string ContentOf(const std::string& name) {
   std::ifstream file(name, std::ios::binary);
@@ -96,8 +91,9 @@ Outcome PrintLines(const std::vector<std::string>& lines, const std::string& fon
                    const std::string& pdfName, const std::string& printServer, int stopAt) {
   std::string input;
   for (const std::string& line : lines) input += line + "\n";
-  return RunProgram({QMX_PRINT_PROGRAM, font, pdfName, std::to_string(stopAt)}, input,
-                    {"CUPS_SERVER=" + printServer, "QT_QPA_PLATFORM=offscreen", "LC_ALL=C.UTF-8"});
+  return RunProgram(
+      {QMX_PRINT_PROGRAM, font, pdfName, std::to_string(stopAt)}, input,
+      {"CUPS_SERVER=" + printServer, "QT_QPA_PLATFORM=offscreen;windows", "LC_ALL=C.UTF-8"});
 }
 
 }  // namespace qmx::test

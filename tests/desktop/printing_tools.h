@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QTemporaryDir>
 #include <string>
 #include <vector>
 
@@ -22,13 +23,10 @@ Outcome RunProgram(const std::vector<std::string>& arguments, const std::string&
 class Folder {
  public:
   Folder();
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder();
-  std::string Path(const std::string& name) const { return path_ + "/" + name; }
+  std::string Path(const std::string& name) const;
 
  private:
-  std::string path_;
+  QTemporaryDir folder_;
 };
 
 std::string ContentOf(const std::string& name);

@@ -23,7 +23,7 @@ done <tests/windows/absent.tsv
 
 build=$(realpath -m "${1:-build/windows-tests}")
 cmake -G Ninja -S . -B "$build" --toolchain cmake/mingw.cmake -DQMX_WINDOWS_LIBRARIES="$windows_libraries" $windows_qt_host \
-  -DCMAKE_BUILD_TYPE=Release
+  -DCMAKE_BUILD_TYPE=Release -DQMX_TESTS=ON
 cmake --build "$build" --target qmx_all_tests
 . tests/windows/wine.sh "$build"
 # The platform that the window tests run on finds no fonts of its own there.
