@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Tries the packages for Windows out under wine, on a display of its own: installs without a question, opens a project by its
-# association, types numbers, computes an inverse, saves, compares the file with what the program for Debian makes of the same keys,
-# and removes everything. Leaves pictures of the windows in build/windows-pictures.
+# association, types numbers, computes an inverse, saves, prints into a file and (as root) on a default printer, compares the files
+# with what the program for Debian makes of the same keys, and removes everything. Leaves pictures of the windows in build/windows-pictures.
 #   packaging/windows/test.sh
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
 . scripts/display.sh
-install_packages $windows_packages $display_packages xdotool openbox fonts-liberation fonts-dejavu-core unzip
+install_packages $windows_packages $display_packages xdotool openbox fonts-liberation fonts-dejavu-core unzip poppler-utils cups \
+  cups-client ghostscript
 
 fail() {
   echo "FAILED: $*" >&2
@@ -22,9 +23,10 @@ rm -rf "$pictures"
 mkdir -p "$pictures"
 server=
 manager=
+prints=
 clean_up() {
   "$wine" wineboot -k 2>/dev/null || true
-  for process in $manager $server; do kill "$process" 2>/dev/null || true; done
+  for process in $prints $manager $server; do kill "$process" 2>/dev/null || true; done
   # What still ends there may be writing its last files.
   rm -rf "$work" 2>/dev/null || { sleep 3 && rm -rf "$work"; } || true
 }
@@ -32,7 +34,7 @@ trap clean_up EXIT
 
 wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
 export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES=winemenubuilder.exe= HOME=$work/home
-export XDG_RUNTIME_DIR=$work/run
+export XDG_RUNTIME_DIR=$work/run CUPS_SERVER=/nowhere
 unset WAYLAND_DISPLAY
 mkdir -p "$HOME"
 mkdir -m 700 "$XDG_RUNTIME_DIR"
@@ -57,6 +59,7 @@ echo "--- installation without a question"
 for font in "MS Shell Dlg" "MS Shell Dlg 2" "Segoe UI" "Tahoma"; do
   "$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d "DejaVu Sans" /f >/dev/null
 done
+"$wine" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "Courier New" /d "Liberation Mono" /f >/dev/null
 "$wine" "$setup" /S
 user=$(echo "$WINEPREFIX"/drive_c/users/*/AppData | sed 's/.*Public.* //')
 installed=$user/Local/Programs/Orvane
@@ -115,6 +118,22 @@ walk() {
   sleep 0.5
 }
 
+# Waits until a file is there and whole.
+await_file() {
+  for _ in $(seq 100); do [ -s "$1" ] && sleep 0.5 && return; sleep 0.1; done
+  fail "no $1"
+}
+# print_to NAME FILE: without a printer the whole report goes into a file that is asked for, FILE as that system names it.
+print_to() {
+  focus Orvane
+  press ctrl+p
+  for _ in $(seq 50); do [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" != Orvane ] && break; sleep 0.1; done
+  sleep 1
+  xdotool type "$2"
+  photograph "$1"
+  press Return
+}
+
 # By its name, as a person would who has a folder of such files; the letters are of two scripts.
 project="$work/Übung Матрица 1.qmx"
 cp tests/data/a.qmx "$work/before.qmx"
@@ -126,6 +145,9 @@ walk windows
 grep -q $'^ 7.25 \r$' "$project" || fail "the number that was typed is not in the file"
 windows_bytes=$work/windows.qmx
 cp "$project" "$windows_bytes"
+print_to windows-print "Z:${work//\//\\}\\windows.pdf"
+await_file "$work/windows.pdf"
+focus Orvane
 press ctrl+q
 for _ in $(seq 100); do [ -z "$(find_window '^Orvane$')" ] && break; sleep 0.1; done
 [ -z "$(find_window '^Orvane$')" ] || fail "the program does not end"
@@ -139,6 +161,15 @@ LC_ALL=C.UTF-8 build/release/bin/qmx.exe "$project" >/dev/null 2>&1 &
 program=$!
 walk debian
 cmp "$project" "$windows_bytes" || fail "the two programs have written different files"
+print_to debian-print "$work/debian.pdf"
+await_file "$work/debian.pdf"
+for name in windows debian; do
+  pdftotext -raw "$work/$name.pdf" "$work/$name.txt"
+  pdftoppm -r 75 -png -singlefile "$work/$name.pdf" "$pictures/$name-paper"
+done
+grep -qx 'A( 1 , 1 )= 7.25' "$work/windows.txt" || fail "the number that was typed is not on paper"
+cmp "$work/windows.txt" "$work/debian.txt" || fail "the two programs have printed different lines"
+focus Orvane
 press ctrl+q
 wait "$program" || true
 
@@ -155,6 +186,25 @@ sleep 0.5
 cmp "$project" "$windows_bytes" || fail "the program for Debian has read another project than was written"
 press ctrl+q
 wait "$program" || true
+
+if [ "$(id -u)" -eq 0 ]; then
+  echo "--- printed on the default printer"
+  mkdir "$work/prints"
+  chmod 755 "$work" "$work/prints"
+  bash tests/desktop/print_server.sh "$work/prints" >/dev/null 2>&1 &
+  prints=$!
+  bash tests/desktop/print_server.sh --printer "$work/prints"
+  "$wine" wineboot -k
+  CUPS_SERVER=$work/prints/run/sock LC_ALL=C.UTF-8 "$wine" start /unix "$project" >/dev/null 2>&1 &
+  focus Orvane
+  press ctrl+p
+  await_file "$work/prints/out/title"
+  grep -qx Orvane "$work/prints/out/title" || fail "the job has no title"
+  ps2pdf "$work/prints/out/job" "$work/job.pdf"
+  pdftoppm -r 75 -png -singlefile "$work/job.pdf" "$pictures/windows-printer"
+  pdftotext -raw "$work/job.pdf" - | grep -qx 'A( 1 , 1 )= 7.25' || fail "the number that was typed does not come out of the printer"
+  press ctrl+q
+fi
 
 echo "--- removal"
 "$wine" "$installed/remove.exe" /S
