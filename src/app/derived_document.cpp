@@ -9,7 +9,7 @@
 
 namespace qmx {
 
-DerivedDocument::DerivedDocument(DocumentTexts texts, CommandRunner& commands, DerivationRuns& runs,
+DerivedDocument::DerivedDocument(DocumentTexts texts, CommandRunner& commands, BackgroundRuns& runs,
                                  Settle settle)
     : texts_(std::move(texts)), commands_(commands), runs_(runs), settle_(std::move(settle)) {}
 
@@ -47,14 +47,14 @@ void DerivedDocument::Derive(const std::function<Make()>& prepare) {
   window_->ShowWorking();
   auto document = std::make_shared<Document>();
   run_ = runs_.Start(
-      [&prepare, document]() -> DerivationRuns::Work {
+      [&prepare, document]() -> BackgroundRuns::Work {
         return [make = prepare(), document](const DerivationLook& look) { *document = make(look); };
       },
-      [this, document](DerivationRuns::End end) { Take(end, document); });
+      [this, document](BackgroundRuns::End end) { Take(end, document); });
 }
 
-void DerivedDocument::Take(DerivationRuns::End end, std::shared_ptr<const Document> document) {
-  lackedMemory_ = end == DerivationRuns::End::kNoMemory;
+void DerivedDocument::Take(BackgroundRuns::End end, std::shared_ptr<const Document> document) {
+  lackedMemory_ = end == BackgroundRuns::End::kNoMemory;
   lackedMemory_ ? window_->ShowNoMemory() : window_->ShowDocument(std::move(document));
 }
 

@@ -5,8 +5,9 @@
 #include <QPointer>
 #include <functional>
 
-#include "app/derivation_runs.h"
+#include "app/background_runs.h"
 #include "commands/command_runner.h"
+#include "derivation/derivation.h"
 #include "grids/document_window.h"
 
 namespace qmx {
@@ -23,7 +24,7 @@ class DerivedDocument : public QObject {
   /// Derives the document, on the worker; it owns what it reads.
   using Make = std::function<Document(const DerivationLook& look)>;
 
-  DerivedDocument(DocumentTexts texts, CommandRunner& commands, DerivationRuns& runs,
+  DerivedDocument(DocumentTexts texts, CommandRunner& commands, BackgroundRuns& runs,
                   Settle settle);
   ~DerivedDocument() override { Close(); }
 
@@ -45,14 +46,14 @@ class DerivedDocument : public QObject {
 
  private:
   void MakeWindow();
-  void Take(DerivationRuns::End end, std::shared_ptr<const Document> document);
+  void Take(BackgroundRuns::End end, std::shared_ptr<const Document> document);
 
   const DocumentTexts texts_;
   CommandRunner& commands_;
-  DerivationRuns& runs_;
+  BackgroundRuns& runs_;
   Settle settle_;
   QPointer<DocumentWindow> window_;
-  DerivationRuns::Ticket run_;
+  BackgroundRuns::Ticket run_;
   bool lackedMemory_ = false;
 };
 

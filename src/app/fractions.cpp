@@ -74,27 +74,27 @@ void Fractions::Find(Slot slot) {
   states_[slot].of = workspace_.computations[result];
   auto found = std::make_shared<std::vector<std::vector<ExactNumber>>>();
   states_[slot].run = runs_.Start(
-      [this, result, found]() -> DerivationRuns::Work {
+      [this, result, found]() -> BackgroundRuns::Work {
         auto question =
             std::make_shared<const DerivationQuestion>(StepsQuestion(workspace_, result, 0, 0));
         return [deriver = deriver_, question, found](const DerivationLook& look) {
           *found = deriver->ExactElements(*question, look);
         };
       },
-      [this, slot, found](DerivationRuns::End end) { Take(slot, end, std::move(*found)); });
+      [this, slot, found](BackgroundRuns::End end) { Take(slot, end, std::move(*found)); });
 }
 
-void Fractions::Take(Slot slot, DerivationRuns::End end,
+void Fractions::Take(Slot slot, BackgroundRuns::End end,
                      std::vector<std::vector<ExactNumber>> all) {
   const std::size_t index = ExactIndex(slot);
-  if (end == DerivationRuns::End::kDone && index < all.size() && IsAnyKnown(all[index])) {
+  if (end == BackgroundRuns::End::kDone && index < all.size() && IsAnyKnown(all[index])) {
     states_[slot].exact = std::make_shared<const std::vector<ExactNumber>>(std::move(all[index]));
     // A command that is under way may be taking window and numbers away: it is followed by Show.
     if (commands_.IsBusy() || screen_.Window(slot) == nullptr) return;
     Show(slot);
     return Announce(*screen_.Window(slot), tr("Fractions"));
   }
-  const QString why = end == DerivationRuns::End::kNoMemory
+  const QString why = end == BackgroundRuns::End::kNoMemory
                           ? tr("There is not enough memory for exact fractions.")
                           : tr("There are no exact fractions of this with at most 9 digits.");
   Release(slot);

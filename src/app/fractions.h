@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "app/derivation_runs.h"
+#include "app/background_runs.h"
 #include "app/desktop_screen.h"
 #include "commands/command_runner.h"
 #include "commands/steps_question.h"
@@ -30,18 +30,18 @@ class Fractions : public QObject {
   /// Something may have changed in the Workspace.
   void AfterCommand();
   void End() { runs_.StopAll(); }
-  DerivationRuns& Runs() { return runs_; }
+  BackgroundRuns& Runs() { return runs_; }
 
  private:
   struct State {
     std::shared_ptr<const Computation> of;                  ///< Null while the button is up.
     std::shared_ptr<const std::vector<ExactNumber>> exact;  ///< Once it is known.
-    DerivationRuns::Ticket run;
+    BackgroundRuns::Ticket run;
   };
 
   void Press(Slot slot, bool down);
   void Find(Slot slot);
-  void Take(Slot slot, DerivationRuns::End end, std::vector<std::vector<ExactNumber>> all);
+  void Take(Slot slot, BackgroundRuns::End end, std::vector<std::vector<ExactNumber>> all);
   void Release(Slot slot);
   void Show(Slot slot);
   QPushButton* Button(Slot slot) const;
@@ -50,7 +50,7 @@ class Fractions : public QObject {
   DesktopScreen& screen_;
   CommandRunner& commands_;
   const Deriver* deriver_;
-  DerivationRuns runs_;
+  BackgroundRuns runs_;
   std::array<State, kSlotCount> states_;
 };
 

@@ -30,7 +30,7 @@ class MoreAboutA : public QObject {
 
   /// Null while there is none.
   DocumentWindow* Window() const { return document_.Window(); }
-  DerivationRuns& Runs() { return runs_; }
+  BackgroundRuns& Runs() { return runs_; }
 
  private:
   void Derive();
@@ -41,7 +41,7 @@ class MoreAboutA : public QObject {
   frmQMX& main_;
   CommandRunner& commands_;
   const Deriver* deriver_;
-  DerivationRuns runs_;
+  BackgroundRuns runs_;
   DerivedDocument document_;
   std::shared_ptr<const Matrix> of_;  ///< A when the document was asked for.
 };

@@ -44,7 +44,7 @@ class Steps : public QObject {
   DocumentWindow* Window(Result result) const {
     return shown_[result].document == nullptr ? nullptr : shown_[result].document->Window();
   }
-  DerivationRuns& Runs() { return runs_; }
+  BackgroundRuns& Runs() { return runs_; }
 
  private:
   /// What a document tells of: the result, and the element of it where it is about one.
@@ -73,7 +73,7 @@ class Steps : public QObject {
   DesktopScreen& screen_;
   CommandRunner& commands_;
   const Deriver* deriver_;
-  DerivationRuns runs_;
+  BackgroundRuns runs_;
   QMenu* menu_;
   std::array<Shown, kResultCount> shown_;
   std::array<QPointer<StepsButton>, kSlotCount> buttons_;  ///< In the windows that there are.

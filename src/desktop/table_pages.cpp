@@ -65,12 +65,13 @@ Paper PaperOf(const QPagedPaintDevice& device) {
   return {room.width(), room.height()};
 }
 
-bool PaintTable(QPagedPaintDevice& device, const PrintedTable& table, int firstPage, int lastPage) {
+bool PaintTable(QPagedPaintDevice& device, const PrintedTable& table, int firstPage, int lastPage,
+                FunctionRef<bool(int page)> goesOn) {
   const PrintSize& size = table.Size();
   const Paper paper = PaperOf(device);
   LinePainter painter(device, size);
   if (!painter.IsActive()) return false;
-  for (int page = firstPage; page <= lastPage; ++page) {
+  for (int page = firstPage; page <= lastPage && goesOn(page); ++page) {
     if (page > firstPage && !device.newPage()) return false;
     qreal top = 0;
     for (const std::string& line : table.Page(page)) {

@@ -4,6 +4,7 @@
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 
+#include "base/function_ref.h"
 #include "output/printed_table.h"
 
 namespace qmx {
@@ -15,7 +16,8 @@ QPageLayout TablePage();
 Paper PaperOf(const QPagedPaintDevice& device);
 
 /// Paints pages of a table, which is laid out for the paper of the device; false where the device
-/// fails.
-bool PaintTable(QPagedPaintDevice& device, const PrintedTable& table, int firstPage, int lastPage);
+/// fails. `goesOn` is asked before each page, which is not painted any more where it says false.
+bool PaintTable(QPagedPaintDevice& device, const PrintedTable& table, int firstPage, int lastPage,
+                FunctionRef<bool(int page)> goesOn);
 
 }  // namespace qmx

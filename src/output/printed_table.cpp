@@ -2,7 +2,6 @@
 #include "output/printed_table.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "base/number_text.h"
 
@@ -26,6 +25,7 @@ constexpr int kHeadLines = 3;  // Title, an empty line, the numbers of the colum
 constexpr int kFootLines = 2;  // An empty line and the number of the page.
 constexpr int kGap = 2;        // Blanks between columns; the smallest print has less.
 constexpr int kSmallGap = 1;
+constexpr int kNumbersPerLook = 4096;
 
 int DigitsOf(int number) { return static_cast<int>(std::to_string(number).size()); }
 
@@ -42,17 +42,19 @@ void AppendBlanks(std::string& line, int count) {
 
 }  // namespace
 
-PrintedTable::PrintedTable(std::string title, const Matrix& values, int digits)
-    : title_(std::move(title)), values_(values), digits_(digits) {
-  Measure();
-}
-
-void PrintedTable::Measure() {
+void PrintedTable::Measure(FunctionRef<void()> look) {
+  widths_.clear();
   widths_.reserve(static_cast<std::size_t>(values_.Cols()));
   for (int j = 1; j <= values_.Cols(); ++j) widths_.push_back({DigitsOf(j), 0});
-  for (int i = 1; i <= values_.Rows(); ++i) {
-    const double* row = values_.Row(i);
+  int untilLook = kNumbersPerLook;
+  const Matrix& values = values_;
+  for (int i = 1; i <= values.Rows(); ++i) {
+    const double* row = values.Row(i);
     for (Width& width : widths_) {
+      if (--untilLook == 0) {
+        look();
+        untilLook = kNumbersPerLook;
+      }
       const std::string text = TableNumber(*row++, digits_);
       const int before = PlacesBefore(text);
       width.before = std::max(width.before, before);

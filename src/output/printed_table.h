@@ -2,8 +2,10 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "base/function_ref.h"
 #include "base/matrix.h"
 
 namespace qmx {
@@ -35,10 +37,15 @@ class PrintedTable {
   static constexpr int kLeastDigits = 1;
   static constexpr int kMostDigits = 17;
 
-  /// `values` lives as long as the table. `digits` are the most significant ones of a number.
-  PrintedTable(std::string title, const Matrix& values, int digits);
+  /// `digits` are the most significant ones of a number.
+  PrintedTable(std::string title, Matrix values, int digits)
+      : title_(std::move(title)), values_(std::move(values)), digits_(digits) {}
 
-  /// Divides the table among pages; to be called before anything below.
+  /// Finds how wide every column is, from the texts of all its numbers: once, for any paper, and to
+  /// be called before anything below. It may take long: `look` is called every few milliseconds and
+  /// may throw what ends it.
+  void Measure(FunctionRef<void()> look);
+  /// Divides the table among pages.
   void LayOut(const Paper& paper);
   int Pages() const { return static_cast<int>(blocks_.size()) * rowBlocks_; }
   const PrintSize& Size() const { return size_; }
@@ -59,12 +66,11 @@ class PrintedTable {
     int after;
     int All() const { return before + after; }
   };
-  void Measure();
   int RowNumberWidth() const;
   bool Divide(const Paper& paper, const PrintSize& size);
 
   std::string title_;
-  const Matrix& values_;
+  Matrix values_;
   int digits_;
   std::vector<Width> widths_;
   PrintSize size_{};

@@ -4,16 +4,23 @@
 #include "app/print_table_dialog.h"
 
 #include <QAction>
+#include <QBasicTimer>
+#include <QComboBox>
 #include <QPdfWriter>
+#include <QPointer>
 #include <QPrintPreviewWidget>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
+#include <functional>
 #include <map>
 #include <random>
+#include <utility>
 
+#include "app/page_preview.h"
 #include "base/number_text.h"
 #include "desktop/table_pages.h"
 #include "support/desktop_bench.h"
@@ -63,6 +70,7 @@ std::vector<std::map<int, std::vector<Word>>> WordsOf(const QString& pdf) {
 TEST(TablePages, EveryColumnOfTheDocumentIsAlignedAtThePoint) {
   const Matrix values = Random(200, 150);
   PrintedTable table("Matrix A", values, 7);
+  table.Measure([] {});
   const QTemporaryDir folder;
   const QString pdf = folder.filePath("table.pdf");
   {
@@ -72,7 +80,7 @@ TEST(TablePages, EveryColumnOfTheDocumentIsAlignedAtThePoint) {
     writer.setPageLayout(page);
     table.LayOut(PaperOf(writer));
     ASSERT_LE(table.Pages(), 20);
-    ASSERT_TRUE(PaintTable(writer, table, 1, table.Pages()));
+    ASSERT_TRUE(PaintTable(writer, table, 1, table.Pages(), [](int) { return true; }));
   }
   const auto pages = WordsOf(pdf);
   ASSERT_EQ(static_cast<int>(pages.size()), table.Pages());
@@ -106,41 +114,205 @@ TEST(TablePages, EveryColumnOfTheDocumentIsAlignedAtThePoint) {
   }
 }
 
-using PrintTableTest = Desktop;
+class PrintTableTest : public Desktop {
+ protected:
+  void PutA(int rows, int cols) {
+    State().At(kSlotA) = {Random(rows, cols), rows, cols};
+    State().ACreated = true;
+  }
+  /// Opens the dialog and closes it after `work`, called once it is there.
+  void Open(const std::function<void(PrintTableDialog&)>& work) {
+    QTimer poll;
+    bool seen = false;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+      auto* dialog = qobject_cast<PrintTableDialog*>(QApplication::activeModalWidget());
+      // Between two pages this is called from within the painting, which waits for its end.
+      if (dialog == nullptr || dialog->IsPainting()) return;
+      poll.stop();
+      seen = true;
+      work(*dialog);
+      dialog->reject();
+    });
+    poll.start(0);
+    Main().Action("mnuPrintTable")->trigger();
+    EXPECT_TRUE(seen);
+  }
+  static QString Pages(const PrintTableDialog& dialog) {
+    return dialog.findChild<QLabel*>("lblPages")->text();
+  }
+  static void UntilDone(const PrintTableDialog& dialog) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Pages(dialog).contains("..."); }, 60000));
+  }
+  static int PageCount(const PrintTableDialog& dialog) {
+    return dialog.findChild<QPrintPreviewWidget*>()->pageCount();
+  }
+  static bool HasTools(const PrintTableDialog& dialog) {
+    return dialog.findChild<QToolBar*>()->isEnabled();
+  }
+};
+
+/// Looks at the dialog in the moment in which it comes, and between the pages that are painted.
+class DialogWatch : public QObject {
+ public:
+  using Look = std::function<void(PrintTableDialog&)>;
+  DialogWatch(Look whenShown, Look betweenPages)
+      : whenShown_(std::move(whenShown)), betweenPages_(std::move(betweenPages)) {
+    qApp->installEventFilter(this);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* dialog = qobject_cast<PrintTableDialog*>(watched);
+    if (dialog == nullptr || event->type() != QEvent::Show) return false;
+    dialog_ = dialog;
+    if (whenShown_) whenShown_(*dialog);
+    beat_.start(0, this);
+    return false;
+  }
+  void timerEvent(QTimerEvent*) override {
+    if (dialog_ == nullptr || !dialog_->isVisible()) return beat_.stop();
+    if (!dialog_->IsPainting()) return;
+    ++turns;
+    if (betweenPages_) betweenPages_(*dialog_);
+  }
+
+  int turns = 0;
+
+ private:
+  Look whenShown_;
+  Look betweenPages_;
+  QPointer<PrintTableDialog> dialog_;
+  QBasicTimer beat_;
+};
 
 TEST_F(PrintTableTest, ThePreviewFollowsTheMatrixAndTheDigits) {
-  State().At(kSlotA) = {Random(60, 40), 60, 40};
-  State().ACreated = true;
+  PutA(60, 40);
   State().At(kSlotB) = {Random(2, 2), 2, 2};
   State().BCreated = true;
-  QTimer poll;
-  bool seen = false;
-  QObject::connect(&poll, &QTimer::timeout, [&] {
-    auto* dialog = qobject_cast<PrintTableDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    poll.stop();
-    seen = true;
-    EXPECT_EQ(dialog->objectName(), "frmPrintTable");
-    auto* preview = dialog->findChild<QPrintPreviewWidget*>();
-    auto* pages = dialog->findChild<QLabel*>("lblPages");
-    auto* digits = dialog->findChild<QSpinBox*>("spnDigits");
-    auto* matrix = dialog->findChild<QComboBox*>("cboTable");
+  Open([](PrintTableDialog& dialog) {
+    EXPECT_EQ(dialog.objectName(), "frmPrintTable");
+    auto* digits = dialog.findChild<QSpinBox*>("spnDigits");
+    auto* matrix = dialog.findChild<QComboBox*>("cboTable");
+    UntilDone(dialog);
     EXPECT_EQ(digits->value(), 7);
-    const int usual = preview->pageCount();
+    const int usual = PageCount(dialog);
     EXPECT_GT(usual, 1);
-    EXPECT_EQ(pages->text(), QString("%1 pages").arg(usual));
+    EXPECT_EQ(Pages(dialog), QString("%1 pages").arg(usual));
     EXPECT_EQ(matrix->count(), 2);
     matrix->setCurrentIndex(1);
-    EXPECT_EQ(preview->pageCount(), 1);
-    EXPECT_EQ(pages->text(), "1 page");
+    UntilDone(dialog);
+    EXPECT_EQ(PageCount(dialog), 1);
+    EXPECT_EQ(Pages(dialog), "1 page");
     matrix->setCurrentIndex(0);
     digits->setValue(2);
-    EXPECT_LT(preview->pageCount(), usual);
-    dialog->reject();
+    UntilDone(dialog);
+    EXPECT_LT(PageCount(dialog), usual);
   });
-  poll.start(20);
+}
+
+// No machine finds the texts of so many numbers before anybody notices.
+TEST_F(PrintTableTest, ALargeTableIsCountedWhileTheDialogIsThere) {
+  PutA(2000, 2000);
+  QString first;
+  DialogWatch watch(
+      [&](PrintTableDialog& dialog) {
+        first = Pages(dialog);
+        EXPECT_FALSE(HasTools(dialog));
+      },
+      nullptr);
+  Open([](PrintTableDialog& dialog) {
+    UntilDone(dialog);
+    EXPECT_TRUE(Pages(dialog).endsWith("pages are too many to show. Choose fewer digits."));
+    EXPECT_EQ(PageCount(dialog), 0);
+    EXPECT_TRUE(HasTools(dialog));
+    const QAction* print = dialog.findChild<QToolBar*>()->actions().constLast();
+    EXPECT_EQ(print->text(), "Print");
+    EXPECT_FALSE(print->isEnabled());
+    auto* digits = dialog.findChild<QSpinBox*>("spnDigits");
+    digits->setValue(17);
+    EXPECT_EQ(Pages(dialog), "Counting the pages...");
+    // Another one takes its place at once.
+    digits->setValue(16);
+    EXPECT_EQ(Pages(dialog), "Counting the pages...");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_EQ(first, "Counting the pages...");
+}
+
+TEST_F(PrintTableTest, BetweenItsPagesEventsAreHandled) {
+  PutA(500, 500);
+  DialogWatch watch(nullptr, [](PrintTableDialog& dialog) {
+    EXPECT_FALSE(HasTools(dialog));
+    EXPECT_TRUE(dialog.findChild<QComboBox*>("cboTable")->isEnabled());
+    // Its old pictures are gone.
+    dialog.findChild<QPrintPreviewWidget*>()->grab();
+  });
+  Open([](PrintTableDialog& dialog) {
+    UntilDone(dialog);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return PageCount(dialog) > 50; }));
+    EXPECT_EQ(Pages(dialog), QString("%1 pages").arg(PageCount(dialog)));
+    EXPECT_TRUE(HasTools(dialog));
+  });
+  EXPECT_GE(watch.turns, 2);
+}
+
+TEST_F(PrintTableTest, OtherDigitsMayBeChosenWhileItsPagesArePainted) {
+  PutA(500, 500);
+  bool chosen = false;
+  DialogWatch watch(nullptr, [&](PrintTableDialog& dialog) {
+    if (!std::exchange(chosen, true)) dialog.findChild<QSpinBox*>("spnDigits")->setValue(1);
+  });
+  Open([&](PrintTableDialog& dialog) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return chosen; }));
+    UntilDone(dialog);
+    PrintedTable table("x", State().At(kSlotA).array, 1);
+    table.Measure([] {});
+    table.LayOut(PaperOf(PagePrinter("x")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return PageCount(dialog) == table.Pages(); }))
+        << PageCount(dialog) << " " << table.Pages();
+    UntilDone(dialog);
+    EXPECT_EQ(Pages(dialog), QString("%1 pages").arg(table.Pages()));
+  });
+}
+
+TEST_F(PrintTableTest, TheDialogClosesWhileItsPagesArePainted) {
+  PutA(500, 500);
+  bool closed = false;
+  DialogWatch watch(nullptr, [&](PrintTableDialog& dialog) {
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    closed = !dialog.isVisible();
+  });
+  QTimer::singleShot(20000, &watch, [] {
+    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) dialog->reject();
+  });
   Main().Action("mnuPrintTable")->trigger();
-  EXPECT_TRUE(seen);
+  EXPECT_TRUE(closed);
+  EXPECT_EQ(watch.turns, 1);
+}
+
+TEST_F(PrintTableTest, TheDialogStaysWhileItsPagesGoToThePrinter) {
+  PutA(400, 400);
+  const QTemporaryDir folder;
+  QPrinter pdf(QPrinter::HighResolution);
+  pdf.setOutputFormat(QPrinter::PdfFormat);
+  pdf.setOutputFileName(folder.filePath("table.pdf"));
+  pdf.setPageLayout(TablePage());
+  PrintTableDialog dialog(pdf, State(), {kSlotA}, kSlotA, nullptr);
+  int printing = 0;
+  DialogWatch watch([](PrintTableDialog&) {},
+                    [&](PrintTableDialog& shown) {
+                      if (!Pages(shown).startsWith("Printing page ")) return;
+                      ++printing;
+                      EXPECT_FALSE(shown.findChild<QSpinBox*>("spnDigits")->isEnabled());
+                      QTest::keyClick(&shown, Qt::Key_Escape);
+                      EXPECT_TRUE(shown.isVisible());
+                    });
+  dialog.show();
+  UntilDone(dialog);
+  dialog.findChild<QPrintPreviewWidget*>()->print();
+  EXPECT_GE(printing, 2);
+  EXPECT_FALSE(dialog.HasFailed());
+  EXPECT_EQ(static_cast<int>(WordsOf(folder.filePath("table.pdf")).size()), PageCount(dialog));
+  EXPECT_TRUE(HasTools(dialog));
 }
 
 TEST_F(PrintTableTest, WithoutAMatrixABoxSaysSo) {

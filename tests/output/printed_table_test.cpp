@@ -26,9 +26,15 @@ Matrix Random(int rows, int cols) {
   return values;
 }
 
+PrintedTable Measured(const std::string& title, const Matrix& values, int digits) {
+  PrintedTable table(title, values, digits);
+  table.Measure([] {});
+  return table;
+}
+
 TEST(PrintedTable, ColumnsAreAlignedAtThePoint) {
   const Matrix values = Rows({{1, -12.5, 1e20}, {-0.125, 3, 2}});
-  PrintedTable table("Matrix A", values, 7);
+  PrintedTable table = Measured("Matrix A", values, 7);
   table.LayOut(kA4);
   ASSERT_EQ(table.Pages(), 1);
   EXPECT_EQ(table.Page(1), (std::vector<std::string>{
@@ -49,7 +55,7 @@ TEST(PrintedTable, DigitsAreChosen) {
            {3, "1  0.333  66.7"},
            {7, "1  0.3333333  66.66667"},
            {17, "1  0.33333333333333331  66.666666666666671"}}) {
-    PrintedTable table("x", values, digits);
+    PrintedTable table = Measured("x", values, digits);
     table.LayOut(kA4);
     EXPECT_EQ(table.Page(1)[3], line) << digits;
   }
@@ -57,7 +63,7 @@ TEST(PrintedTable, DigitsAreChosen) {
 
 TEST(PrintedTable, PagesRepeatTheNumbersOfTheirRowsAndColumns) {
   const Matrix values = Random(200, 150);
-  PrintedTable table("Matrix A", values, 7);
+  PrintedTable table = Measured("Matrix A", values, 7);
   table.LayOut(kA4);
   EXPECT_LE(table.Pages(), 20);
   EXPECT_GE(table.Pages(), 2);
@@ -97,23 +103,23 @@ TEST(PrintedTable, PagesRepeatTheNumbersOfTheirRowsAndColumns) {
 
 TEST(PrintedTable, SmallTablesAreLargeAndLongOnesNeverVanish) {
   const Matrix small = Random(3, 3);
-  PrintedTable one("x", small, 7);
+  PrintedTable one = Measured("x", small, 7);
   one.LayOut(kA4);
   EXPECT_EQ(one.Size().font, 10);
   const Matrix large = Random(900, 300);
-  PrintedTable many("x", large, 17);
+  PrintedTable many = Measured("x", large, 17);
   many.LayOut(kA4);
   EXPECT_GT(many.Pages(), PrintedTable::kEnoughPages);
   EXPECT_EQ(many.Size().font, 5.5);
   // Paper that nothing fits on gets a number a page.
-  PrintedTable stamps("x", small, 7);
+  PrintedTable stamps = Measured("x", small, 7);
   stamps.LayOut({1, 1});
   EXPECT_EQ(stamps.Pages(), 9);
 }
 
 TEST(PrintedTable, NoPageIsLongerOrWiderThanThePaper) {
   const Matrix values = Random(500, 90);
-  PrintedTable table("Matrix A", values, 7);
+  PrintedTable table = Measured("Matrix A", values, 7);
   for (const Paper& paper : {kA4, Paper{785.2, 538.6}, Paper{300, 200}}) {
     table.LayOut(paper);
     const PrintSize size = table.Size();
@@ -136,7 +142,7 @@ TEST(PrintedTable, NoPageIsLongerOrWiderThanThePaper) {
 TEST(PrintedTable, TheGapShrinksOnlyInTheSmallestPrint) {
   Matrix ones(50, 300);
   for (std::size_t k = 0; k < ones.Size(); ++k) ones.Data()[k] = 1;
-  PrintedTable table("x", ones, 7);
+  PrintedTable table = Measured("x", ones, 7);
   std::set<double> seen;
   for (int width = 60; width < 700; width += 1) {
     table.LayOut({static_cast<double>(width), 800});
@@ -145,6 +151,26 @@ TEST(PrintedTable, TheGapShrinksOnlyInTheSmallestPrint) {
     EXPECT_EQ(table.Page(1)[3].find(" 1 1 ") != std::string::npos, font < 8) << width;
   }
   EXPECT_TRUE(seen.contains(8) && seen.contains(7)) << seen.size();
+}
+
+TEST(PrintedTable, MeasuringIsLookedAfterAndLeftAtOnce) {
+  struct Enough {};
+  const Matrix values = Random(300, 100);
+  PrintedTable table("x", values, 7);
+  int looks = 0;
+  EXPECT_THROW(table.Measure([&] {
+    if (++looks == 3) throw Enough{};
+  }),
+               Enough);
+  EXPECT_EQ(looks, 3);
+  // What was left can be done again, from the beginning.
+  table.Measure([&] { ++looks; });
+  EXPECT_GE(looks, 3 + 5);
+  PrintedTable other = Measured("x", values, 7);
+  table.LayOut(kA4);
+  other.LayOut(kA4);
+  ASSERT_EQ(table.Pages(), other.Pages());
+  EXPECT_EQ(table.Page(1), other.Page(1));
 }
 
 TEST(TableNumber, TakesThreeMorePlacesBehindThePoint) {

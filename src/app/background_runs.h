@@ -3,18 +3,18 @@
 
 #include <QObject>
 #include <atomic>
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
 
-#include "derivation/derivation.h"
 #include "desktop/worker.h"
 
 namespace qmx {
 
-/// Derives beside the windows, one derivation after the other. Nobody ever waits for one but the
-/// end of the program, which a derivation reaches at its next look.
-class DerivationRuns : public QObject {
+/// Does what takes long beside the windows, one thing after the other. Nobody ever waits for one
+/// but the end of the program, which it reaches at its next look.
+class BackgroundRuns : public QObject {
   Q_OBJECT
 
  public:
@@ -22,9 +22,11 @@ class DerivationRuns : public QObject {
     kDone,
     kNoMemory,
   };
+  /// Called every few milliseconds; throws what ends the work.
+  using Look = std::function<void()>;
   /// What is done on the worker. It owns what it reads; it is made and let go by the thread of the
   /// windows, so that whoever writes a shared element meanwhile takes a copy.
-  using Work = std::function<void(const DerivationLook& look)>;
+  using Work = std::function<void(const Look& look)>;
   /// Makes it. What it reads may be as large as a matrix.
   using Prepare = std::function<Work()>;
   /// What follows in the thread of the windows.
@@ -36,7 +38,7 @@ class DerivationRuns : public QObject {
     Run(Work work, Then then) : work_(std::move(work)), then_(std::move(then)) {}
 
    private:
-    friend class DerivationRuns;
+    friend class BackgroundRuns;
     Work work_;
     Then then_;
     std::atomic<bool> dropped_ = false;
@@ -47,17 +49,21 @@ class DerivationRuns : public QObject {
   };
   using Ticket = std::unique_ptr<std::shared_ptr<Run>, Drop>;
 
-  DerivationRuns() = default;
-  ~DerivationRuns() override { StopAll(); }
+  BackgroundRuns() = default;
+  ~BackgroundRuns() override { StopAll(); }
 
   /// Has something done after what was begun before. Where there is no memory for what it reads,
   /// that follows at once.
   Ticket Start(const Prepare& prepare, const Then& then);
+  /// Waits until all that was begun is done and has had what follows, but no longer than this. True
+  /// if it has: what is done at once need not be announced.
+  bool WaitFor(std::chrono::milliseconds longest);
   void StopAll();
   bool IsIdle() const { return running_ == nullptr && waiting_.empty(); }
 
  private:
   Q_INVOKABLE void AfterRun();
+  bool TakeEnded(std::chrono::milliseconds longest);
   void StartNext();
   static void Do(Run& run);
   /// What follows a run; to show a large document may take more memory than there is.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/derivation_runs.h"
+#include "app/background_runs.h"
 
-#include <chrono>
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -10,17 +10,17 @@
 namespace qmx {
 namespace {
 
-/// What a derivation that nobody waits for any more is left by.
+/// What work that nobody waits for any more is left by.
 struct Dropped {};
 
 }  // namespace
 
-void DerivationRuns::Drop::operator()(std::shared_ptr<Run>* run) const {
+void BackgroundRuns::Drop::operator()(std::shared_ptr<Run>* run) const {
   (*run)->dropped_ = true;
   delete run;
 }
 
-DerivationRuns::Ticket DerivationRuns::Start(const Prepare& prepare, const Then& then) {
+BackgroundRuns::Ticket BackgroundRuns::Start(const Prepare& prepare, const Then& then) {
   std::shared_ptr<Run> run;
   try {
     run = std::make_shared<Run>(prepare(), then);
@@ -35,13 +35,13 @@ DerivationRuns::Ticket DerivationRuns::Start(const Prepare& prepare, const Then&
   return ticket;
 }
 
-void DerivationRuns::StopAll() {
+void BackgroundRuns::StopAll() {
   ended_ = true;
   waiting_.clear();
   if (running_ != nullptr) running_->dropped_ = true;
 }
 
-void DerivationRuns::StartNext() {
+void BackgroundRuns::StartNext() {
   while (running_ == nullptr && !waiting_.empty()) {
     const std::shared_ptr<Run> next = std::move(waiting_.front());
     waiting_.pop_front();
@@ -52,7 +52,7 @@ void DerivationRuns::StartNext() {
                 [this] { QMetaObject::invokeMethod(this, "AfterRun", Qt::QueuedConnection); });
 }
 
-void DerivationRuns::Do(Run& run) {
+void BackgroundRuns::Do(Run& run) {
   try {
     run.work_([&run] {
       if (run.dropped_.load(std::memory_order_relaxed)) throw Dropped{};
@@ -65,7 +65,7 @@ void DerivationRuns::Do(Run& run) {
   }
 }
 
-void DerivationRuns::Follow(const Run& run) {
+void BackgroundRuns::Follow(const Run& run) {
   try {
     run.then_(run.end_);
   } catch (const std::bad_alloc&) {
@@ -73,13 +73,29 @@ void DerivationRuns::Follow(const Run& run) {
   }
 }
 
-void DerivationRuns::AfterRun() {
-  // The worker is at its end; by its lock, what it has written is seen here.
-  worker_.WaitFor(std::chrono::milliseconds(0));
+void BackgroundRuns::AfterRun() {
+  // Whoever waited may have taken what ended before this call came.
+  TakeEnded(std::chrono::milliseconds(0));
+}
+
+bool BackgroundRuns::TakeEnded(std::chrono::milliseconds longest) {
+  // By the worker's lock, what it has written is seen here.
+  if (running_ == nullptr || !worker_.WaitFor(longest)) return false;
   const std::shared_ptr<Run> run = std::move(running_);
   running_ = nullptr;
   if (!run->dropped_) Follow(*run);
   if (!ended_) StartNext();
+  return true;
+}
+
+bool BackgroundRuns::WaitFor(std::chrono::milliseconds longest) {
+  using Clock = std::chrono::steady_clock;
+  const Clock::time_point until = Clock::now() + longest;
+  while (running_ != nullptr) {
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
+    if (!TakeEnded(std::max(rest, std::chrono::milliseconds(0)))) return false;
+  }
+  return true;
 }
 
 }  // namespace qmx
