@@ -42,6 +42,7 @@ void BackgroundRuns::StopAll() {
 }
 
 void BackgroundRuns::StartNext() {
+  if (running_ != nullptr) return;
   while (running_ == nullptr && !waiting_.empty()) {
     const std::shared_ptr<Run> next = std::move(waiting_.front());
     waiting_.pop_front();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/worker.h"
 
+#include <cassert>
 #include <utility>
 
 namespace qmx {
@@ -19,6 +20,7 @@ Worker::~Worker() {
 void Worker::Start(std::function<void()> work, std::function<void()> onEnd) {
   {
     const std::lock_guard lock(mutex_);
+    assert(!busy_);
     work_ = std::move(work);
     onEnd_ = std::move(onEnd);
     busy_ = true;

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <QThread>
+#include <atomic>
 #include <new>
 #include <vector>
 
@@ -44,6 +46,25 @@ TEST_F(BackgroundRunsTest, WhatNobodyWaitsForIsNotBegun) {
   const auto third = Start(3);
   UntilIdle();
   EXPECT_EQ(done, (std::vector{1, 3}));
+  EXPECT_EQ(ends.size(), 2U);
+}
+
+TEST_F(BackgroundRunsTest, OneThatIsDoneButNotFollowedYetIsNotDoneAgain) {
+  std::atomic<int> times = 0;
+  const auto first = runs.Start(
+      [&times]() -> BackgroundRuns::Work {
+        return [&times](const BackgroundRuns::Look&) { ++times; };
+      },
+      [this](BackgroundRuns::End end) { ends.push_back(end); });
+  // Without events nothing can follow.
+  while (times == 0) QThread::yieldCurrentThread();
+  QThread::msleep(20);
+  const auto second = Start(2);
+  QThread::msleep(20);
+  EXPECT_EQ(times, 1);
+  UntilIdle();
+  EXPECT_EQ(times, 1);
+  EXPECT_EQ(done, std::vector{2});
   EXPECT_EQ(ends.size(), 2U);
 }
 
