@@ -116,10 +116,13 @@ build_arb() {
   cmake_library flint-arb -DCMAKE_C_FLAGS_RELEASE="-O2 -DNDEBUG"
 }
 
-# The reader of compiled help, whose sources take a function of the C library for granted that Windows has not.
+# The reader of compiled help, whose sources take a function of the C library for granted that Windows has not, and would keep
+# the file from everybody else while it is open.
 build_chm() {
   local source=$windows_cache/sources/chmlib/src
-  x86_64-w64-mingw32-gcc-posix -O2 -Dffs=__builtin_ffs -c "$source/chm_lib.c" "$source/lzx.c"
+  sed '/CreateFileA(filename/,/NULL)/s/^ *0,/FILE_SHARE_READ,/' "$source/chm_lib.c" >chm_lib.c
+  grep -A 3 'CreateFileA(filename' chm_lib.c | grep -q FILE_SHARE_READ
+  x86_64-w64-mingw32-gcc-posix -O2 -Dffs=__builtin_ffs -I "$source" -c chm_lib.c "$source/lzx.c"
   x86_64-w64-mingw32-ar rcs libchm.a chm_lib.o lzx.o
   install -D -m 644 -t "$windows_libraries/lib" libchm.a
   install -D -m 644 -t "$windows_libraries/include" "$source/chm_lib.h"
@@ -131,9 +134,9 @@ while read -r name package; do
   once "$name"
 done <<'LIBRARIES'
 qtbase qt6-base
-chm chmlib
 gmp gmp
 mpfr mpfr4
 flint flint
 arb flint-arb
+chm chmlib
 LIBRARIES

@@ -33,6 +33,12 @@ TEST_F(HelpBookTest, HoldsEveryPageUnchanged) {
   EXPECT_TRUE(book_->Has("frmA.html"));
 }
 
+TEST_F(HelpBookTest, OneThatIsReadCanBeOpenedAgain) {
+  const std::unique_ptr<HelpBook> other = HelpBook::Open(QMX_HELP_FILE);
+  ASSERT_NE(other, nullptr);
+  EXPECT_EQ(other->Read("sum.html"), book_->Read("sum.html"));
+}
+
 TEST_F(HelpBookTest, ContentsNameEveryPageOnceUnderItsTitle) {
   std::vector<std::string> pages;
   for (const HelpHeading& heading : book_->Contents()) {
