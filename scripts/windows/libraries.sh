@@ -6,9 +6,9 @@
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
-. scripts/windows/places.sh
 
-install_packages $windows_packages
+install_packages $build_packages $windows_packages
+. scripts/windows/places.sh
 mkdir -p "$windows_cache/sources" "$windows_cache/logs" "$windows_libraries"
 
 apt=$windows_cache/apt

@@ -7,9 +7,9 @@
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
-. scripts/windows/places.sh
 
 install_packages $build_packages $windows_packages
+. scripts/windows/places.sh
 bash scripts/windows/libraries.sh
 
 build=build/windows-program

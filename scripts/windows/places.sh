@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Where what is built once for Windows is kept: outside the build folder, so that it outlives that. To be sourced.
+# Where what is built once for Windows is kept: outside the build folder, so that it outlives that. To be sourced once
+# a compiler is installed.
 
 windows_cache=${QMX_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/orvane/windows}
 windows_libraries=$windows_cache/libraries

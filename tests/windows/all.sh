@@ -7,8 +7,8 @@
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
-. scripts/windows/places.sh
 install_packages $build_packages $windows_packages fonts-dejavu-core fonts-liberation libgtest-dev googletest
+. scripts/windows/places.sh
 
 # Every name that is left out must be that of a test.
 while IFS=$'\t' read -r name reason; do
