@@ -4,8 +4,9 @@
 #   ./bench.sh                            the tasks and files, and what people wait for at the windows
 #   ./bench.sh --small                    the tasks against the plain loops at every size from 1 to 30
 #   ./bench.sh --sizes                    each size of blocks against its half and its double
-#   ./bench.sh --cores [--loaded|--sweep|--around] [task]  wall times of one and of all cores, idle or beside busy processes,
-#                                         or multiples of 512 beside their neighbours
+#   ./bench.sh --cores [task]             wall times of one and of all cores; with --loaded beside as many busy processes,
+#                                         --sweep and --steps at every tenth order up to 200 and 400, --around multiples of
+#                                         512 beside their neighbours, --ceiling what two processes get of two cores
 #   ./bench.sh --windows                  the windows alone, on a virtual display
 #   ./bench.sh --benchmark_filter='^LU'   only those tasks; all options of Google Benchmark work
 # The times of the tasks are processor times of one thread, those of --cores, of starts and of the files of other programs wall

@@ -22,6 +22,7 @@
 #include "algorithms/lu.h"
 #include "algorithms/qr.h"
 #include "base/arithmetic.h"
+#include "base/machine_load.h"
 #include "base/memory.h"
 #include "base/team.h"
 #include "files/field_scanner.h"
@@ -32,10 +33,12 @@
 #endif
 
 // What all cores give: wall times of a task on one core and on all of them in alternating rounds,
-// since the others are not always there, and of the tuned library on as many threads. With --loaded
-// as many busy processes run beside as there are cores; --short runs only small orders, --sweep
-// every tenth up to 200, --around multiples of 512 beside their neighbours; tasks that are named
-// run alone.
+// and of the tuned library on as many threads. Rounds count in which nothing else ran, as far as
+// the system says: the best of them, and for one core against all the medians, too. With --loaded
+// as many busy processes run beside as there are cores, and means count. --short runs only small
+// orders, --sweep every tenth up to 200, --steps from 200 to 400, --around multiples of 512 beside
+// their neighbours; --ceiling tells what the machine gives to two processes that run the task on a
+// core each. Tasks that are named run alone.
 
 namespace qmx::bench {
 namespace {
@@ -170,39 +173,64 @@ struct Times {
   double Mean() const {
     return std::accumulate(all.begin(), all.end(), 0.0) / static_cast<double>(all.size());
   }
+  double Median() const {
+    std::vector<double> sorted = all;
+    std::sort(sorted.begin(), sorted.end());
+    return sorted[sorted.size() / 2];
+  }
 };
 
-void Measure(const Task& task, int n, bool loaded) {
-  Team one(1);
-  Team& all = SharedTeam();
-  const std::function<void()> run = task.make(n);
-  const std::function<void()> library = task.library ? task.library(n) : nullptr;
+/// Whether nothing but this thread runs on the machine, once the team has gone to sleep.
+bool IsQuiet() {
+  std::this_thread::sleep_for(std::chrono::microseconds(300));
+  return SystemLoad().Running().value_or(1) == 1;
+}
+
+/// Rounds on one core and on all of them.
+struct Rounds {
   Times alone;
   Times shared;
-  Times others;
-  constexpr int kRounds = 50;
-  constexpr double kEnough = 1000;
+};
+
+/// At least so many, and for at least so many milliseconds; while the machine is quiet where that
+/// is asked for and ever happens.
+Rounds RunRounds(const std::function<void()>& run, int least, double enough, bool quietly) {
+  Team one(1);
+  Team& all = SharedTeam();
+  Rounds counted;
+  Rounds disturbed;
   double spent = 0;
+  for (int round = 0; round < least || spent < enough; ++round) {
+    const bool before = !quietly || IsQuiet();
+    double times[2];
+    for (Team* team : {&one, &all}) {
+      const UseTeam use(*team);
+      times[team == &all] = Milliseconds(run);
+    }
+    Rounds& rounds = before && (!quietly || IsQuiet()) ? counted : disturbed;
+    rounds.alone.all.push_back(times[0]);
+    rounds.shared.all.push_back(times[1]);
+    spent += times[0] + times[1];
+  }
+  return counted.alone.all.empty() ? disturbed : counted;
+}
+
+void Measure(const Task& task, int n, bool loaded) {
+  const std::function<void()> run = task.make(n);
+  const std::function<void()> library = task.library ? task.library(n) : nullptr;
   // The library's threads keep the cores for a while after their last job.
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
-  for (int round = 0; round < kRounds && (round < 5 || loaded || spent < kEnough); ++round) {
-    {
-      const UseTeam use(one);
-      alone.all.push_back(Milliseconds(run));
-    }
-    {
-      const UseTeam use(all);
-      shared.all.push_back(Milliseconds(run));
-    }
-    spent += alone.all.back() + shared.all.back();
-  }
-  for (std::size_t round = 0; library && round < shared.all.size(); ++round) {
+  const Rounds rounds = RunRounds(run, loaded ? 50 : 5, loaded ? 2000 : 500, !loaded);
+  Times others;
+  for (std::size_t round = 0;
+       library && round < std::min<std::size_t>(rounds.shared.all.size(), 50); ++round) {
     others.all.push_back(Milliseconds(library));
   }
   const auto figure = [loaded](const Times& times) { return loaded ? times.Mean() : times.Best(); };
-  std::printf("%-14s %5d %10.3f %10.3f %7.2f", task.name, n, figure(alone), figure(shared),
-              figure(alone) / figure(shared));
-  if (library) std::printf(" %9.2f", figure(others) / figure(shared));
+  std::printf("%-14s %5d %10.3f %10.3f %7.2f %7.2f", task.name, n, figure(rounds.alone),
+              figure(rounds.shared), figure(rounds.alone) / figure(rounds.shared),
+              rounds.alone.Median() / rounds.shared.Median());
+  if (library) std::printf(" %9.2f", figure(others) / figure(rounds.shared));
   std::printf("\n");
   std::fflush(stdout);
 }
@@ -232,37 +260,62 @@ void MeasureAround(const Task& task, int n) {
     quotient[team] = 2 * each(1) / (each(0) + each(2));
     middle[team] = times[1];
   }
-  std::printf("%-14s %5d %10.3f %10.3f %7.2f %9.2f\n", task.name, n, middle[0].Best(),
+  std::printf("%-14s %5d %10.3f %10.3f %7.2f %7.2f\n", task.name, n, middle[0].Best(),
               middle[1].Best(), quotient[0], quotient[1]);
   std::fflush(stdout);
 }
 
-/// Processes that do nothing but keep the cores busy, until it goes out of scope.
-class Load {
+/// Processes that do something for ever, until it goes out of scope.
+class Beside {
  public:
-  explicit Load(unsigned processes) {
-    for (unsigned k = 0; k < processes; ++k) {
+  Beside(int processes, const std::function<void()>& something) {
+    for (int k = 0; k < processes; ++k) {
       const pid_t child = fork();
       if (child == 0) {
-        volatile bool goesOn = true;
-        while (goesOn) {
-        }
+        for (;;) something();
       }
       children_.push_back(child);
     }
   }
-  ~Load() {
+  ~Beside() {
     for (const pid_t child : children_) {
       kill(child, SIGKILL);
       waitpid(child, nullptr, 0);
     }
   }
-  Load(const Load&) = delete;
-  Load& operator=(const Load&) = delete;
+  Beside(const Beside&) = delete;
+  Beside& operator=(const Beside&) = delete;
 
  private:
   std::vector<pid_t> children_;
 };
+
+void KeepBusy() {
+  volatile bool goesOn = true;
+  while (goesOn) {
+  }
+}
+
+/// What one core takes alone, and while other processes do the same on the other cores.
+void MeasureCeiling(const Task& task, int n) {
+  Team one(1);
+  const UseTeam use(one);
+  const std::function<void()> run = task.make(n);
+  const auto times = [&run] {
+    Times found;
+    for (double spent = 0; spent < 400; spent += found.all.back()) {
+      found.all.push_back(Milliseconds(run));
+    }
+    return found;
+  };
+  const Times alone = times();
+  const int cores = SystemLoad().Cores();
+  const Beside others(cores - 1, run);
+  const Times beside = times();
+  std::printf("%-14s %5d %10.3f %10.3f %7.2f %7.2f\n", task.name, n, alone.Best(), beside.Best(),
+              cores * alone.Best() / beside.Best(), cores * alone.Median() / beside.Median());
+  std::fflush(stdout);
+}
 
 }  // namespace
 }  // namespace qmx::bench
@@ -277,21 +330,26 @@ int main(int argc, char** argv) {
   const bool loaded = take("--loaded");
   const bool brief = take("--short");
   const bool sweeps = take("--sweep");
+  const bool steps = take("--steps");
   const bool around = take("--around");
-  std::vector<int> sweep(20);
-  for (int k = 0; k < 20; ++k) sweep[k] = 10 * (k + 1);
+  const bool ceiling = take("--ceiling");
+  std::vector<int> sweep;
+  for (int k = 1; k <= 20; ++k) sweep.push_back(sweeps ? 10 * k : 200 + 10 * k);
   const auto isWanted = [&](const bench::Task& task) {
     return take(task.name) ||
-           given.size() == static_cast<std::size_t>(loaded + brief + sweeps + around);
+           static_cast<long>(given.size()) ==
+               std::count_if(given.begin(), given.end(),
+                             [](const std::string& what) { return what.starts_with("--"); });
   };
-  const bench::Load load(loaded ? std::thread::hardware_concurrency() : 0);
+  const bench::Beside load(loaded ? SystemLoad().Cores() : 0, bench::KeepBusy);
 #if defined(QMX_BENCH_LIBRARIES)
   bench::UseThreads(SharedTeam().Members());
 #endif
   std::printf("%s of wall times in ms, one core and %d, %s\n", loaded ? "Means" : "Best",
               SharedTeam().Members(), loaded ? "beside as many busy processes" : "nothing beside");
-  std::printf("%-14s %5s %10s %10s %7s %9s\n", "task", "n", "one", "all",
-              around ? "n/beside" : "one/all", around ? "with all" : "lib/all");
+  const char* const gain = around ? "n/beside" : ceiling ? "gives" : "one/all";
+  std::printf("%-14s %5s %10s %10s %7s %7s %9s\n", "task", "n", "one", ceiling ? "beside" : "all",
+              gain, around ? "all" : "median", around ? "" : "lib/all");
   for (const bench::Task& task : bench::Tasks()) {
     if (!isWanted(task)) continue;
     if (around) {
@@ -299,8 +357,13 @@ int main(int argc, char** argv) {
       for (const int n : {512, 1024, 1536}) bench::MeasureAround(task, n);
       continue;
     }
-    for (const int n : sweeps ? sweep : task.orders) {
-      if (!brief || n <= 200) bench::Measure(task, n, loaded);
+    for (const int n : sweeps || steps ? sweep : task.orders) {
+      if (brief && n > 200) continue;
+      if (ceiling) {
+        bench::MeasureCeiling(task, n);
+      } else {
+        bench::Measure(task, n, loaded);
+      }
     }
   }
   return 0;

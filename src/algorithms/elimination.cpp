@@ -139,7 +139,14 @@ class Eliminator {
 };
 
 Elimination Eliminator::Run(int first, int last) {
-  shared_ = last - first + 1 >= sizes_.shareFrom && SharedTeam().CanShare();
+  if (last - first + 1 < sizes_.shareFrom) {
+    RunAlone(first, last);
+    return result_;
+  }
+  const Attempt attempt(
+      SharedTeam(), "elimination",
+      EliminationWork(W_.Rows() - first + 1, cols_ - first + 1, last - first + 1));
+  shared_ = attempt.IsShared();
   if (shared_) {
     RunShared(first, last);
   } else {

@@ -50,9 +50,7 @@ struct Block {
 class BlockExchanger : public Exchanger {
  public:
   BlockExchanger(Matrix& W, EqualPivots rule, WorkMeter& meter, const ExchangeSizes& sizes)
-      : Exchanger(W, rule, sizes),
-        meter_(meter),
-        shared_(n_ >= sizes.shareFrom && SharedTeam().CanShare()) {}
+      : Exchanger(W, rule, sizes), meter_(meter) {}
 
   JordanExchange Run();
 
@@ -73,7 +71,7 @@ class BlockExchanger : public Exchanger {
   void TakePivotRow(Block& block, int i, int p);
 
   WorkMeter& meter_;
-  const bool shared_;  ///< A block exchanges rows in its own columns alone; the others follow.
+  bool shared_ = false;  ///< A block exchanges rows in its own columns alone; the others follow.
   ColumnPanel panel_;
   ColumnPanel panelFactors_;  ///< The factors of the steps of the panel in work.
   Matrix pivotRows_;          ///< U, without gaps between its rows; each strip has its own place.
@@ -105,6 +103,12 @@ JordanExchange BlockExchanger::Run() {
   panel_ = ColumnPanel(n_);
   panelFactors_ = ColumnPanel(n_);
   pivotRows_ = Matrix::Unset(n_, std::min(sizes_.block, n_));
+  if (n_ < sizes_.shareFrom) {
+    RunAlone();
+    return std::move(result_);
+  }
+  const Attempt attempt(SharedTeam(), "exchange", 1.0 * n_ * n_ * n_);
+  shared_ = attempt.IsShared();
   if (shared_) {
     RunShared();
   } else {

@@ -12,6 +12,7 @@
 #include <type_traits>
 
 #include "algorithms/product_tiles.h"
+#include "algorithms/shared_work.h"
 #include "base/team.h"
 
 namespace qmx {
@@ -151,6 +152,78 @@ void RunPacked(const Kernels& kernels, const ProductSizes& sizes, PackedOperands
   }
 }
 
+/// Where a piece begins among so many tiles, of which there are two for each member: the first half
+/// of the pieces has three quarters of the tiles, so that members that come or end at different
+/// times still share the rest.
+int FirstTile(int tiles, int piece, int members) {
+  const int quarters = piece <= members ? 3 * piece : 3 * members + (piece - members);
+  return static_cast<int>(static_cast<std::int64_t>(tiles) * quarters / (4 * members));
+}
+
+/// Runs work(first, end, meter), counted in tiles, for all of these pieces.
+template <class Work>
+void ShareTiles(WorkMeter& meter, int all, int tile, const Work& work) {
+  const int tiles = (all + tile - 1) / tile;
+  const int members = std::max(1, SharedTeam().Members());
+  SharePieces(meter, 2 * members, [&](int piece, WorkMeter& own) {
+    const int first = FirstTile(tiles, piece, members) * tile;
+    const int end = std::min(FirstTile(tiles, piece + 1, members) * tile, all);
+    if (first < end) work(first, end, own);
+  });
+}
+
+/// Rows of a block whose B is packed for all members; each packs its part of A for itself. `b` is
+/// where the block's B lies unpacked, for a member without memory.
+void RunRows(const Kernels& kernels, const ProductSizes& sizes, const ProductJob& block,
+             const double* b, int first, int end, WorkMeter& meter) {
+  PackedOperands* const own = Packed();
+  const int rows = EvenPart(end - first, sizes.rows, kernels.tileRows);
+  ProductJob part = block;
+  for (int i = first; i < end; i += rows) {
+    part.rows = std::min(rows, end - i);
+    part.a = block.a + i * block.aRow;
+    part.c = block.c + i * block.cRow;
+    if (own == nullptr) {
+      part.b = b;
+      kernels.add(part);
+    } else {
+      PackA(kernels, part, own->a);
+      part.a = own->a;
+      kernels.addPacked(part);
+    }
+    Note(&meter, part);
+  }
+}
+
+/// As RunPacked for sums: the members pack a block of B together, and then share its rows.
+void SharePacked(const Kernels& kernels, const ProductSizes& sizes, const ProductJob& job,
+                 WorkMeter& meter) {
+  double* const packed = Packed()->b;
+  const int depth = EvenPart(job.depth, sizes.depth, 1);
+  const int cols = EvenPart(job.cols, sizes.cols, kernels.tileCols);
+  ProductJob block = job;
+  for (int k = 0; k < job.depth; k += depth) {
+    block.depth = std::min(depth, job.depth - k);
+    block.fromZero = job.fromZero && k == 0;
+    block.a = job.a + k * job.aCol;
+    for (int j = 0; j < job.cols; j += cols) {
+      block.cols = std::min(cols, job.cols - j);
+      block.c = job.c + j;
+      const double* const b = job.b + k * job.bRow + j;
+      ShareTiles(meter, block.cols, kernels.tileCols, [&](int first, int end, WorkMeter&) {
+        ProductJob part = block;
+        part.b = b + first;
+        part.cols = end - first;
+        PackB(part, kernels.tileCols, packed + static_cast<std::ptrdiff_t>(first) * block.depth);
+      });
+      block.b = packed;
+      ShareTiles(meter, job.rows, kernels.tileRows, [&](int first, int end, WorkMeter& own) {
+        RunRows(kernels, sizes, block, b, first, end, own);
+      });
+    }
+  }
+}
+
 /// Copies panels of A before they are used, for rows that compete with each other.
 void RunByPackedPanels(const Kernels& kernels, const ProductSizes& sizes, double* packed, Run run,
                        const ProductJob& job, WorkMeter* meter) {
@@ -199,15 +272,22 @@ void RunUnpacked(const Kernels& kernels, Run run, const ProductJob& job, WorkMet
          sizes.cols * sizes.depth <= kMostPackedB;
 }
 
+ProductJob JobOf(const ConstView& A, const ConstView& B, const View& C, bool fromZero) {
+  return {A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
+          A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
+}
+
+bool IsPacked(const ProductJob& job, const ProductSizes& sizes) {
+  const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= sizes.page;
+  return std::min(job.rows, job.cols) >= (inPages ? sizes.packPagesFrom : sizes.packFrom);
+}
+
 void RunSized(const Kernels& kernels, const ProductSizes& sizes, Run run, Run runPacked,
               const ConstView& A, const ConstView& B, const View& C, bool fromZero,
               WorkMeter* meter) {
   assert(FitPacked(kernels, sizes));
-  const ProductJob job{A.first,     B.first,     C.first,     C.rows,      C.cols,  A.cols,
-                       A.rowStride, A.colStride, B.rowStride, C.rowStride, fromZero};
-  const bool inPages = std::min(std::max(job.aRow, job.aCol), job.bRow) >= sizes.page;
-  const int packFrom = inPages ? sizes.packPagesFrom : sizes.packFrom;
-  const bool packs = std::min(job.rows, job.cols) >= packFrom;
+  const ProductJob job = JobOf(A, B, C, fromZero);
+  const bool packs = IsPacked(job, sizes);
   const bool packsPanels = !packs && job.aCol == 1 && job.aRow % sizes.competingStride == 0 &&
                            job.rows > kernels.tileRows / 2;
   PackedOperands* const packed = packs || packsPanels ? Packed() : nullptr;
@@ -263,6 +343,17 @@ void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {
 
 void SetProduct(ConstView A, ConstView B, View C, WorkMeter& meter) {
   Multiply(A, B, C, nullptr, std::plus<>(), &Kernels::add, &Kernels::addPacked, true, &meter);
+}
+
+bool ShareProduct(ConstView A, ConstView B, View C, WorkMeter& meter, const ProductSizes* given) {
+  assert(FitTogether(A, B, C) && Team::Member() == 0);
+  const Kernels& kernels = *Current();
+  const ProductSizes& sizes = given == nullptr ? kernels.sizes : *given;
+  assert(FitPacked(kernels, sizes));
+  const ProductJob job = JobOf(A, B, C, true);
+  if (IsTiny(A, C, sizes) || !IsPacked(job, sizes)) return false;
+  SharePacked(kernels, sizes, job, meter);
+  return true;
 }
 
 void SubtractProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes) {

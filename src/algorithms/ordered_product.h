@@ -86,6 +86,11 @@ void SubtractProduct(ConstView A, ConstView B, View C, WorkMeter& meter);
 void SetProduct(ConstView A, ConstView B, View C, const ProductSizes* sizes = nullptr);
 void SetProduct(ConstView A, ConstView B, View C, WorkMeter& meter);
 
+/// SetProduct of operands so large that they are packed, shared by the members of the team that the
+/// caller must not be one of; false where they are smaller, and then nothing is done.
+bool ShareProduct(ConstView A, ConstView B, View C, WorkMeter& meter,
+                  const ProductSizes* sizes = nullptr);
+
 /// What EliminateRows does, for rows of any length.
 void EliminateLongRows(const double* pivot, double* rows, std::ptrdiff_t stride, int count,
                        int left, int right);

@@ -14,21 +14,17 @@ namespace {
 /// Strips of the larger dimension of C, cut at the edges of tiles.
 Strips StripsOfProduct(const Matrix& C, double work, const ProductTaskSizes& sizes) {
   const int all = std::max(C.Rows(), C.Cols());
-  if (work < sizes.shareFrom) return {1, all, all, 1};
-  // More than one for each member: on a busy machine not all of them come as far.
+  // More than one for each member: not all of them come as soon.
   constexpr int kForEach = 2;
   const int most = static_cast<int>(
       std::min<double>(kForEach * SharedTeam().Members(), work / sizes.leastPiece));
   const int step = C.Rows() >= C.Cols() ? CurrentKernels().tileRows : CurrentKernels().tileCols;
-  return StripsOf(1, all, std::max(1, all / std::max(1, most)), step);
+  const int even = all / std::max(1, most);
+  return StripsOf(1, all, std::max(1, (even + step - 1) / step * step), step);
 }
 
-/// Out of line, because tiny products should not have to save its many registers.
-[[gnu::noinline]] void MultiplyLarge(const Matrix& A, const Matrix& B, Matrix& C,
-                                     Progress& progress, const ProductTaskSizes& sizes) {
-  const double work = static_cast<double>(A.Rows()) * A.Cols() * B.Cols();
-  WorkMeter whole(progress, work);
-  const Strips strips = StripsOfProduct(C, work, sizes);
+void MultiplyInStrips(const Matrix& A, const Matrix& B, Matrix& C, const Strips& strips,
+                      WorkMeter& whole) {
   SharePieces(whole, strips.count, [&](int piece, WorkMeter& meter) {
     const int from = strips.First(piece);
     const int size = strips.Last(piece) - from + 1;
@@ -40,6 +36,26 @@ Strips StripsOfProduct(const Matrix& C, double work, const ProductTaskSizes& siz
                  Part(C, 1, from, C.Rows(), size), meter);
     }
   });
+}
+
+/// Out of line, because tiny products should not have to save its many registers.
+[[gnu::noinline]] void MultiplyLarge(const Matrix& A, const Matrix& B, Matrix& C,
+                                     Progress& progress, const ProductTaskSizes& sizes) {
+  const double work = static_cast<double>(A.Rows()) * A.Cols() * B.Cols();
+  WorkMeter whole(progress, work);
+  const ConstView a = Part(A, 1, 1, A.Rows(), A.Cols());
+  const ConstView b = Part(B, 1, 1, B.Rows(), B.Cols());
+  const View c = Part(C, 1, 1, C.Rows(), C.Cols());
+  if (work < sizes.shareFrom) {
+    SetProduct(a, b, c, whole);
+  } else {
+    const Attempt attempt(SharedTeam(), "product", work);
+    if (!attempt.IsShared()) {
+      SetProduct(a, b, c, whole);
+    } else if (!ShareProduct(a, b, c, whole)) {
+      MultiplyInStrips(A, B, C, StripsOfProduct(C, work, sizes), whole);
+    }
+  }
   whole.End();
 }
 

@@ -52,6 +52,7 @@ class GramSchmidt {
   QrFactors Factors(int columns);
 
   bool FinishAll();
+  bool TryToShare();
   bool FinishAllShared();
   bool FinishBlock(int first, int last, WorkMeter& meter);
   bool FinishColumn(int j, int last, WorkMeter& meter);
@@ -77,8 +78,12 @@ QrFactors GramSchmidt::RunInBlocks() {
   const int n = n_;
   if (n > std::min(sizes_.smallOrder, sizes_.block))
     coefficients_ = Matrix(std::min(sizes_.block, n), V_.Cols());
-  const bool shared = n >= sizes_.shareFrom && SharedTeam().CanShare();
-  return (shared ? FinishAllShared() : FinishAll()) ? Factors(n) : QrFactors();
+  return (n < sizes_.shareFrom ? FinishAll() : TryToShare()) ? Factors(n) : QrFactors();
+}
+
+bool GramSchmidt::TryToShare() {
+  const Attempt attempt(SharedTeam(), "Gram-Schmidt", 1.0 * V_.Rows() * n_ * n_);
+  return attempt.IsShared() ? FinishAllShared() : FinishAll();
 }
 
 /// False where a column vanished.

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "base/core_choice.h"
 #include "base/progress.h"
 
 #if defined(__x86_64__)
@@ -27,11 +28,18 @@ using std::chrono::milliseconds;
 constexpr microseconds kSpin(100);
 /// Between two looks of a caller that sleeps.
 constexpr milliseconds kLook(2);
-/// A caller that waited so much longer than its own pieces took was kept waiting by a member that
-/// did not get its core.
-constexpr milliseconds kPatience(1);
+/// So long cores that nobody wanted are taken to be free, and those that somebody wanted only for
+/// this once.
+constexpr microseconds kBetweenLoads(200);
+/// A caller that waited so much longer than twice its longest piece was kept waiting by a member
+/// that did not get its core.
+constexpr microseconds kPatience(100);
+/// What was lost is at most one part in so many of the time that is then spent alone.
+constexpr int kSmallPart = 20;
 constexpr milliseconds kAloneAtFirst(20);
 constexpr milliseconds kAloneAtMost(1000);
+/// Multiplications, of two to three milliseconds.
+constexpr double kShort = 1e8;
 
 thread_local int thisMember = 0;
 thread_local bool staysAlone = false;
@@ -66,7 +74,8 @@ bool SpinFor(Condition condition) {
 
 }  // namespace
 
-Team::Team(int members) : wanted_(members), members_(members) {
+Team::Team(int members, const MachineLoad* load)
+    : wanted_(members), load_(load), members_(members), takePart_(members) {
   assert(members >= 1 && members <= kMostMembers);
 }
 
@@ -83,6 +92,29 @@ int Team::Member() { return thisMember; }
 
 bool Team::CanShare() const { return Members() > 1 && thisMember == 0 && !staysAlone; }
 
+bool Team::WouldShare() {
+  if (!CanShare()) return false;
+  if (load_ == nullptr) return true;
+  const Clock::rep now = Clock::now().time_since_epoch().count();
+  if (now < aloneUntil_.load(std::memory_order_relaxed)) return false;
+  if (now < lookAgain_.load(std::memory_order_relaxed)) return true;
+  const int free = std::min(Members(), FreeCores());
+  if (free < 2) return false;
+  takePart_.store(free, std::memory_order_relaxed);
+  const Clock::rep until = now + Clock::duration(kBetweenLoads).count();
+  lookAgain_.store(until, std::memory_order_relaxed);
+  return true;
+}
+
+/// Cores that no other thread than the caller and the members wants; at least all of the team's
+/// where the system does not say.
+int Team::FreeCores() const {
+  const std::optional<int> running = load_->Running();
+  if (!running) return wanted_;
+  const int awake = areStarted_ ? Members() - 1 - sleeping_.load(std::memory_order_relaxed) : 0;
+  return load_->Cores() - std::max(0, *running - 1 - awake);
+}
+
 void Team::Start() {
   std::call_once(started_, [this] {
     try {
@@ -94,12 +126,13 @@ void Team::Start() {
       // Without memory or threads for all of them fewer do the same.
       members_ = static_cast<int>(threads_.size()) + 1;
     }
+    areStarted_ = true;
   });
 }
 
 void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
   assert(pieces <= kMostPieces);
-  const bool alone = pieces < 2 || !CanShare() || busy_.exchange(true, std::memory_order_acquire);
+  const bool alone = pieces < 2 || !WouldShare() || busy_.exchange(true, std::memory_order_acquire);
   if (alone) {
     for (int piece = 0; piece < pieces; ++piece) work(piece);
     return;
@@ -108,10 +141,6 @@ void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
     std::atomic<bool>& busy;
     ~Release() { busy.store(false, std::memory_order_release); }
   } const release{busy_};
-  if (Clock::now() < aloneUntil_) {
-    for (int piece = 0; piece < pieces; ++piece) work(piece);
-    return;
-  }
   Start();
   Open(pieces, work);
   Clock::duration longest{};
@@ -122,16 +151,30 @@ void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
     since = now;
   }
   WaitForOthers(whileWaiting);
-  BackOff(Clock::now() - since, longest);
+  if (load_ != nullptr) BackOff(Clock::now() - since, longest);
   Close();
 }
 
 void Team::Wake() {
-  if (!CanShare()) return;
+  if (!WouldShare()) return;
   Start();
+  WakeAll();
+}
+
+void Team::WakeAll() {
   const std::lock_guard lock(mutex_);
+  if (sleeping_ == 0) return;
+  // The system often wakes a thread on the core of the one that wakes it, where it would wait until
+  // all is done. A load has said that there are others.
+  const int core = load_ == nullptr ? avoided_ : RunningCore();
+  if (core != avoided_) {
+    for (std::thread& thread : threads_) KeepOff(core, thread);
+    avoided_ = core;
+  }
   ++calls_;
-  if (parked_ > 0) wake_.notify_all();
+  // From now on they want a core.
+  sleeping_ = 0;
+  wake_.notify_all();
 }
 
 void Team::Open(int pieces, const Work& work) {
@@ -143,8 +186,7 @@ void Team::Open(int pieces, const Work& work) {
   stopped_.store(false, std::memory_order_relaxed);
   const std::uint64_t generation = (left_.load(std::memory_order_relaxed) >> 32) + 1;
   left_.store(generation << 32 | static_cast<std::uint64_t>(pieces) << 16);
-  const std::lock_guard lock(mutex_);
-  if (parked_ > 0) wake_.notify_all();
+  WakeAll();
 }
 
 void Team::Close() {
@@ -161,25 +203,31 @@ void Team::Close() {
 
 void Team::Serve(int member) {
   thisMember = member;
-  const auto isThereWork = [this] {
-    const std::uint64_t left = left_.load(std::memory_order_relaxed);
-    return NextOf(left) < PiecesOf(left);
-  };
   for (;;) {
     while (TakePiece()) {
     }
-    if (SpinFor(isThereWork)) continue;
+    if (SpinFor([this] { return IsThereWork(); })) continue;
     std::unique_lock lock(mutex_);
-    ++parked_;
-    const unsigned calls = calls_;
-    wake_.wait(lock, [&] { return ends_ || calls_ != calls || isThereWork(); });
-    --parked_;
+    if (!ends_ && !IsThereWork()) Sleep(lock);
     if (ends_) return;
   }
 }
 
+/// Until the next call.
+void Team::Sleep(std::unique_lock<std::mutex>& lock) {
+  ++sleeping_;
+  wake_.wait(lock, [this, calls = calls_] { return ends_ || calls_ != calls; });
+}
+
+/// For the running member.
+bool Team::IsThereWork() const {
+  const std::uint64_t left = left_.load(std::memory_order_acquire);
+  return NextOf(left) < PiecesOf(left) && thisMember < takePart_.load(std::memory_order_relaxed);
+}
+
 /// Runs the next piece; false where there is none.
 bool Team::TakePiece() {
+  if (thisMember >= takePart_.load(std::memory_order_relaxed)) return false;
   std::uint64_t left = left_.load(std::memory_order_acquire);
   do {
     if (NextOf(left) >= PiecesOf(left)) return false;
@@ -237,21 +285,47 @@ void Team::WaitForOthers(WhileWaiting whileWaiting) {
 }
 
 void Team::BackOff(Clock::duration waited, Clock::duration longest) {
-  if (waited <= kPatience + 2 * longest) {
+  // Another member's piece may take somewhat longer than the longest of the caller's.
+  const Clock::duration lost = waited - 2 * longest;
+  if (lost <= kPatience) {
     // One good job does not make an idle machine.
     aloneFor_ /= 2;
     return;
   }
-  aloneFor_ = std::clamp<Clock::duration>(4 * aloneFor_, kAloneAtFirst, kAloneAtMost);
-  aloneUntil_ = Clock::now() + aloneFor_;
+  aloneFor_ = std::clamp<Clock::duration>(std::max(2 * aloneFor_, kSmallPart * lost), kAloneAtFirst,
+                                          kAloneAtMost);
+  aloneUntil_ = (Clock::now() + aloneFor_).time_since_epoch().count();
+}
+
+Attempt::Attempt(Team& team, std::string_view name, double work)
+    : team_(team),
+      name_(name),
+      work_(work),
+      exceptions_(std::uncaught_exceptions()),
+      isShared_(team.WouldShare()) {
+  learns_ = isShared_ && team.load_ != nullptr && work < kShort;
+  if (!learns_) return;
+  begin_ = Team::Clock::now();
+  isShared_ = team.experience_.ShouldShare(name, work, begin_);
+}
+
+Attempt::~Attempt() {
+  if (!learns_ || std::uncaught_exceptions() != exceptions_) return;
+  const Team::Clock::time_point end = Team::Clock::now();
+  if (isShared_) {
+    team_.experience_.NoteShared(name_, work_, end - begin_, end);
+  } else {
+    team_.experience_.NoteAlone(name_, work_, end - begin_);
+  }
 }
 
 namespace {
 
 Team*& TeamInUse() {
   // It outlives everything, also what ends the process without a word to its threads.
-  static Team* team = new Team(MembersFor(std::getenv("QMX_THREADS"),
-                                          static_cast<int>(std::thread::hardware_concurrency())));
+  static Team* team = new Team(
+      MembersFor(std::getenv("QMX_THREADS"), static_cast<int>(std::thread::hardware_concurrency())),
+      &SystemLoad());
   return team;
 }
 

@@ -168,7 +168,7 @@ std::size_t FieldScanner::ReadShared(double* values, std::size_t count) {
 
 std::size_t FieldScanner::ReadNumbers(double* values, std::size_t count) {
   std::size_t done = 0;
-  if (count >= kBetweenReports && SharedTeam().CanShare()) done = ReadShared(values, count);
+  if (count >= kBetweenReports && SharedTeam().WouldShare()) done = ReadShared(values, count);
   while (done < count && ReadNumber(values[done])) {
     if (++done % kBetweenReports == 0) ReportPlace();
   }

@@ -97,7 +97,7 @@ void RecordWriter::PrintNumber(double value) {
 }
 
 void RecordWriter::PrintNumbers(const Matrix& values) {
-  if (values.Size() >= kBetweenReports && SharedTeam().CanShare()) return PrintShared(values);
+  if (values.Size() >= kBetweenReports && SharedTeam().WouldShare()) return PrintShared(values);
   for (std::size_t done = 0; done < values.Size();) {
     const std::size_t count = std::min(kRecordsAtOnce, values.Size() - done);
     AppendRecords(bytes_, values.Data() + done, count);

@@ -7,8 +7,10 @@
 #include <array>
 #include <vector>
 
+#include "algorithms/product_tiles.h"
 #include "algorithms/work_meter.h"
 #include "base/progress.h"
+#include "base/team.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
 #include "support/core_instruction_sets.h"
@@ -188,6 +190,80 @@ TEST(OrderedProductTest, BlocksOfAFewNumbersHaveTheBitsOfThePlainLoop) {
       }
     }
   });
+}
+
+/// By ShareProduct, which has to take it.
+void CompareShared(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape,
+                   const ProductSizes& sizes) {
+  const Operands operands(cases, shape, false);
+  const auto run = [&](auto multiply) {
+    Matrix C = operands.C;
+    multiply(Part(C, 3, 2, shape.rows, shape.cols));
+    Record record;
+    testing::Append(record, C);
+    return record;
+  };
+  comparison.Compare(
+      [&] {
+        return run([&](const View& C) {
+          Progress unheard;
+          WorkMeter meter(unheard, 1);
+          EXPECT_TRUE(ShareProduct(operands.a, operands.b, C, meter, &sizes));
+        });
+      },
+      [&] { return run([&](const View& C) { PlainLoop(operands.a, operands.b, C, Form::kSet); }); },
+      {},
+      std::to_string(shape.rows) + " x " + std::to_string(shape.depth) + " x " +
+          std::to_string(shape.cols) + " in a team of " + std::to_string(SharedTeam().Members()));
+}
+
+class SharedProductTest : public ::testing::TestWithParam<int> {
+ protected:
+  Team team{GetParam()};
+  UseTeam use{team};
+};
+INSTANTIATE_TEST_SUITE_P(InTeamsOf, SharedProductTest, ::testing::Values(1, 2, 3, 7, 64));
+
+TEST_P(SharedProductTest, HasTheBitsOfThePlainLoopAroundTheEdgesOfBlocks) {
+  const std::array<ProductSizes, 3> all{{
+      {.depth = 1, .rows = 1, .cols = 1, .packFrom = 1, .tiny = 0},
+      {.depth = 2, .rows = 3, .cols = 2, .packFrom = 1, .tiny = 0},
+      {.depth = 3, .rows = 16, .cols = 17, .packFrom = 1, .tiny = 0},
+  }};
+  testing::ForEachInstructionSet([&](InstructionSet set) {
+    testing::CaseSource cases(1208, testing::CaseShape::kAny, 1);
+    testing::Comparison comparison("shared product, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int rows : {1, 2, 15, 17, 33, 50}) {
+      for (const int cols : {1, 7, 9, 34}) {
+        for (const int depth : {1, 2, 7}) {
+          for (const ProductSizes& sizes : all)
+            CompareShared(comparison, cases, {rows, cols, depth}, sizes);
+        }
+      }
+    }
+  });
+}
+
+TEST_P(SharedProductTest, HasTheBitsOfThePlainLoopInItsUsualSizes) {
+  testing::CaseSource cases(1209, testing::CaseShape::kAny, 1);
+  testing::Comparison comparison("shared product, usual sizes");
+  for (const Shape& shape : {Shape{160, 160, 385}, Shape{241, 161, 160}, Shape{499, 163, 29}}) {
+    CompareShared(comparison, cases, shape, CurrentKernels().sizes);
+  }
+}
+
+TEST(OrderedProductTest, OneThatIsNotPackedIsNotShared) {
+  testing::Dice dice(1210);
+  const Matrix a = testing::RealMatrix(dice, 159, 300);
+  const Matrix b = testing::RealMatrix(dice, 300, 300);
+  Matrix c = testing::RealMatrix(dice, 159, 300);
+  const Matrix before = c;
+  Progress unheard;
+  WorkMeter meter(unheard, 1);
+  EXPECT_FALSE(ShareProduct(Part(a, 1, 1, 159, 300), Part(b, 1, 1, 300, 300),
+                            Part(c, 1, 1, 159, 300), meter));
+  EXPECT_EQ(c, before);
 }
 
 TEST(OrderedProductTest, DeepProductsOfCompetingRowsStayWithinTheirStorage) {

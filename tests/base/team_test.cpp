@@ -7,7 +7,6 @@
 #include <atomic>
 #include <cfenv>
 #include <cmath>
-#include <condition_variable>
 #include <mutex>
 #include <numeric>
 #include <set>
@@ -16,29 +15,14 @@
 #include <vector>
 
 #include "base/progress.h"
+#include "support/core_meeting.h"
 
 namespace qmx {
 namespace {
 
+using testing::Meeting;
+
 void Nothing() {}
-
-/// Lets nobody on before so many have come.
-class Meeting {
- public:
-  explicit Meeting(int wanted) : wanted_(wanted) {}
-  void Come() {
-    std::unique_lock lock(mutex_);
-    ++here_;
-    changed_.notify_all();
-    changed_.wait(lock, [this] { return here_ >= wanted_; });
-  }
-
- private:
-  const int wanted_;
-  int here_ = 0;
-  std::mutex mutex_;
-  std::condition_variable changed_;
-};
 
 class TeamTest : public ::testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(OfSizes, TeamTest, ::testing::Values(1, 2, 3, 7, 64));
@@ -237,22 +221,6 @@ TEST(TeamOfSeveralTest, DoesNotWaitForTheMembersOfAnotherThreadsJob) {
   EXPECT_EQ(runs, 4);
   over = true;
   other.join();
-}
-
-TEST(TeamOfSeveralTest, WorksAloneForAWhileWhereTheOthersKeepItWaiting) {
-  Team team(2);
-  Meeting begun(2);
-  team.Share(
-      2,
-      [&](int) {
-        begun.Come();
-        if (Team::Member() != 0) std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      },
-      Nothing);
-  std::atomic<bool> helped = false;
-  team.Share(
-      64, [&](int) { helped = helped || Team::Member() != 0; }, Nothing);
-  EXPECT_FALSE(helped);
 }
 
 TEST(TeamLimitTest, TakesAllCoresUnlessTheEnvironmentNamesFewer) {
