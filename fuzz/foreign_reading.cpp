@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "exchange/foreign_file.h"
+#include "exchange/mat_direct.h"
 #include "exchange/mat_file.h"
 #include "exchange/matrix_market.h"
 #include "exchange/npy.h"
@@ -113,7 +114,9 @@ std::string TryOctaveText(std::string_view bytes) {
 }
 
 std::string TryMat(std::string_view bytes) {
-  return TryVariables(bytes, ForeignFormat::kMat, ListMat, ReadMat);
+  const std::string wrong =
+      TryVariables(bytes, ForeignFormat::kMat, ListMatDirectly, ReadMatDirectly);
+  return wrong.empty() ? TryVariables(bytes, ForeignFormat::kMat, ListMat, ReadMat) : wrong;
 }
 
 }  // namespace qmx::fuzz

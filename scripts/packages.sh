@@ -9,7 +9,7 @@ test_packages="libgtest-dev clang-format clang-tidy clang poppler-utils cups cup
   xdotool libbenchmark-dev libglib2.0-bin libatspi2.0-dev locales"
 bench_packages="libbenchmark-dev libxcb1-dev libopenblas-dev liblapacke-dev libeigen3-dev"
 packaging_packages="dpkg-dev file gzip lintian desktop-file-utils appstream xdg-utils xdotool libglib2.0-bin man-db mandoc"
-windows_packages="g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix wine64 nsis zip dpkg-dev cmake ninja-build
+windows_packages="g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 nsis zip dpkg-dev cmake ninja-build
   ccache qt6-base-dev qt6-base-dev-tools m4 fp-utils librsvg2-bin"
 
 # Runs a command as root, with sudo where we are not.

@@ -27,6 +27,7 @@ collect_licences() {
   done
   sed 's/$/\r/' /usr/share/doc/mingw-w64-common/copyright >"$1/mingw-w64.txt"
   sed 's/$/\r/' /usr/share/doc/gcc-mingw-w64-base/copyright >"$1/gcc.txt"
+  sed 's/$/\r/' /usr/share/doc/libz-mingw-w64-dev/copyright >"$1/zlib.txt"
   for name in LGPL-2.1 LGPL-3 GPL-2 GPL-3; do
     sed 's/$/\r/' "/usr/share/common-licenses/$name" >"$1/$name.txt"
   done

@@ -16,7 +16,6 @@ ExportDialog::ExportDialog(const QString& title, const ForeignChoice& choice, QW
   auto* form = new QFormLayout(this);
   format_ = MakeBox("cboFormat");
   for (const ForeignFormatInfo& info : kForeignFormats) {
-    if (!IsBuiltIn(info.format)) continue;
     format_->addItem(tr("%1, *%2").arg(ToQString(info.title), ToQString(info.ending)),
                      static_cast<int>(info.format));
   }

@@ -106,8 +106,6 @@ const ForeignFormatInfo& InfoOf(ForeignFormat format) {
   return *info;
 }
 
-bool IsBuiltIn(ForeignFormat format) { return format != ForeignFormat::kMat || HasMatReader(); }
-
 ForeignOutcome<ForeignContents> InspectForeign(std::string_view bytes) {
   return OutcomeOf<ForeignContents>(
       [&](ForeignOutcome<ForeignContents>& outcome) { Inspect(bytes, outcome.content); });

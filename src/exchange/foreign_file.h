@@ -23,10 +23,11 @@ namespace qmx {
 // are several) or change the settings of a text table (PreviewTextTable shows what they give), then
 // ReadForeign. To export: WriteForeign.
 //
-// Beside the bytes at hand reading takes the memory of the matrix, and for a MAT file that of the
-// file once more and some megabytes: where a number takes four bytes of the file or more, three
-// times the file in all. A size that a file only claims is refused before memory is asked for.
-// Nothing here keeps anything between two calls; MAT files may not be read by two threads at once.
+// Beside the bytes at hand reading takes the memory of the matrix, and for a MAT file, where matio
+// reads it, that of the file once more and some megabytes: where a number takes four bytes of the
+// file or more, three times the file in all. A size that a file only claims is refused before
+// memory is asked for. Nothing here keeps anything between two calls; matio may not read for two
+// threads at once.
 
 enum class ForeignFormat { kTextTable, kMatrixMarket, kNpy, kOctaveText, kMat };
 inline constexpr std::size_t kForeignFormatCount = 5;
@@ -41,9 +42,6 @@ struct ForeignFormatInfo {
 };
 extern const std::array<ForeignFormatInfo, kForeignFormatCount> kForeignFormats;
 const ForeignFormatInfo& InfoOf(ForeignFormat format);
-/// False for MAT files where the program was built without matio: then they are neither offered nor
-/// read.
-bool IsBuiltIn(ForeignFormat format);
 
 /// What a file is and holds.
 struct ForeignContents {

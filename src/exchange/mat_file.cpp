@@ -9,13 +9,12 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
-#include <optional>
 
 #include "exchange/apart.h"
 #include "exchange/element_kind.h"
-#include "exchange/exact_text.h"
-#include "exchange/mat5_elements.h"
+#include "exchange/mat5_variables.h"
 #include "exchange/mat_layout.h"
+#include "exchange/mat_variable.h"
 #include "exchange/memory_file.h"
 #include "exchange/refusal.h"
 #include "exchange/size_limits.h"
@@ -23,7 +22,6 @@
 namespace qmx {
 namespace {
 
-constexpr std::size_t kMostVariables = 10000;
 /// What matio and its own libraries need beside the data.
 constexpr std::size_t kWorkingMemory = std::size_t{256} << 20;
 
@@ -64,112 +62,38 @@ void SendText(const Apart::Channel& channel, const std::string& text) {
   channel.Send(text.data(), text.size());
 }
 
-[[noreturn]] void RefuseDamaged() {
-  throw Refusal("The file is damaged, or too large to be read.");
-}
-
 template <class Record>
 Record Receive(const Apart& apart) {
   Record record;
-  if (!apart.Receive(&record, sizeof record)) RefuseDamaged();
+  if (!apart.Receive(&record, sizeof record)) RefuseDamagedMat();
   return record;
 }
 
 std::string ReceiveText(const Apart& apart) {
   constexpr std::uint32_t kLongest = 1 << 16;
   const auto size = Receive<std::uint32_t>(apart);
-  if (size > kLongest) RefuseDamaged();
+  if (size > kLongest) RefuseDamagedMat();
   std::string text(size, '\0');
-  if (!apart.Receive(text.data(), size)) RefuseDamaged();
+  if (!apart.Receive(text.data(), size)) RefuseDamagedMat();
   return text;
 }
 
 // ---- In the process apart
 
-/// The kind of numbers of a class; nothing for what is no class of numbers.
-std::optional<ElementKind> KindOfClass(matio_classes type) {
-  switch (type) {
-    case MAT_C_DOUBLE:
-      return ElementKind::kFloat64;
-    case MAT_C_SINGLE:
-      return ElementKind::kFloat32;
-    case MAT_C_INT8:
-      return ElementKind::kInt8;
-    case MAT_C_UINT8:
-      return ElementKind::kUint8;
-    case MAT_C_INT16:
-      return ElementKind::kInt16;
-    case MAT_C_UINT16:
-      return ElementKind::kUint16;
-    case MAT_C_INT32:
-      return ElementKind::kInt32;
-    case MAT_C_UINT32:
-      return ElementKind::kUint32;
-    case MAT_C_INT64:
-      return ElementKind::kInt64;
-    case MAT_C_UINT64:
-      return ElementKind::kUint64;
-    default:
-      return std::nullopt;
-  }
-}
+static_assert(MAT_C_CHAR == kMatText && MAT_C_SPARSE == kMatSparse && MAT_C_DOUBLE == kMatDouble);
 
-/// The kind of the values of a sparse matrix, which stay as the file has them.
-std::optional<ElementKind> KindOfType(matio_types type) {
-  switch (type) {
-    case MAT_T_DOUBLE:
-      return ElementKind::kFloat64;
-    case MAT_T_SINGLE:
-      return ElementKind::kFloat32;
-    case MAT_T_INT8:
-      return ElementKind::kInt8;
-    case MAT_T_UINT8:
-      return ElementKind::kUint8;
-    case MAT_T_INT16:
-      return ElementKind::kInt16;
-    case MAT_T_UINT16:
-      return ElementKind::kUint16;
-    case MAT_T_INT32:
-      return ElementKind::kInt32;
-    case MAT_T_UINT32:
-      return ElementKind::kUint32;
-    case MAT_T_INT64:
-      return ElementKind::kInt64;
-    case MAT_T_UINT64:
-      return ElementKind::kUint64;
-    default:
-      return std::nullopt;
-  }
-}
-
-const char* NameOf(const matvar_t& variable) {
-  if (variable.isLogical != 0 && variable.class_type != MAT_C_SPARSE) return "logical";
-  constexpr const char* kNames[] = {"empty",  "cell",   "struct", "object", "text",     "sparse",
-                                    "double", "single", "int8",   "uint8",  "int16",    "uint16",
-                                    "int32",  "uint32", "int64",  "uint64", "function", "object"};
-  const auto type = static_cast<std::size_t>(variable.class_type);
-  return type < std::size(kNames) ? kNames[type] : "unknown";
-}
-
-std::string ShapeOf(const matvar_t& variable) {
-  std::string text;
+MatVariable Described(const matvar_t& variable, mat_t* file) {
+  MatVariable description;
+  description.name = variable.name;
+  description.matClass = static_cast<std::uint32_t>(variable.class_type);
+  description.complex = variable.isComplex != 0;
+  description.logical = variable.isLogical != 0;
   for (int k = 0; k < variable.rank && variable.dims != nullptr; ++k)
-    text += (k == 0 ? "" : " x ") + std::to_string(variable.dims[k]);
-  return text;
-}
-
-std::string ProblemOf(const matvar_t& variable) {
-  constexpr int kMostDimensions = 32;
-  if (variable.rank < 2 || variable.rank > kMostDimensions || variable.dims == nullptr)
-    return "The variable has no shape.";
-  if (!KindOfClass(variable.class_type) && variable.class_type != MAT_C_SPARSE) {
-    return "The variable is of type " + Shown(NameOf(variable)) + " and no matrix of numbers.";
-  }
-  if (variable.isComplex != 0)
-    return "The variable holds complex numbers; the program has real numbers only.";
-  if (variable.rank > 2)
-    return "The variable has more than two dimensions (" + ShapeOf(variable) + ").";
-  return {};
+    description.shape.push_back(variable.dims[k]);
+  description.isTable = description.matClass == kMatSparse && Mat_GetVersion(file) == MAT_FT_MAT4;
+  // Where matio would give the addresses of the parts for values.
+  if (description.isTable && IsComplexTable(description)) description.complex = true;
+  return description;
 }
 
 /// Opens bytes in a file that is empty yet.
@@ -195,26 +119,22 @@ void SendList(std::string_view bytes, const MemoryFile& memoryFile, const Apart:
   if (MatVersionOf(bytes) == MatVersion::k5) problems = ProblemsOfMat5(bytes);
   std::size_t count = 0;
   for (Variable variable = NextInfo(file.get()); variable; variable = NextInfo(file.get())) {
-    if (++count > kMostVariables)
-      throw Refusal("There are more than " + std::to_string(kMostVariables) + " variables.");
-    const bool complex = variable->isComplex != 0;
+    if (++count > kMostMatVariables) RefuseManyMatVariables();
+    const ForeignVariable listed = Listed(Described(*variable, file.get()));
     Send(channel, Tag::kVariable);
-    SendText(channel, std::string(variable->name).substr(0, 80));
-    SendText(channel, std::string(complex ? "complex " : "") + NameOf(*variable));
-    // Version 4 keeps a sparse matrix as a table of its entries, and its shape at the end of that.
-    const bool isTable =
-        variable->class_type == MAT_C_SPARSE && Mat_GetVersion(file.get()) == MAT_FT_MAT4;
-    SendText(channel, isTable ? std::string() : ShapeOf(*variable).substr(0, 200));
-    const std::string problem = ProblemOf(*variable);
+    SendText(channel, listed.name);
+    SendText(channel, listed.kind);
+    SendText(channel, listed.shape);
     const auto found = problems.find(variable->name);
-    SendText(channel, problem.empty() && found != problems.end() ? found->second : problem);
+    SendText(channel,
+             listed.problem.empty() && found != problems.end() ? found->second : listed.problem);
   }
 }
 
 void SendFull(const matvar_t& variable, const Apart::Channel& channel) {
-  const Shape shape{variable.dims[0], variable.dims[1], 0, *KindOfClass(variable.class_type)};
+  const Shape shape{variable.dims[0], variable.dims[1], 0, *KindOfMatClass(variable.class_type)};
   const std::uint64_t size = shape.rows * shape.cols * SizeOf(shape.kind);
-  if (variable.data == nullptr || variable.nbytes != size) RefuseDamaged();
+  if (variable.data == nullptr || variable.nbytes != size) RefuseDamagedMat();
   Send(channel, Tag::kFull);
   Send(channel, shape);
   channel.Send(variable.data, size);
@@ -222,17 +142,17 @@ void SendFull(const matvar_t& variable, const Apart::Channel& channel) {
 
 void SendSparse(const matvar_t& variable, const Apart::Channel& channel) {
   const auto* sparse = static_cast<const mat_sparse_t*>(variable.data);
-  const auto kind = KindOfType(variable.data_type);
+  const auto kind = KindOfMatType(variable.data_type);
   const std::uint64_t cols = variable.dims[1];
   if (sparse == nullptr || !kind || sparse->njc < cols + 1 || sparse->jc == nullptr ||
       sparse->jc[cols] > std::min(sparse->ndata, sparse->nir))
-    RefuseDamaged();
+    RefuseDamagedMat();
   const ElementBlock values{static_cast<const char*>(sparse->data), *kind};
   Send(channel, Tag::kSparse);
   Send(channel, Shape{variable.dims[0], cols, sparse->jc[cols], *kind});
   std::uint32_t k = 0;
   for (std::uint32_t j = 0; j < cols; ++j) {
-    if (sparse->jc[j + 1] < k || sparse->jc[j + 1] > sparse->jc[cols]) RefuseDamaged();
+    if (sparse->jc[j + 1] < k || sparse->jc[j + 1] > sparse->jc[cols]) RefuseDamagedMat();
     for (; k < sparse->jc[j + 1]; ++k)
       Send(channel, SparseEntry{sparse->ir[k], j, ElementAt(values, k)});
   }
@@ -246,11 +166,11 @@ void SendMatrix(std::string_view bytes, std::size_t index, const MemoryFile& mem
     variable = NextInfo(file.get());
     for (std::size_t k = 0; k < index && variable; ++k) variable = NextInfo(file.get());
     if (!variable) throw Refusal("The file has no such variable.");
-    const std::string problem = ProblemOf(*variable);
+    const std::string problem = ProblemOf(Described(*variable, file.get()));
     if (!problem.empty()) throw Refusal(problem);
     CheckShape(variable->dims[0], variable->dims[1], bytes.size(), Storage::kUnfolds, memory);
     if (MatVersionOf(bytes) == MatVersion::k5) CheckMat5Variable(bytes, variable->name);
-    if (Mat_VarReadDataAll(file.get(), variable.get()) != 0) RefuseDamaged();
+    if (Mat_VarReadDataAll(file.get(), variable.get()) != 0) RefuseDamagedMat();
   }
   // The matrix is going to be there twice, so the file need not be.
   memoryFile.Empty();
@@ -286,7 +206,7 @@ void ReceiveFull(const Apart& apart, const Shape& shape, Matrix& values) {
   for (std::size_t first = 0; first < shape.cols; first += columns) {
     const std::size_t count = std::min<std::size_t>(columns, shape.cols - first);
     block.resize(count * columnSize);
-    if (!apart.Receive(block.data(), block.size())) RefuseDamaged();
+    if (!apart.Receive(block.data(), block.size())) RefuseDamagedMat();
     ConvertElements({block.data(), shape.kind, ElementOrder::kByColumns}, first, count, values);
   }
 }
@@ -294,7 +214,7 @@ void ReceiveFull(const Apart& apart, const Shape& shape, Matrix& values) {
 void ReceiveSparse(const Apart& apart, const Shape& shape, Matrix& values) {
   for (std::uint64_t k = 0; k < shape.entries; ++k) {
     const auto entry = Receive<SparseEntry>(apart);
-    if (entry.row >= shape.rows || entry.col >= shape.cols) RefuseDamaged();
+    if (entry.row >= shape.rows || entry.col >= shape.cols) RefuseDamagedMat();
     if (!std::isfinite(entry.value)) {
       RefuseElement(entry.row + std::size_t{1}, entry.col + std::size_t{1},
                     "expected a finite number.");
@@ -330,10 +250,6 @@ std::size_t MemoryFor(std::size_t size) {
 
 }  // namespace
 
-bool HasMatReader() { return true; }
-
-bool IsMat(std::string_view bytes) { return MatVersionOf(bytes) != MatVersion::kNone; }
-
 ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
   using Variables = std::vector<ForeignVariable>;
   return OutcomeOf<Variables>([&](ForeignOutcome<Variables>& outcome) {
@@ -344,7 +260,7 @@ ForeignOutcome<std::vector<ForeignVariable>> ListMat(std::string_view bytes) {
         kWorkingMemory + 2 * bytes.size());
     for (Tag tag = Receive<Tag>(apart); tag != Tag::kEnd; tag = Receive<Tag>(apart)) {
       if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
-      if (tag != Tag::kVariable || outcome.content.size() == kMostVariables) RefuseDamaged();
+      if (tag != Tag::kVariable || outcome.content.size() == kMostMatVariables) RefuseDamagedMat();
       ForeignVariable& variable = outcome.content.emplace_back();
       variable.name = ReceiveText(apart);
       variable.kind = ReceiveText(apart);
@@ -365,31 +281,9 @@ ForeignOutcome<Matrix> ReadMat(std::string_view bytes, std::size_t index, const 
                       MemoryFor(bytes.size()));
     const Tag tag = Receive<Tag>(apart);
     if (tag == Tag::kProblem) throw Refusal(ReceiveText(apart));
-    if (tag != Tag::kFull && tag != Tag::kSparse) RefuseDamaged();
+    if (tag != Tag::kFull && tag != Tag::kSparse) RefuseDamagedMat();
     outcome.content = ReceiveMatrix(apart, tag, bytes.size(), memory);
-    if (Receive<Tag>(apart) != Tag::kEnd) RefuseDamaged();
-  });
-}
-
-ForeignOutcome<std::string> WriteMat(const Matrix& values, const std::string& name) {
-  return OutcomeOf<std::string>([&](ForeignOutcome<std::string>& outcome) {
-    CheckWritable(values);
-    const MemoryFile memoryFile;
-    {
-      Matrix byColumns = Matrix::Unset(values.Cols(), values.Rows());
-      for (int i = 1; i <= values.Rows(); ++i) {
-        for (int j = 1; j <= values.Cols(); ++j) byColumns(j, i) = values(i, j);
-      }
-      const File file(Mat_CreateVer(memoryFile.Path().c_str(),
-                                    "MATLAB 5.0 MAT-file, created by Orvane", MAT_FT_MAT5));
-      std::size_t shape[] = {static_cast<std::size_t>(values.Rows()),
-                             static_cast<std::size_t>(values.Cols())};
-      const Variable variable(Mat_VarCreate(name.c_str(), MAT_C_DOUBLE, MAT_T_DOUBLE, 2, shape,
-                                            byColumns.Data(), MAT_F_DONT_COPY_DATA));
-      if (!file || !variable || Mat_VarWrite(file.get(), variable.get(), MAT_COMPRESSION_NONE) != 0)
-        throw Refusal("There is not enough memory for the file.");
-    }
-    outcome.content = memoryFile.Read();
+    if (Receive<Tag>(apart) != Tag::kEnd) RefuseDamagedMat();
   });
 }
 

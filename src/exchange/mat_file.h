@@ -12,19 +12,15 @@
 
 namespace qmx {
 
-// MAT files of versions 4 to 7.3, by way of the library matio.
+// MAT files: read by way of the library matio, of versions 4 to 7.3, and on Windows, where matio
+// and the means to keep it apart are not to be had, by a reader of our own, of versions 4 to 7 (see
+// mat_direct.h). What both read and refuse, they do alike. They are written without a library.
 //
-// matio reads and writes files by their names, and no reader of such files is safe from every
-// broken one. So the bytes are read in a process of its own (see Apart), which has them in a file
-// that lies in memory (see MemoryFile); whatever becomes of that process, this one goes on. For
-// writing, this process has such a file. Only for version 7.3 has it a name, while it is opened.
-// Reading may be done in any thread, but by one at a time; it takes at most half a minute of
-// processor time.
-//
-// Without matio (see src/CMakeLists.txt) everything is refused with a text that says so.
-
-/// True where the program was built with matio.
-bool HasMatReader();
+// matio reads files by their names, and no reader of such files is safe from every broken one. So
+// the bytes are read in a process of its own (see Apart), which has them in a file that lies in
+// memory (see MemoryFile); whatever becomes of that process, this one goes on. Only for version 7.3
+// has the file a name, while it is opened. Reading may then be done in any thread, but by one at a
+// time; it takes at most half a minute of processor time.
 
 /// True for bytes that begin as a MAT file of any version does.
 bool IsMat(std::string_view bytes);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exchange/mat_layout.h"
 
-#include <optional>
+#include <iterator>
 #include <string>
 
 #include "exchange/refusal.h"
@@ -12,35 +12,6 @@ namespace {
 constexpr std::size_t kVersionOf5 = 124;
 constexpr std::size_t kHeaderOf4 = 20;
 
-/// The bytes that a variable of version 4 takes, with its header and name; nothing where none can
-/// begin here.
-std::optional<std::uint64_t> SizeOfVariable4(std::string_view bytes) {
-  if (bytes.size() < kHeaderOf4) return std::nullopt;
-  // The type has decimal digits: machine, 0, kind of number, kind of matrix.
-  constexpr std::uint32_t kBigMachine = 1000;
-  const bool bigEndian = MatWord(bytes, 0, true) / kBigMachine == 1;
-  const std::uint32_t type = MatWord(bytes, 0, bigEndian);
-  const std::uint32_t machine = type / kBigMachine;
-  constexpr std::uint64_t kSizes[] = {8, 4, 4, 2, 2, 1};
-  const std::uint32_t number = type / 10 % 10;
-  const std::uint32_t parts = MatWord(bytes, 12, bigEndian);
-  const std::uint32_t nameSize = MatWord(bytes, 16, bigEndian);
-  constexpr std::uint32_t kLongestName = 4096;
-  if (machine != (bigEndian ? 1U : 0U) || type / 100 % 10 != 0 || number > 5 || type % 10 > 2 ||
-      parts > 1 || nameSize < 2 || nameSize > kLongestName)
-    return std::nullopt;
-  const std::string_view name = bytes.substr(kHeaderOf4, nameSize);
-  if (name.empty() || (name.size() == nameSize && name.back() != '\0')) return std::nullopt;
-  constexpr std::uint32_t kMost = 0x7FFFFFFF;
-  const std::uint64_t rows = MatWord(bytes, 4, bigEndian);
-  const std::uint64_t cols = MatWord(bytes, 8, bigEndian);
-  if (rows > kMost || cols > kMost) return std::nullopt;
-  const std::uint64_t elements = rows * cols;
-  // The product stays below 2^62, so that its bytes may be counted up to here.
-  if (elements > (1ULL << 58)) return std::nullopt;
-  return kHeaderOf4 + nameSize + elements * kSizes[number] * (1 + parts);
-}
-
 [[noreturn]] void RefuseCut(int variable) {
   throw Refusal("The file ends within its variable " + std::to_string(variable) +
                 "; it seems to be cut off.");
@@ -48,13 +19,13 @@ std::optional<std::uint64_t> SizeOfVariable4(std::string_view bytes) {
 
 void CheckLayout4(std::string_view bytes) {
   for (int variable = 1; !bytes.empty(); ++variable) {
-    const auto size = SizeOfVariable4(bytes);
-    if (!size && bytes.size() >= kHeaderOf4) {
+    const auto start = Mat4StartOf(bytes);
+    if (!start && bytes.size() >= kHeaderOf4) {
       throw Refusal("Variable " + std::to_string(variable) +
                     " of the file does not begin as variables do; the file is damaged.");
     }
-    if (!size || *size > bytes.size()) RefuseCut(variable);
-    bytes.remove_prefix(*size);
+    if (!start || start->end > bytes.size()) RefuseCut(variable);
+    bytes.remove_prefix(start->end);
   }
 }
 
@@ -81,6 +52,42 @@ std::uint32_t MatWord(std::string_view bytes, std::size_t at, bool bigEndian) {
   return word;
 }
 
+std::optional<Mat4Start> Mat4StartOf(std::string_view bytes) {
+  if (bytes.size() < kHeaderOf4) return std::nullopt;
+  // The type has decimal digits: machine, 0, kind of number, kind of matrix.
+  constexpr std::uint32_t kBigMachine = 1000;
+  const bool bigEndian = MatWord(bytes, 0, true) / kBigMachine == 1;
+  const std::uint32_t type = MatWord(bytes, 0, bigEndian);
+  const std::uint32_t machine = type / kBigMachine;
+  constexpr ElementKind kKinds[] = {ElementKind::kFloat64, ElementKind::kFloat32,
+                                    ElementKind::kInt32,   ElementKind::kInt16,
+                                    ElementKind::kUint16,  ElementKind::kUint8};
+  const std::uint32_t number = type / 10 % 10;
+  const std::uint32_t parts = MatWord(bytes, 12, bigEndian);
+  const std::uint32_t nameSize = MatWord(bytes, 16, bigEndian);
+  constexpr std::uint32_t kLongestName = 4096;
+  if (machine != (bigEndian ? 1U : 0U) || type / 100 % 10 != 0 || number >= std::size(kKinds) ||
+      type % 10 > 2 || parts > 1 || nameSize < 2 || nameSize > kLongestName)
+    return std::nullopt;
+  const std::string_view name = bytes.substr(kHeaderOf4, nameSize);
+  if (name.empty() || (name.size() == nameSize && name.back() != '\0')) return std::nullopt;
+  constexpr std::uint32_t kMost = 0x7FFFFFFF;
+  const std::uint64_t rows = MatWord(bytes, 4, bigEndian);
+  const std::uint64_t cols = MatWord(bytes, 8, bigEndian);
+  // The product stays below 2^62, so that its bytes may be counted up to here.
+  if (rows > kMost || cols > kMost || rows * cols > (1ULL << 58)) return std::nullopt;
+  const std::uint64_t elements = kHeaderOf4 + nameSize;
+  return Mat4Start{.bigEndian = bigEndian,
+                   .kind = kKinds[number],
+                   .form = static_cast<Mat4Form>(type % 10),
+                   .rows = rows,
+                   .cols = cols,
+                   .complex = parts == 1,
+                   .name = name,
+                   .elements = elements,
+                   .end = elements + rows * cols * SizeOf(kKinds[number]) * (1 + parts)};
+}
+
 MatVersion MatVersionOf(std::string_view bytes) {
   if (bytes.size() >= kMat5Header) {
     const std::string_view order = bytes.substr(kMat5Header - 2, 2);
@@ -90,7 +97,7 @@ MatVersion MatVersionOf(std::string_view bytes) {
       if (major == 2) return MatVersion::k73;
     }
   }
-  return SizeOfVariable4(bytes) ? MatVersion::k4 : MatVersion::kNone;
+  return Mat4StartOf(bytes) ? MatVersion::k4 : MatVersion::kNone;
 }
 
 void CheckMatLayout(std::string_view bytes) {

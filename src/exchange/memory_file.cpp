@@ -5,7 +5,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -54,19 +53,6 @@ void MemoryFile::Write(std::string_view bytes) const {
     if (written <= 0) throw Refusal("There is not enough memory for the file.");
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
-}
-
-std::string MemoryFile::Read() const {
-  const off_t size = lseek(file_, 0, SEEK_END);
-  std::string bytes(static_cast<std::size_t>(std::max<off_t>(size, 0)), '\0');
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t count =
-        pread(file_, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-    if (count <= 0) throw Refusal("The file cannot be read back from memory.");
-    done += static_cast<std::size_t>(count);
-  }
-  return bytes;
 }
 
 void MemoryFile::Empty() const { [[maybe_unused]] const int done = ftruncate(file_, 0); }

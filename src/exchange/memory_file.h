@@ -27,8 +27,6 @@ class MemoryFile {
   void RemoveName() const;
   /// Adds bytes at the end of what was written. Refuses where memory does not suffice.
   void Write(std::string_view bytes) const;
-  /// All bytes, whoever wrote them.
-  std::string Read() const;
   /// Gives the memory back.
   void Empty() const;
 

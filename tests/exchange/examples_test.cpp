@@ -43,7 +43,6 @@ TEST(Examples, AreWhatTheProgramReadsAndWrites) {
       {"hilbert-octave.txt", {.format = ForeignFormat::kOctaveText, .name = "H"}},
   };
   for (const Form& form : forms) {
-    if (!IsBuiltIn(form.choice.format)) continue;
     const std::string bytes = Example(form.name);
     const auto contents = InspectForeign(bytes);
     ASSERT_TRUE(contents.Ok()) << form.name << contents.problem;

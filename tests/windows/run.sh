@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$(realpath "$0")")/../.."
 . scripts/packages.sh
-install_packages $build_packages g++-mingw-w64-x86-64-posix wine64 libgtest-dev googletest
+install_packages $build_packages g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 libgtest-dev googletest
 
 build=$PWD/build/windows
 cmake -G Ninja -S . -B "$build" --toolchain cmake/mingw.cmake -DQMX_DESKTOP=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo
