@@ -232,9 +232,10 @@ TEST(ReadingDirectly, MakesTheSameOfFilesMadeByHand) {
     };
     for (const std::string& variables : files)
       EXPECT_TRUE(ReadAlike(make.Header() + variables + full));
-    for (const test::Counts& shape : {test::Counts{2, 3}, test::Counts{2, 4}, test::Counts{2, 2}})
+    for (const test::Counts& shape : {test::Counts{2, 3}, test::Counts{2, 4}, test::Counts{2, 2}}) {
       EXPECT_TRUE(ReadAlike(
           test::Mat4Variable<double>(bigEndian, 2, "S", shape, {1, 3, 1, 2, 5, 0, 6, 0})));
+    }
     EXPECT_TRUE(
         ReadAlike(test::Mat4Variable<float>(bigEndian, 12, "S", {2, 3}, {1, 3, 1, 2, 5, 0})));
     const std::string file = make.Header() + full;
