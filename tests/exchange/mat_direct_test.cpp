@@ -242,7 +242,7 @@ TEST_P(MatDirect, RefusesMoreVariablesThanItLists) {
 /// However large compressed data would become, memory is taken for a matrix that may be only.
 TEST_P(MatDirect, CompressedClaimsTakeNoMemory) {
   if (!test::kMemoryIsItsOwn) GTEST_SKIP() << "the sanitizer has memory of its own";
-  constexpr std::size_t kMuch = 32 << 20;
+  constexpr std::size_t kMuch = 8 << 20;
   const std::string zeros(kMuch, '\0');
   const std::string variables[] = {
       make.Variable(zeros, 6, {1, 1}, ""),
