@@ -43,7 +43,7 @@ archive=$(realpath build/package/orvane-*-windows.zip)
 
 echo "--- contents of the archive"
 unzip -q "$archive" -d "$work/unpacked"
-for file in qmx.exe qmx.chm pi_data.ico LICENCE.txt licences/{qt6-base,flint,flint-arb,gmp,mpfr4,chmlib,LGPL-3,overview}.txt; do
+for file in qmx.exe qmx.chm pi_data.ico LICENCE.txt licences/{qt6-base,flint,flint-arb,gmp,mpfr4,chmlib,zlib,LGPL-3,overview}.txt; do
   [ -s "$work/unpacked/Orvane/$file" ] || fail "no $file in the archive"
 done
 size=$(stat -c %s "$work/unpacked/Orvane/qmx.exe")
