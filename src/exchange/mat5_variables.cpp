@@ -37,7 +37,7 @@ bool ReadShape(Mat5Reader& reader, MatVariable& variable) {
 bool ReadName(Mat5Reader& reader, MatVariable& variable) {
   constexpr std::uint64_t kLongest = 1 << 16;
   if (!reader.Next() || reader.Size() > kLongest) return false;
-  if (reader.Type() != kMat5Name) return true;
+  if (reader.Type() != kMat5Name) return reader.Size() == 0;
   variable.name.resize(reader.Size());
   if (!reader.Read(variable.name.data(), variable.name.size())) return false;
   variable.name.resize(std::min(variable.name.find('\0'), variable.name.size()));

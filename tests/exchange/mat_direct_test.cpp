@@ -215,9 +215,9 @@ TEST_P(MatDirect, ListsADamagedVariableAmongTheOthers) {
   std::string compressed = make.Compressed(whole);
   compressed[8] = 'y';
   for (const std::string& damaged :
-       {another, compressed, make.Compressed(another),
-        make.Compressed(make.Of(9, test::Numbers{1, 2})), make.Of(9, test::Numbers{1, 2}),
-        make.Element(14, "abcdefgh")}) {
+       {make.Variable("M", 6, {1, 1}, make.Of(9, test::Numbers{1}), 2), another, compressed,
+        make.Compressed(another), make.Compressed(make.Of(9, test::Numbers{1, 2})),
+        make.Of(9, test::Numbers{1, 2}), make.Element(14, "abcdefgh")}) {
     const std::string bytes = File(damaged + whole);
     EXPECT_EQ(test::kDirectly.Listed(bytes),
               std::string(" (damaged, ) - ") + kDamagedVariable + "\nwhole (double, 1 x 1)\n");
