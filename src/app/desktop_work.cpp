@@ -112,7 +112,7 @@ bool DesktopWork::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   if (!IsHeldOff(watched, event->type())) return false;
-  window_.SetStatus(tr("Something is being computed. Stop it, or wait until it is done."));
+  window_.SetStatus(tr(kBusy));
   return true;
 }
 

@@ -10,7 +10,7 @@
 namespace qmx {
 
 DigitChecks::DigitChecks(const Workspace& workspace, frmQMX& window, DesktopScreen& screen,
-                         const CommandRunner& commands, const Prover* prover)
+                         CommandRunner& commands, const Prover* prover)
     : workspace_(workspace), screen_(screen), commands_(commands), prover_(prover) {
   if (prover_ == nullptr) return;
   screen_.WatchDigits([this](Slot slot, bool wanted) { Ask(ResultOf(slot).result, wanted); },
@@ -41,7 +41,7 @@ void DigitChecks::AfterCommand() {
 
 void DigitChecks::Ask(Result result, bool wanted) {
   // While something is computed the results may not be what they were.
-  if (commands_.IsBusy()) return;
+  if (commands_.IsBusy()) return commands_.Refuse();
   wanted ? keeper_.Ask(workspace_, result) : keeper_.Withdraw(workspace_, result);
   AfterCommand();
 }

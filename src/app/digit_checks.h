@@ -26,7 +26,7 @@ class DigitChecks : public QObject {
  public:
   /// Without a prover nothing is checked and nothing is shown.
   DigitChecks(const Workspace& workspace, frmQMX& window, DesktopScreen& screen,
-              const CommandRunner& commands, const Prover* prover);
+              CommandRunner& commands, const Prover* prover);
   ~DigitChecks() override;
 
   /// Shows what is known of the results as they are now, and has the rest checked.
@@ -59,7 +59,7 @@ class DigitChecks : public QObject {
 
   const Workspace& workspace_;
   DesktopScreen& screen_;
-  const CommandRunner& commands_;
+  CommandRunner& commands_;
   const Prover* prover_;
   QList<ScalarProof*> scalars_;
   DigitKeeper keeper_;

@@ -4,10 +4,10 @@
 #include <new>
 #include <utility>
 
+#include "workspace/work.h"
+
 namespace qmx {
 namespace {
-
-constexpr const char* kBusy = "Something is being computed. Stop it, or wait until it is done.";
 
 std::string CellName(Slot slot, int row, int col) {
   return std::string(InfoOf(slot).prefix) + std::to_string(row) + "," + std::to_string(col) + ")";

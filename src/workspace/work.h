@@ -8,6 +8,10 @@
 
 namespace qmx {
 
+/// What whoever wants to change something meanwhile is told.
+inline constexpr const char* kBusy =
+    "Something is being computed. Stop it, or wait until it is done.";
+
 /// Where computations run.
 class Work {
  public:

@@ -9,6 +9,7 @@
 #include "commands/dispatcher.h"
 #include "grids/contrast.h"
 #include "support/desktop_digits.h"
+#include "support/desktop_meanwhile.h"
 #include "workspace/task_numbers.h"
 
 namespace qmx::test {
@@ -183,6 +184,18 @@ TEST_F(DigitChecksTest, ACheckThatWasAskedForCanBeStopped) {
     EXPECT_EQ(CheckButton(kSlotInverse)->text(), "Check &digits");
   }
   EXPECT_EQ(prover.stopped, 2);
+}
+
+TEST_F(DigitChecksTest, AskingWhileSomethingIsComputedIsRefused) {
+  prover.estimate = 60;
+  EnterRegular();
+  Click(cmdTask(kTaskInverse));
+  UntilChecked();
+  const auto press = [&] { CheckButton(kSlotInverse)->click(); };
+  EXPECT_EQ(SaidMeanwhile(program, press), kRefusal);
+  EXPECT_EQ(CheckButton(kSlotInverse)->text(), "Check &digits");
+  EXPECT_TRUE(program.Digits().IsIdle());
+  EXPECT_EQ(prover.begun, 0);
 }
 
 TEST_F(DigitChecksTest, WhatCannotBeProvedIsNeverClaimed) {

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QBasicTimer>
 #include <QComboBox>
+#include <QFile>
 #include <QPdfWriter>
 #include <QPointer>
 #include <QPrintPreviewWidget>
@@ -311,7 +312,9 @@ TEST_F(PrintTableTest, TheDialogStaysWhileItsPagesGoToThePrinter) {
   dialog.findChild<QPrintPreviewWidget*>()->print();
   EXPECT_GE(printing, 2);
   EXPECT_FALSE(dialog.HasFailed());
-  EXPECT_EQ(static_cast<int>(WordsOf(folder.filePath("table.pdf")).size()), PageCount(dialog));
+  QFile printed(pdf.outputFileName());
+  ASSERT_TRUE(printed.open(QIODevice::ReadOnly));
+  EXPECT_EQ(printed.readAll().count("/Type /Page\n"), PageCount(dialog));
   EXPECT_TRUE(HasTools(dialog));
 }
 

@@ -15,11 +15,9 @@
 
 #include "derivation/derivation.h"
 #include "support/desktop_bench.h"
+#include "support/desktop_meanwhile.h"
 
 namespace qmx::test {
-
-inline constexpr const char* kRefusal =
-    "Something is being computed. Stop it, or wait until it is done.";
 
 /// Derives nothing, but tells what it was asked; a test can hold it up and let it fail.
 class GatedDeriver : public Deriver {
@@ -143,21 +141,7 @@ class StepsDesktop : public DeriverHolder, public Desktop {
     return *window;
   }
   /// Does something in the middle of a computation, and tells what the main window says to it.
-  std::string Meanwhile(const std::function<void()>& act) {
-    std::string said;
-    std::atomic<bool> isDone = false;
-    QTimer::singleShot(0, [&] {
-      act();
-      said = Part<QLabel>(Main(), "lblWorking").text().toStdString();
-      isDone = true;
-    });
-    program.Runner().Do([&](Context& context) {
-      context.work.Run([&](Progress&) {
-        while (!isDone) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      });
-    });
-    return said;
-  }
+  std::string Meanwhile(const std::function<void()>& act) { return SaidMeanwhile(program, act); }
   static std::string Told(DocumentWindow& window, const char* label) {
     const QLabel& found = Part<QLabel>(window, label);
     return found.isHidden() ? std::string() : found.text().toStdString();
