@@ -79,7 +79,7 @@ void ShowAdjoint(Scribe& scribe, const Elements<Traced>& adjoint, int row, int c
     return scribe.Say("It is too large to be written out here.");
   ShownMatrix shown = ShowMatrix(adjoint);
   if (row > 0) {
-    shown.At(row, col).mark = CellMark::kFound;
+    shown.At(row, col).mark = CellMark::kAsked;
   } else {
     MarkCells(shown, CellMark::kFound);
   }

@@ -46,6 +46,7 @@ enum class CellMark {
   kPivot,    ///< Framed: the element that is divided by.
   kChanged,  ///< The step has changed it.
   kFound,    ///< Part of the result.
+  kAsked,    ///< Of a result whose other elements are shown as well: the one that was asked about.
 };
 
 struct ShownCell {

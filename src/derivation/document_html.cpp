@@ -27,6 +27,7 @@ h1 { font-size: 1.6em; } h2 { font-size: 1.3em; } h3 { font-size: 1.05em; margin
   border: 1px solid transparent; }
 .matrix td.bar { border-right: 1px solid; }
 .matrix td.pivot { border: 2px solid #b34700; font-weight: bold; }
+.matrix td.asked { border-bottom: 3px solid; font-weight: bold; }
 .changed { background: #dcebff; } .found { background: #dff3d8; }
 .unproved { color: #8a8a8a; }
 .decimal { font-size: 0.8em; }
@@ -99,6 +100,7 @@ std::string CellHtml(const ShownCell& cell, bool hasBar, NumberForm form) {
   if (cell.mark == CellMark::kPivot) add("pivot");
   if (cell.mark == CellMark::kChanged) add("changed");
   if (cell.mark == CellMark::kFound) add("found");
+  if (cell.mark == CellMark::kAsked) add("asked");
   const ShownForms forms = FormsOf(cell.number, form);
   if (!forms.exact || !forms.decimal) return Element("td", kind, NumberHtml(cell.number, form));
   return Element("td", kind,
@@ -182,6 +184,7 @@ std::string LegendHtml(const MarksInUse& marks) {
   if (marks.pivot) text += "Framed: the pivot. ";
   if (marks.changed) text += Element("span", "changed", "Changed by the step.") + " ";
   if (marks.found) text += Element("span", "found", "What was found.") + " ";
+  if (marks.asked) text += "Underlined: the element asked about. ";
   if (marks.unproved) text += Element("span", "unproved", "Digits that do not hold.") + " ";
   if (text.empty()) return text;
   text.pop_back();

@@ -85,6 +85,7 @@ std::string CellLatex(const ShownCell& cell, NumberForm form) {
   if (cell.mark == CellMark::kPivot) return Grouped("\\boxed", text);
   if (cell.mark == CellMark::kChanged) return Grouped("\\textcolor{changed}", text);
   if (cell.mark == CellMark::kFound) return Grouped("\\textcolor{found}", text);
+  if (cell.mark == CellMark::kAsked) return Grouped("\\underline", text);
   return text;
 }
 
@@ -224,6 +225,7 @@ std::string LegendLatex(const MarksInUse& marks) {
   if (marks.pivot) text += "Framed: the pivot. ";
   if (marks.changed) text += "\\textcolor{changed}{Changed by the step.} ";
   if (marks.found) text += "\\textcolor{found}{What was found.} ";
+  if (marks.asked) text += "Underlined: the element asked about. ";
   if (marks.unproved) text += "\\textcolor{unproved}{Digits that do not hold.} ";
   return text.empty() ? text : "\\bigskip\\noindent " + text + "\\par\n";
 }

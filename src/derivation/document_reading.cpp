@@ -102,6 +102,7 @@ void CountMarks(const Line& line, NumberForm form, MarksInUse& marks) {
       marks.pivot = marks.pivot || cell.mark == CellMark::kPivot;
       marks.changed = marks.changed || cell.mark == CellMark::kChanged;
       marks.found = marks.found || cell.mark == CellMark::kFound;
+      marks.asked = marks.asked || cell.mark == CellMark::kAsked;
       CountMarks(cell.number, form, marks);
     }
   }

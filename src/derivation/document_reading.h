@@ -47,6 +47,7 @@ struct MarksInUse {
   bool pivot = false;
   bool changed = false;
   bool found = false;
+  bool asked = false;
   bool unproved = false;
 };
 MarksInUse MarksOf(const Document& document, NumberForm form);

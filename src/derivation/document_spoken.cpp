@@ -68,6 +68,7 @@ std::string SpokenCell(const ShownCell& cell, NumberForm form) {
   std::string text = SpokenNumber(cell.number, form);
   if (cell.mark == CellMark::kPivot) text = "pivot " + text;
   if (cell.mark == CellMark::kFound) text = "found " + text;
+  if (cell.mark == CellMark::kAsked) text = "asked about " + text;
   return text;
 }
 

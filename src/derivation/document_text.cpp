@@ -171,6 +171,7 @@ std::string Legend(const MarksInUse& marks) {
   if (marks.pivot) text += "[ ] around a number: the pivot.\n";
   if (marks.changed) text += "← behind a row: the step has changed it.\n";
   if (marks.found) text += "* * around a number: what was found.\n";
+  if (marks.asked) text += "» « around a number: the element asked about.\n";
   return text;
 }
 

@@ -9,8 +9,8 @@ namespace qmx {
 
 /// A document as plain text in UTF-8, for a fixed-pitch font: matrices with brackets of several
 /// lines, in every column the points below each other, a pivot as [2], a part of the result as *2*,
-/// an arrow behind every row that a step has changed. Formulas that are wider than a page are
-/// broken behind a matrix. Lines end in "\n".
+/// the element asked about as »2«, an arrow behind every row that a step has changed. Formulas that
+/// are wider than a page are broken behind a matrix. Lines end in "\n".
 std::string PlainText(const Document& document, NumberForm form);
 
 /// A document as it is read aloud: every line of the document is one line of text, signs are words,

@@ -44,7 +44,7 @@ void ShowThree(const DerivationQuestion& question, Scribe& scribe, const char* s
   ShownMatrix a = ShowMatrix(ElementsOf<Traced>(A));
   ShownMatrix b = ShowMatrix(ElementsOf<Traced>(B));
   ShownMatrix shown = ShowMatrix(result);
-  if (IsChosen(question)) shown.At(question.row, question.col).mark = CellMark::kFound;
+  if (IsChosen(question)) shown.At(question.row, question.col).mark = CellMark::kAsked;
   scribe.Formula(std::move(a), Sign(sign), std::move(b), kEquals, std::move(shown));
 }
 

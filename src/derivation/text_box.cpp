@@ -52,6 +52,9 @@ CellText TextOfCell(const ShownCell& cell, bool hasPoints, NumberForm form) {
   } else if (cell.mark == CellMark::kFound) {
     text.before.insert(0, "*");
     text.after += "*";
+  } else if (cell.mark == CellMark::kAsked) {
+    text.before.insert(0, "»");
+    text.after += "«";
   }
   return text;
 }

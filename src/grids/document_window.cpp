@@ -210,6 +210,7 @@ void DocumentWindow::ShowLegend() {
   if (marks.pivot) told << tr("framed: the pivot");
   if (marks.changed) told << tr("shaded, with %1: changed by the step").arg(QChar(0x25c0));
   if (marks.found) told << tr("bold: part of the result");
+  if (marks.asked) told << tr("underlined: the element asked about");
   if (marks.unproved) told << tr("grey digits: lost by rounding");
   QString text = told.join("; ");
   if (!text.isEmpty()) text[0] = text[0].toUpper();

@@ -45,9 +45,10 @@ struct PageColours {
 
   QColor ground;
   QColor text;
-  QColor muted;   ///< Digits that do not hold.
-  QColor accent;  ///< The frame of a pivot, and the marks of what has changed.
-  QColor tint;    ///< The ground of elements that have changed.
+  QColor muted;  ///< Digits that do not hold.
+  /// The frame of a pivot, the marks of what has changed, and the line below what was asked about.
+  QColor accent;
+  QColor tint;  ///< The ground of elements that have changed.
 
  private:
   PageColours() = default;
@@ -125,6 +126,8 @@ class Typesetter {
   void DrawCells(QPainter& painter, QPointF corner, const ShownMatrix& matrix,
                  const MatrixShape& shape) const;
   void DrawGround(QPainter& painter, const QRectF& place, CellMark mark) const;
+  /// A thick line below a cell that is set at `at`, within the gap to what follows.
+  void Underline(QPainter& painter, QPointF at, const Extent& extent) const;
   void DrawBrackets(QPainter& painter, QPointF corner, const ShownMatrix& matrix,
                     const MatrixShape& shape) const;
   void DrawBars(QPainter& painter, QPointF corner, const ShownMatrix& matrix,

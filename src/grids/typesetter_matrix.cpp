@@ -15,13 +15,16 @@ constexpr qreal kColumnGap = 1.1;
 constexpr qreal kRowGap = 0.36;
 constexpr qreal kBracket = 0.34;
 constexpr qreal kMark = 0.62;
+constexpr qreal kUnderline = 0.12;
+
+bool IsBold(CellMark mark) { return mark == CellMark::kFound || mark == CellMark::kAsked; }
 
 }  // namespace
 
 /// A number of a matrix: exact above, decimals below where both are wanted.
 Extent Typesetter::SetCell(QPainter* painter, QPointF at, const ShownCell& cell) const {
   if (cell.isBlank) return SetText(nullptr, {}, Face::kText, QString(QChar(0x00b7)));
-  const Face face = cell.mark == CellMark::kFound ? Face::kBold : Face::kText;
+  const Face face = IsBold(cell.mark) ? Face::kBold : Face::kText;
   const ShownNumber& number = cell.number;
   const ShownForms forms = FormsOf(number, form_);
   if (!forms.exact || !forms.decimal) return SetNumber(painter, at, number, {true, false, face});
@@ -73,6 +76,13 @@ void Typesetter::DrawGround(QPainter& painter, const QRectF& place, CellMark mar
   painter.drawRect(place.adjusted(1, 1, -1, -1));
 }
 
+void Typesetter::Underline(QPainter& painter, QPointF at, const Extent& extent) const {
+  const qreal air = em_ * kUnderline / 2;
+  const qreal thick = std::max(em_ * kUnderline, 1.0);
+  painter.fillRect(QRectF(at.x() - air, at.y() + extent.descent, extent.width + 2 * air, thick),
+                   colours_.accent);
+}
+
 void Typesetter::DrawCells(QPainter& painter, QPointF corner, const ShownMatrix& matrix,
                            const MatrixShape& shape) const {
   const bool isRight = form_ == NumberForm::kDecimals;
@@ -93,7 +103,9 @@ void Typesetter::DrawCells(QPainter& painter, QPointF corner, const ShownMatrix&
         painter.setPen(colours_.muted);
         painter.drawText(QPointF(left, y + gap / 2 + row.ascent), QString(QChar(0x00b7)));
       } else {
-        SetCell(&painter, {left, y + gap / 2 + row.ascent}, cell);
+        const QPointF at(left, y + gap / 2 + row.ascent);
+        SetCell(&painter, at, cell);
+        if (cell.mark == CellMark::kAsked) Underline(painter, at, extent);
       }
       x += column;
     }

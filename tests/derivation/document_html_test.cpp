@@ -37,14 +37,15 @@ TEST(DocumentHtml, EverythingIsWritten) {
       "class=\"decimal\">0.333<span "
       "class=\"unproved\">4</span></span></td><td>1</td></tr></table></div>\n"
       "<div class=\"formula\"><table class=\"matrix determinant\"><tr><td>1</td><td></td></tr>"
-      "<tr><td>3</td><td>4</td></tr></table> ≠ √2</div>\n"
+      "<tr><td>3</td><td class=\"asked\">4</td></tr></table> ≠ √2</div>\n"
       "<table class=\"cycles\"><thead><tr><th scope=\"col\">Cycle</th><th scope=\"col\">Shift_0"
       "</th></tr></thead><tbody>\n"
       "<tr><td>1</td><td>1.5E-07</td></tr>\n"
       "<tr><td>last</td><td><span class=\"name\">λ</span><sub>1</sub> ≈ 2.5</td></tr>\n"
       "</tbody></table>\n"
       "<p>Framed: the pivot. <span class=\"changed\">Changed by the step.</span> <span "
-      "class=\"found\">What was found.</span> <span class=\"unproved\">Digits that do not hold."
+      "class=\"found\">What was found.</span> Underlined: the element asked about. <span "
+      "class=\"unproved\">Digits that do not hold."
       "</span></p>\n"
       "</body>\n</html>\n");
 }

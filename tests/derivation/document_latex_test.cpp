@@ -40,7 +40,7 @@ The pivot is $2$ \ensuremath{<} $-\frac{3\sqrt{5}}{4}$; $\ldots $ is not known.\
 {S} \to  \left[\begin{array}{cc|c} \boxed{2} & 1 & \textcolor{found}{-5} \\ \textcolor{changed}{0} & \textcolor{changed}{\begin{array}{@{}r@{}}\frac{1}{3}\\{\scriptstyle 0.333\textcolor{unproved}{4}}\end{array}} & 1 \end{array}\right]
 \]
 \[
-\begin{vmatrix} 1 &  \\ 3 & 4 \end{vmatrix} \neq  \sqrt{2}
+\begin{vmatrix} 1 &  \\ 3 & \underline{4} \end{vmatrix} \neq  \sqrt{2}
 \]
 {
 \begin{tabular}{ll}
@@ -49,7 +49,7 @@ $1$ & $1.5\mathrm{E}{-}07$ \\
 last & ${\lambda }_{1} \approx  2.5$ \\
 \end{tabular}\par\medskip
 }
-\bigskip\noindent Framed: the pivot. \textcolor{changed}{Changed by the step.} \textcolor{found}{What was found.} \textcolor{unproved}{Digits that do not hold.} \par
+\bigskip\noindent Framed: the pivot. \textcolor{changed}{Changed by the step.} \textcolor{found}{What was found.} Underlined: the element asked about. \textcolor{unproved}{Digits that do not hold.} \par
 \end{document}
 )");
   EXPECT_TRUE(

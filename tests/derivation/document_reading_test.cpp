@@ -100,10 +100,10 @@ TEST(DocumentReading, ALineMayBeBrokenBehindItsMatrices) {
 
 TEST(DocumentReading, MarksAreCountedWhereTheyAreSeen) {
   const MarksInUse both = MarksOf(EverythingDocument(), NumberForm::kBoth);
-  EXPECT_TRUE(both.pivot && both.changed && both.found && both.unproved);
+  EXPECT_TRUE(both.pivot && both.changed && both.found && both.asked && both.unproved);
   EXPECT_FALSE(MarksOf(EverythingDocument(), NumberForm::kFractions).unproved);
   const MarksInUse none = MarksOf({"", {Formula({Name{"A"}})}}, NumberForm::kBoth);
-  EXPECT_FALSE(none.pivot || none.changed || none.found || none.unproved);
+  EXPECT_FALSE(none.pivot || none.changed || none.found || none.asked || none.unproved);
 }
 
 TEST(DocumentReading, CharactersAreTakenOneByOne) {

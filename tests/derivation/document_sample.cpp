@@ -36,6 +36,7 @@ Document EverythingDocument() {
   ShownMatrix minor = ShownOf(2, 2, {"1", "2", "3", "4"});
   minor.isDeterminant = true;
   minor.At(1, 2).isBlank = true;
+  minor.At(2, 2).mark = CellMark::kAsked;
   Document document;
   document.title = "Steps of A & B";
   document.blocks = {

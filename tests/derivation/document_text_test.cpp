@@ -31,8 +31,8 @@ The pivot is 2 < -3√5/4; … is not known.
     S → ⎡ [2]             1 │  *-5* ⎤
         ⎣  0   1/3 (0.3334) │    1  ⎦ ←
 
-    │ 1  · │ ≠ √2
-    │ 3  4 │
+    │ 1   ·  │ ≠ √2
+    │ 3  »4« │
 
 Cycle  Shift_0
 -----  --------
@@ -42,6 +42,7 @@ last   λ₁ ≈ 2.5
 [ ] around a number: the pivot.
 ← behind a row: the step has changed it.
 * * around a number: what was found.
+» « around a number: the element asked about.
 )");
 }
 
@@ -92,7 +93,8 @@ TEST(DocumentText, AMatrixIsReadAloudRowByRow) {
             "A to the power -1 times x 3 equals det B transposed minus -1/2, as a decimal -0.5\n"
             "S becomes the matrix of 2 rows and 3 columns: row 1: pivot 2, 1, bar, found -5; "
             "row 2, changed: 0, 1/3, as a decimal 0.3334 of which 0.333 holds, bar, 1;\n"
-            "the determinant of 2 rows and 2 columns: row 1: 1, left out; row 2: 3, 4; is not "
+            "the determinant of 2 rows and 2 columns: row 1: 1, left out; row 2: 3, asked about 4; "
+            "is not "
             "the square root of 2\n"
             "Cycle: 1; Shift_0: 1.5E-07\n"
             "Cycle: last; Shift_0: λ 1 is about 2.5\n");

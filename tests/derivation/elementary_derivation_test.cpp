@@ -83,7 +83,7 @@ TEST(ElementaryDerivation, AChosenElementAloneIsToldAndMarked) {
     for (const ShownCell& cell : matrix->cells) marks.push_back(cell.mark);
   }
   std::vector<CellMark> expected(12, CellMark::kNone);
-  expected.back() = CellMark::kFound;
+  expected.back() = CellMark::kAsked;
   EXPECT_EQ(marks, expected);
 }
 

@@ -171,7 +171,7 @@ TEST(InverseDerivation, CofactorsAreThoseOfTheProgram) {
     for (int i = 1; i <= shown.rows; ++i) {
       for (int j = 1; j <= shown.cols; ++j) {
         const bool isAsked = i == question.row && j == question.col;
-        EXPECT_EQ(shown.At(i, j).mark, isAsked ? CellMark::kFound : CellMark::kNone);
+        EXPECT_EQ(shown.At(i, j).mark, isAsked ? CellMark::kAsked : CellMark::kNone);
       }
     }
   }

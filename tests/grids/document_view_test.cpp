@@ -232,6 +232,11 @@ TEST_F(DocumentViewTest, MarksAreThereInColourAndInShape) {
   changed.cells[3].mark = CellMark::kChanged;
   EXPECT_GT(Count(picture(changed), colours.tint), 20);
   EXPECT_GT(Count(picture(changed), colours.accent), 5) << "a pointer, for who sees no colours";
+  ShownMatrix asked = plain;
+  asked.cells[0].mark = CellMark::kAsked;
+  const int line = Count(picture(asked), colours.accent);
+  EXPECT_GT(line, 5) << "a line below it";
+  EXPECT_LT(line, Count(picture(pivot), colours.accent)) << "and no frame";
 }
 
 TEST(TypesetterTest, DecimalsAreExactOrRounded) {
