@@ -101,6 +101,14 @@ TEST(HelpPages, EveryTaskHasAPageWithTheFormulaAndWhatIsRefused) {
   }
 }
 
+TEST(HelpPages, TellWhatTheMarksOfDocumentsMean) {
+  const std::string steps = ReadableText(ReadHelpFile("frmSteps.html"));
+  for (const char* mark : {"a frame", "shaded", "bold and underlined", "grey digits"})
+    EXPECT_NE(steps.find(mark), std::string::npos) << mark;
+  EXPECT_NE(ReadHelpFile("frmMoreAboutA.html").find("<b>&#8230;</b> says that something is cut"),
+            std::string::npos);
+}
+
 TEST(HelpPages, NameEveryFieldWithItsStartValue) {
   const std::string page = ReadHelpFile("fields.html");
   for (const char* field :
