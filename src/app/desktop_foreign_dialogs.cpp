@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/desktop_foreign_dialogs.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
@@ -12,6 +11,7 @@
 
 #include "app/export_dialog.h"
 #include "app/import_dialog.h"
+#include "desktop/window_front.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -22,13 +22,8 @@ DesktopForeignDialogs::DesktopForeignDialogs(QWidget& mainWindow) : main_(mainWi
   last_.decimalSign = ',';
 }
 
-QWidget* DesktopForeignDialogs::Front() const {
-  QWidget* active = QApplication::activeWindow();
-  return active != nullptr ? active : &main_;
-}
-
 bool DesktopForeignDialogs::AskImport(ImportQuestion& question) {
-  ImportDialog dialog(question, Front());
+  ImportDialog dialog(question, &FrontWindow(main_));
   return dialog.exec() == QDialog::Accepted;
 }
 
@@ -36,7 +31,7 @@ bool DesktopForeignDialogs::AskExport(Slot slot, ForeignChoice& choice) {
   std::string name = std::exchange(choice.name, {});
   choice = last_;
   choice.name = std::move(name);
-  ExportDialog dialog(ToQString(InfoOf(slot).title), choice, Front());
+  ExportDialog dialog(ToQString(InfoOf(slot).title), choice, &FrontWindow(main_));
   if (dialog.exec() != QDialog::Accepted) return false;
   choice = dialog.Choice();
   last_ = choice;
@@ -44,7 +39,7 @@ bool DesktopForeignDialogs::AskExport(Slot slot, ForeignChoice& choice) {
 }
 
 std::optional<int> DesktopForeignDialogs::AskRightSide(int columns) {
-  QDialog dialog(Front());
+  QDialog dialog(&FrontWindow(main_));
   dialog.setObjectName("frmIntoSystem");
   dialog.setWindowTitle(QObject::tr("Into System"));
   auto* form = new QFormLayout(&dialog);

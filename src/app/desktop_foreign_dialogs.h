@@ -18,8 +18,6 @@ class DesktopForeignDialogs : public ForeignDialogs {
   std::optional<int> AskRightSide(int columns) override;
 
  private:
-  QWidget* Front() const;
-
   QWidget& main_;
   ForeignChoice last_;  ///< The form that was exported last; at first the locale's.
 };

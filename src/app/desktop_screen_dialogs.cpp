@@ -6,6 +6,7 @@
 
 #include "app/desktop_screen.h"
 #include "app/file_dialog.h"
+#include "desktop/window_front.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -37,10 +38,7 @@ void DesktopScreen::LetWindowsPaint() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-QWidget& DesktopScreen::FrontWindow() const {
-  QWidget* active = QApplication::activeWindow();
-  return active != nullptr ? *active : main_;
-}
+QWidget& DesktopScreen::FrontWindow() const { return qmx::FrontWindow(main_); }
 
 Answer DesktopScreen::ShowMessage(const Message& message) {
   QMessageBox box(&FrontWindow());

@@ -6,9 +6,7 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QShortcut>
-#include <QUrl>
 
 #include "app/wiring.h"
 #include "commands/export_commands.h"
@@ -16,6 +14,7 @@
 #include "commands/import_commands.h"
 #include "commands/system_columns.h"
 #include "commands/table_commands.h"
+#include "grids/dropped_file.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
@@ -51,12 +50,6 @@ QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption, Comm
 }
 
 std::string ClipboardText() { return QApplication::clipboard()->text().toStdString(); }
-
-/// The first of the files that are dragged; empty where there is none of this computer.
-QString DroppedFile(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  return !urls.isEmpty() && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
-}
 
 }  // namespace
 
@@ -165,7 +158,7 @@ bool ExchangeMenu::eventFilter(QObject* watched, QEvent* event) {
   const bool enters = event->type() == QEvent::DragEnter;
   if (!enters && event->type() != QEvent::Drop) return QObject::eventFilter(watched, event);
   auto* drop = static_cast<QDropEvent*>(event);
-  const QString name = DroppedFile(*drop->mimeData());
+  const QString name = DroppedFile(*drop);
   if (name.isEmpty()) return QObject::eventFilter(watched, event);
   drop->acceptProposedAction();
   for (const Target& target : kTargets) {

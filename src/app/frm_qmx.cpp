@@ -13,7 +13,6 @@
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QStyle>
-#include <QUrl>
 #include <algorithm>
 
 #include "app/latest_result.h"
@@ -21,6 +20,7 @@
 #include "app/panels.h"
 #include "app/tasks_menu.h"
 #include "app/windows_menu.h"
+#include "grids/dropped_file.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
 #include "workspace/slot_table.h"
@@ -243,10 +243,10 @@ void frmQMX::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void frmQMX::dropEvent(QDropEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  const QString name = DroppedFile(*event);
+  if (name.isEmpty()) return;
   event->acceptProposedAction();
-  Q_EMIT FilesDropped(urls.front().toLocalFile());
+  Q_EMIT FilesDropped(name);
 }
 
 }  // namespace qmx

@@ -2,8 +2,9 @@
 #include "app/print_table_dialog.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QBoxLayout>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QGraphicsView>
 #include <QPaintEngine>
 #include <chrono>
@@ -11,6 +12,7 @@
 
 #include "app/page_preview.h"
 #include "desktop/table_pages.h"
+#include "desktop/window_front.h"
 #include "grids/qt_text.h"
 #include "workspace/dialogs.h"
 
@@ -182,8 +184,7 @@ void PrintTableDialog::HoldTools(bool held) {
 bool DesktopPrintPreview::Show(const Workspace& workspace, const std::vector<Slot>& slots,
                                Slot first) {
   PagePrinter printer(ToQString(kProgramTitle));
-  QWidget* active = QApplication::activeWindow();
-  PrintTableDialog dialog(printer, workspace, slots, first, active != nullptr ? active : &main_);
+  PrintTableDialog dialog(printer, workspace, slots, first, &FrontWindow(main_));
   ShowPreview(dialog, main_);
   return !dialog.HasFailed() && !printer.HasFailed();
 }

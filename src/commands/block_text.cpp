@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/number_text.h"
+#include "base/words.h"
 
 namespace qmx {
 namespace {
@@ -16,7 +17,6 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 /// The blank, and those of other widths that tables and typesetters put around numbers.
 constexpr std::array<std::string_view, 5> kBlanks = {" ", "\xC2\xA0", "\xE2\x80\xAF",
                                                      "\xE2\x80\x87", "\xE2\x80\x89"};
-constexpr std::size_t kMostOfCellShown = 40;
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
@@ -112,23 +112,6 @@ bool HasFormOfNumber(std::string_view text) {
   const std::string mantissa(text.substr(0, exponent));
   return ParseNumber(mantissa + "E-999999999").has_value() &&
          ParseNumber("0" + std::string(text.substr(exponent))).has_value();
-}
-
-std::string Shown(std::string_view text) {
-  std::string shown(text);
-  if (shown.size() > kMostOfCellShown) {
-    std::size_t end = kMostOfCellShown;
-    // Not within a character.
-    while (end > 0 && (static_cast<unsigned char>(shown[end]) & 0xC0U) == 0x80U) --end;
-    shown = shown.substr(0, end) + "...";
-  }
-  std::replace_if(
-      shown.begin(), shown.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
-  return '"' + shown + '"';
-}
-
-std::string CountOf(std::size_t count, const char* what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 /// Goes through the cells of a text once.
@@ -233,11 +216,11 @@ bool BlockReader::TakeNumber(std::string_view cell) {
   if (cell.empty()) return Refuse(place + "empty. Write 0 where you mean zero.");
   const bool hasComma = cell.find(',') != std::string_view::npos;
   if (hasComma && cell.find_first_not_of("0123456789+-.,eE") == std::string_view::npos) {
-    return Refuse(place + Shown(cell) +
+    return Refuse(place + Quoted(cell) +
                   ". A decimal point is needed, not a comma; tabs or semicolons separate numbers.");
   }
-  if (HasFormOfNumber(cell)) return Refuse(place + Shown(cell) + ", which is too large.");
-  return Refuse(place + Shown(cell) + ", which is no number.");
+  if (HasFormOfNumber(cell)) return Refuse(place + Quoted(cell) + ", which is too large.");
+  return Refuse(place + Quoted(cell) + ", which is no number.");
 }
 
 /// True if the commas of a text whose numbers are separated by something else can only be decimal

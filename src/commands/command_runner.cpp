@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "commands/stopped_text.h"
 #include "workspace/work.h"
 
 namespace qmx {
@@ -67,7 +68,7 @@ void CommandRunner::Step(const std::string& name, Command command) {
       if (Differ(before.workspace, context_.workspace)) Keep(name, std::move(before));
     } catch (const Stopped&) {
       RestoreState(context_, before, View::Restoring::kEverything);
-      context_.view.SetStatus(name + " was stopped. Everything is as it was before.");
+      context_.view.SetStatus(StoppedText(name));
     } catch (const std::bad_alloc&) {
       context_.workspace = std::move(before.workspace);
       throw;

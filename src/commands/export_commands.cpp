@@ -29,7 +29,7 @@ void ExportSlot(Context& context, ForeignDialogs& dialogs, Slot slot) {
     progress.Report(0);
     written = WriteForeign(values, choice);
   };
-  context.work.Run(compose, "Writing " + BaseName(name));
+  context.work.Run(compose, WritingOf(name));
   if (!written.Ok()) {
     context.dialogs.ShowMessage(
         {"The matrix cannot be exported. " + written.problem, Icon::kCritical});

@@ -14,6 +14,8 @@ std::string BaseName(const std::string& path) {
   return end == std::string::npos ? path : path.substr(end + 1);
 }
 
+std::string WritingOf(const std::string& name) { return "Writing " + BaseName(name); }
+
 bool WriteFile(Context& context, const std::string& name,
                FunctionRef<std::string(Progress&)> compose) {
   FileOutcome outcome;
@@ -23,7 +25,7 @@ bool WriteFile(Context& context, const std::string& name,
     Stage storing(progress, kNumbersPart, 1);
     outcome = context.files.Replace(name, bytes, storing);
   };
-  context.work.Run(write, "Writing " + BaseName(name));
+  context.work.Run(write, WritingOf(name));
   if (outcome.Ok()) return true;
   const std::string what =
       outcome.copy.empty()

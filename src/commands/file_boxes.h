@@ -21,6 +21,9 @@ inline constexpr double kNumbersPart = 0.8;
 /// The last part of a path.
 std::string BaseName(const std::string& path);
 
+/// What the writing of a file is called while it goes on and when it is stopped: "Writing a.qmx".
+std::string WritingOf(const std::string& name);
+
 /// Writes the bytes that `compose` makes to a file, where computations run. False after a problem
 /// that the user has been told.
 bool WriteFile(Context& context, const std::string& name,

@@ -10,6 +10,7 @@
 #include "commands/file_boxes.h"
 #include "commands/import_commands.h"
 #include "commands/parameters.h"
+#include "commands/stopped_text.h"
 #include "files/lu_file.h"
 #include "files/matrix_file.h"
 #include "files/project_file.h"
@@ -30,8 +31,7 @@ bool Write(Context& context, FunctionRef<bool()> write) {
   try {
     return write();
   } catch (const Stopped&) {
-    context.view.SetStatus("Writing " + BaseName(current) +
-                           " was stopped. Everything is as it was before.");
+    context.view.SetStatus(StoppedText(WritingOf(current)));
     current = std::move(before);
     return false;
   }

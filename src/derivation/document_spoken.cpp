@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/words.h"
 #include "derivation/document_reading.h"
 #include "derivation/document_text.h"
 
@@ -17,10 +18,6 @@ constexpr SpokenSign kSpokenSigns[] = {
     {"≠", "is not"},       {"≈", "is about"},    {"<", "is less than"}, {">", "is greater than"},
     {"≤", "is at most"},   {"≥", "is at least"}, {"→", "becomes"},      {"√", "the square root of"},
     {"±", "plus or minus"}};
-
-std::string Counted(int count, std::string_view one) {
-  return std::to_string(count) + " " + std::string(one) + (count == 1 ? "" : "s");
-}
 
 std::string SpokenDecimal(const ShownNumber& number) {
   if (number.held >= number.decimal.size()) return number.decimal;
@@ -87,7 +84,7 @@ std::string SpokenRow(const ShownMatrix& matrix, int row, NumberForm form) {
 
 std::string SpokenMatrix(const ShownMatrix& matrix, NumberForm form) {
   std::string text = matrix.isDeterminant ? "the determinant of " : "the matrix of ";
-  text += Counted(matrix.rows, "row") + " and " + Counted(matrix.cols, "column");
+  text += CountOf(matrix.rows, "row") + " and " + CountOf(matrix.cols, "column");
   if (matrix.cells.empty()) return text;
   text += ":";
   for (int i = 1; i <= matrix.rows; ++i) text += " " + SpokenRow(matrix, i, form);

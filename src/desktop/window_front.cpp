@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/window_front.h"
 
+#include <QApplication>
+
 namespace qmx {
 
 void BringToFront(QWidget& window) {
@@ -8,6 +10,11 @@ void BringToFront(QWidget& window) {
   window.show();
   window.raise();
   window.activateWindow();
+}
+
+QWidget& FrontWindow(QWidget& mainWindow) {
+  QWidget* active = QApplication::activeWindow();
+  return active != nullptr ? *active : mainWindow;
 }
 
 }  // namespace qmx

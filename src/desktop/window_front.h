@@ -9,4 +9,8 @@ namespace qmx {
 /// keyboard.
 void BringToFront(QWidget& window);
 
+/// The window that a dialog belongs to: the one with the keyboard, or the main window where none of
+/// ours has it.
+QWidget& FrontWindow(QWidget& mainWindow);
+
 }  // namespace qmx

@@ -3,6 +3,7 @@
 
 #include <iterator>
 
+#include "base/words.h"
 #include "exchange/refusal.h"
 
 namespace qmx {
@@ -73,7 +74,7 @@ std::string ProblemOf(const MatVariable& variable) {
   const std::size_t dimensions = variable.shape.size();
   if (dimensions < 2 || dimensions > kMostDimensions) return "The variable has no shape.";
   if (!KindOfMatClass(variable.matClass) && variable.matClass != kMatSparse) {
-    return "The variable is of type " + Shown(NameOf(variable)) + " and no matrix of numbers.";
+    return "The variable is of type " + Quoted(NameOf(variable)) + " and no matrix of numbers.";
   }
   if (variable.complex)
     return "The variable holds complex numbers; the program has real numbers only.";

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/words.h"
 #include "exchange/element_kind.h"
 #include "exchange/exact_text.h"
 #include "exchange/refusal.h"
@@ -67,7 +68,7 @@ class DictionaryReader {
       shape_ = true;
       Shape(header.shape);
     } else {
-      RefuseHeader("it has an entry " + Shown(key));
+      RefuseHeader("it has an entry " + Quoted(key));
     }
   }
 
@@ -125,7 +126,7 @@ class DictionaryReader {
     if (!Take(c)) RefuseHeader(std::string("expected \"") + c + '"' + AtHere());
   }
   std::string AtHere() const {
-    return text_.empty() ? ", but it ends" : ", but found " + Shown(text_.substr(0, 12));
+    return text_.empty() ? ", but it ends" : ", but found " + Quoted(text_.substr(0, 12));
   }
 
   std::string_view text_;
@@ -189,7 +190,7 @@ const KnownType* FindType(std::string_view type) {
 ElementKind ReadableKind(const Header& header) {
   const KnownType* type = FindType(header.type);
   if (type == nullptr)
-    throw Refusal("The array holds elements of type " + Shown(header.type) + ", not numbers.");
+    throw Refusal("The array holds elements of type " + Quoted(header.type) + ", not numbers.");
   if (type->name.find("complex") != std::string_view::npos || type->name == "clongdouble") {
     throw Refusal("The array holds complex numbers (" + std::string(type->name) +
                   "); the program has real numbers only.");
@@ -240,7 +241,8 @@ ForeignOutcome<NpyHeader> ReadNpyHeader(std::string_view bytes) {
   return OutcomeOf<NpyHeader>([&](ForeignOutcome<NpyHeader>& outcome) {
     const Header header = ReadHeader(bytes);
     const KnownType* type = FindType(header.type);
-    outcome.content.kind = type != nullptr ? std::string(type->name) : "type " + Shown(header.type);
+    outcome.content.kind =
+        type != nullptr ? std::string(type->name) : "type " + Quoted(header.type);
     outcome.content.shape = ShapeText(header.shape);
   });
 }

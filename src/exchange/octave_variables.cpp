@@ -6,6 +6,7 @@
 #include <charconv>
 #include <string>
 
+#include "base/words.h"
 #include "exchange/refusal.h"
 #include "exchange/word_reader.h"
 
@@ -51,7 +52,7 @@ std::string TypeProblem(std::string_view type) {
   if (FindOctaveType(type) != nullptr) return {};
   if (type.find("complex") != std::string_view::npos)
     return "The variable holds complex numbers; the program has real numbers only.";
-  return "The variable is of type " + Shown(type) + " and no matrix of numbers.";
+  return "The variable is of type " + Quoted(type) + " and no matrix of numbers.";
 }
 
 /// Goes through a file from variable to variable.

@@ -34,12 +34,6 @@ class Refusal : public std::exception {
 /// Refuses an element of a matrix in a binary file: "Row 3, column 2: " and the text.
 [[noreturn]] void RefuseElement(std::size_t row, std::size_t column, const std::string& text);
 
-/// A part of a file in double quotes, fit for a message box: its first characters, on one line.
-std::string Shown(std::string_view text);
-
-/// "1 number", "3 numbers".
-std::string CountOf(std::size_t count, const char* what);
-
 /// Runs what fills a content and turns a refusal into the outcome.
 template <class Content, class Fill>
 ForeignOutcome<Content> OutcomeOf(Fill fill) {

@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "base/number_text.h"
+#include "base/words.h"
 #include "exchange/exact_text.h"
 #include "exchange/refusal.h"
 #include "exchange/size_limits.h"
@@ -125,11 +126,11 @@ void TableReader::RefuseCell(std::string_view cell) const {
   if (cell.empty()) {
     text += "an empty cell.";
   } else if (IsNonFiniteWord(cell)) {
-    text = "expected a finite number, but found " + Shown(cell) + ".";
+    text = "expected a finite number, but found " + Quoted(cell) + ".";
   } else if (IsTooLarge(std::string(cell), settings_.decimalSign)) {
-    text += Shown(cell) + ", which is too large.";
+    text += Quoted(cell) + ", which is too large.";
   } else {
-    text += Shown(cell) + ".";
+    text += Quoted(cell) + ".";
   }
   RefuseAt(scanner_.Line(), scanner_.Column(), text);
 }
@@ -163,7 +164,7 @@ PreviewCell::Kind KindOf(const TableCell& cell, const TableSettings& settings, b
 
 /// What Shown shows, without its quotes.
 std::string PreviewText(std::string_view text) {
-  const std::string shown = Shown(text);
+  const std::string shown = Quoted(text);
   return shown.substr(1, shown.size() - 2);
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/number_text.h"
+#include "base/words.h"
 #include "exchange/refusal.h"
 
 namespace qmx {
@@ -116,7 +117,7 @@ double WordReader::NextInteger(const char* expected) {
     case IntegerKind::kExact:
       return value;
     case IntegerKind::kInexact:
-      ComplainOfLast(InexactInteger(Shown(word)));
+      ComplainOfLast(InexactInteger(Quoted(word)));
     default:
       RefuseLast(expected);
   }
@@ -134,7 +135,7 @@ std::uint64_t WordReader::NextCount(const char* expected) {
 void WordReader::RefuseLast(const std::string& expected) const {
   std::string found = "an empty line";
   if (lastSize_ > 0) {
-    found = Shown({last_, lastSize_});
+    found = Quoted({last_, lastSize_});
   } else if (last_ == end_) {
     found = "the end of the file";
   }

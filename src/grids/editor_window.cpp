@@ -5,13 +5,13 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QUrl>
 #include <algorithm>
 
 #include "commands/block_text.h"
 #include "commands/entry_advice.h"
 #include "commands/grid_commands.h"
 #include "commands/kept_note.h"
+#include "grids/dropped_file.h"
 
 namespace qmx {
 
@@ -63,10 +63,10 @@ void EditorWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void EditorWindow::dropEvent(QDropEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.isEmpty() || !urls.front().isLocalFile()) return;
+  const QString name = DroppedFile(*event);
+  if (name.isEmpty()) return;
   event->acceptProposedAction();
-  Q_EMIT FileDropped(urls.front().toLocalFile());
+  Q_EMIT FileDropped(name);
 }
 
 bool EditorWindow::IsHeldOff() {
