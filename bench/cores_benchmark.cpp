@@ -190,27 +190,29 @@ bool IsQuiet() {
 struct Rounds {
   Times alone;
   Times shared;
+  bool quiet = true;  ///< Whether nothing else ran.
 };
 
 /// At least so many, and for at least so many milliseconds; while the machine is quiet where that
 /// is asked for and ever happens.
-Rounds RunRounds(const std::function<void()>& run, int least, double enough, bool quietly) {
+Rounds RunRounds(const std::function<void()>& run, int least, int enough, bool quietly) {
   Team one(1);
   Team& all = SharedTeam();
   Rounds counted;
   Rounds disturbed;
-  double spent = 0;
-  for (int round = 0; round < least || spent < enough; ++round) {
+  disturbed.quiet = false;
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(enough);
+  for (int round = 0; round < least || std::chrono::steady_clock::now() < end; ++round) {
     const bool before = !quietly || IsQuiet();
     double times[2];
-    for (Team* team : {&one, &all}) {
-      const UseTeam use(*team);
-      times[team == &all] = Milliseconds(run);
+    for (const bool second : {false, true}) {
+      const bool shares = second == (round % 2 == 0);
+      const UseTeam use(shares ? all : one);
+      times[shares] = Milliseconds(run);
     }
     Rounds& rounds = before && (!quietly || IsQuiet()) ? counted : disturbed;
     rounds.alone.all.push_back(times[0]);
     rounds.shared.all.push_back(times[1]);
-    spent += times[0] + times[1];
   }
   return counted.alone.all.empty() ? disturbed : counted;
 }
@@ -220,7 +222,7 @@ void Measure(const Task& task, int n, bool loaded) {
   const std::function<void()> library = task.library ? task.library(n) : nullptr;
   // The library's threads keep the cores for a while after their last job.
   std::this_thread::sleep_for(std::chrono::milliseconds(200));
-  const Rounds rounds = RunRounds(run, loaded ? 50 : 5, loaded ? 2000 : 500, !loaded);
+  const Rounds rounds = RunRounds(run, loaded ? 50 : 5, loaded ? 2000 : 800, !loaded);
   Times others;
   for (std::size_t round = 0;
        library && round < std::min<std::size_t>(rounds.shared.all.size(), 50); ++round) {
@@ -231,7 +233,7 @@ void Measure(const Task& task, int n, bool loaded) {
               figure(rounds.shared), figure(rounds.alone) / figure(rounds.shared),
               rounds.alone.Median() / rounds.shared.Median());
   if (library) std::printf(" %9.2f", figure(others) / figure(rounds.shared));
-  std::printf("\n");
+  std::printf("%s\n", rounds.quiet ? "" : " (never quiet)");
   std::fflush(stdout);
 }
 

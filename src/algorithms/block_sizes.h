@@ -75,7 +75,7 @@ struct EliminationSizes {
   /// So many columns take the steps of a whole block at a time: what they read stays in the cache.
   int strip = 96;
   int shareFrom = 240;    ///< Columns to be eliminated from which the members of a team share them.
-  int sharedStrip = 256;  ///< Columns of a member's piece, at most.
+  int sharedStrip = 128;  ///< Columns of a member's piece, at most.
 };
 
 /// How exchange steps are cut; as in EliminationSizes where the names are the same.

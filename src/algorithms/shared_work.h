@@ -108,8 +108,12 @@ class PerMember {
 /// each other; strips of them are shared where they have numbers enough.
 template <class Work>
 void ShareRows(WorkMeter& whole, int rows, int cols, const Work& work) {
-  constexpr double kEnough = 3e4;
-  const int pieces = 1.0 * rows * cols < kEnough ? 1 : 4 * SharedTeam().Members();
+  constexpr double kEnough = 8e4;
+  if (1.0 * rows * cols < kEnough) {
+    for (int row = 1; row <= rows; ++row) work(row, whole);
+    return;
+  }
+  const int pieces = 4 * SharedTeam().Members();
   const Strips strips = StripsOf(1, rows, std::max(1, (rows + pieces - 1) / pieces));
   SharePieces(whole, strips.count, [&](int piece, WorkMeter& meter) {
     for (int row = strips.First(piece); row <= strips.Last(piece); ++row) work(row, meter);
