@@ -35,6 +35,7 @@ struct Reflection {
   Matrix H;                          ///< The reflector.
   Vector<double> u;                  ///< Its vector, from 0 as the reflector sees it.
   PerMember<Vector<double>> strips;  ///< Of a product.
+  bool shares = false;               ///< Whether members share large reflections.
 };
 
 /// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
@@ -74,7 +75,7 @@ template <class Form>
 void InStrips(int from, int to, int rest, Reflection& work, const Form& form) {
   const int most = work.sizes.reflectionStrip;
   const int all = to - from + 1;
-  if (work.strips.IsShared() && rest >= work.sizes.shareFrom) {
+  if (work.shares && rest >= work.sizes.shareFrom) {
     const Strips strips = StripsOf(from, to, std::min(most, (all + 1) / 2), work.sizes.tile);
     SharePieces(work.meter, strips.count, [&](int piece, WorkMeter& meter) {
       form(strips.First(piece), strips.Last(piece) - strips.First(piece) + 1, meter);
@@ -115,15 +116,11 @@ void ReflectColumns(int k, Reflection& work, Matrix& M) {
   });
 }
 
-}  // namespace
-
-void ReduceToHessenberg(Matrix& M, WorkMeter& meter, const HessenbergSizes& sizes) {
-  if (M.Rows() <= 2) return;
-  Reflection work(M.Rows(), meter, sizes);
+void ReflectAllColumns(Reflection& work, Matrix& M) {
   for (int k = 1; k <= M.Rows() - 2; ++k) {
     if (IsReduced(M, k)) {
       const double rest = M.Rows() - k;
-      meter.Add(rest * rest * (rest + M.Rows()));
+      work.meter.Add(rest * rest * (rest + M.Rows()));
       continue;
     }
     FormReflector(M, k, work);
@@ -131,6 +128,17 @@ void ReduceToHessenberg(Matrix& M, WorkMeter& meter, const HessenbergSizes& size
     ReflectColumns(k, work, M);
     CheckArithmetic();
   }
+}
+
+}  // namespace
+
+void ReduceToHessenberg(Matrix& M, WorkMeter& meter, const HessenbergSizes& sizes) {
+  if (M.Rows() <= 2) return;
+  Reflection work(M.Rows(), meter, sizes);
+  if (!work.strips.IsShared()) return ReflectAllColumns(work, M);
+  const Attempt attempt(SharedTeam(), "reduction", ReductionWork(M.Rows()));
+  work.shares = attempt.IsShared();
+  ReflectAllColumns(work, M);
 }
 
 }  // namespace qmx

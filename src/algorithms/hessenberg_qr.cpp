@@ -47,6 +47,7 @@ class HessenbergStep {
         norm_(work.norm) {}
 
   void RunInBlocks();
+  void RunShared();
   void RunColumnByColumn();
 
  private:
@@ -72,9 +73,16 @@ class HessenbergStep {
   Matrix& V_;
   const int n_;
   const int tile_;
+  bool shares_ = false;  ///< Whether members share what is large enough.
   Vector<double>& squaredNorm_;
   Vector<double>& norm_;
 };
+
+void HessenbergStep::RunShared() {
+  const Attempt attempt(SharedTeam(), "cycle", HessenbergStepWork(n_));
+  shares_ = attempt.IsShared();
+  RunInBlocks();
+}
 
 void HessenbergStep::RunInBlocks() {
   for (int i = 1; i <= n_; ++i) {
@@ -83,7 +91,7 @@ void HessenbergStep::RunInBlocks() {
   }
   FinishColumns(1, n_);
   FillQ();
-  if (work_.Shares(n_)) {
+  if (shares_) {
     MultiplyAllShared();
   } else {
     MultiplyAll();
@@ -109,7 +117,7 @@ void HessenbergStep::FinishColumns(int first, int last) {
   const int middle = first + LeftHalf(columns, tile_) - 1;
   FinishColumns(first, middle);
   const int strip = work_.sizes.strip;
-  if (work_.Shares(columns)) {
+  if (shares_ && work_.Shares(columns)) {
     const Strips strips = StripsOf(middle + 1, last, strip, tile_);
     SharePieces(meter_, strips.count, [&](int piece, WorkMeter& meter) {
       Project(first, middle, strips.First(piece), strips.Last(piece), meter);
@@ -285,6 +293,8 @@ void StepHessenbergQr(Matrix& M, int n, HessenbergQr& work, WorkMeter& meter) {
   HessenbergStep step(M, n, work, meter);
   if (n <= work.sizes.smallOrder) {
     step.RunColumnByColumn();
+  } else if (work.Shares(n)) {
+    step.RunShared();
   } else {
     step.RunInBlocks();
   }
