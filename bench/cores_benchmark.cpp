@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <functional>
 #include <numeric>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -201,12 +202,15 @@ Rounds RunRounds(const std::function<void()>& run, int least, int enough, bool q
   Rounds counted;
   Rounds disturbed;
   disturbed.quiet = false;
+  std::minstd_rand order(1601);
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(enough);
   for (int round = 0; round < least || std::chrono::steady_clock::now() < end; ++round) {
     const bool before = !quietly || IsQuiet();
     double times[2];
+    // In turns one of them would always be the one that the system interrupts.
+    const bool beginsShared = (order() >> 8) % 2 == 0;
     for (const bool second : {false, true}) {
-      const bool shares = second == (round % 2 == 0);
+      const bool shares = second != beginsShared;
       const UseTeam use(shares ? all : one);
       times[shares] = Milliseconds(run);
     }
@@ -305,9 +309,10 @@ void MeasureCeiling(const Task& task, int n) {
   const std::function<void()> run = task.make(n);
   const auto times = [&run] {
     Times found;
-    for (double spent = 0; spent < 400; spent += found.all.back()) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
+    do {
       found.all.push_back(Milliseconds(run));
-    }
+    } while (std::chrono::steady_clock::now() < end);
     return found;
   };
   const Times alone = times();

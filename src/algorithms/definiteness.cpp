@@ -65,6 +65,7 @@ class GrowingElimination {
 
  private:
   bool IsUndisturbed(int i) const;
+  void RunToEnd(double* diagonal);
   void TakeSteps(int first, int last, double* diagonal);
   void TakeBlock(int first, int last, double* diagonal);
   void TakeStep(int i, int lastRow, int right);
@@ -83,6 +84,7 @@ class GrowingElimination {
   const DefinitenessSizes& sizes_;
   const EliminationSizes& eliminationSizes_;
   const int n_;
+  bool shares_ = false;  ///< Whether members share what follows a block.
   /// For each row the step that its reduction has ended at, or 0. Empty as long as none has.
   Vector<int> endedAt_;
   std::vector<DiagonalChange> changes_;
@@ -91,6 +93,13 @@ class GrowingElimination {
 };
 
 void GrowingElimination::Run(double* diagonal) {
+  if (n_ < sizes_.shareFrom) return RunToEnd(diagonal);
+  const Attempt attempt(SharedTeam(), "growing elimination", EliminationWork(n_, n_, n_));
+  shares_ = attempt.IsShared();
+  RunToEnd(diagonal);
+}
+
+void GrowingElimination::RunToEnd(double* diagonal) {
   // Where exchanges come again and again, it is not worth while to look often.
   int stepsBetween = sizes_.steps;
   for (int first = 1; first <= n_;) {
@@ -140,6 +149,11 @@ void GrowingElimination::TakeBlock(int first, int last, double* diagonal) {
     top = TakeGroup(top, std::min(top + sizes_.group - 1, n_), first, last);
   }
   const Strips strips = StripsOf(last + 1, n_, sizes_.strip);
+  if (!shares_) {
+    for (int strip = 0; strip < strips.count; ++strip)
+      Follow(strips.First(strip), strips.Last(strip), meter_);
+    return;
+  }
   SharePieces(meter_, strips.count, [&](int strip, WorkMeter& meter) {
     Follow(strips.First(strip), strips.Last(strip), meter);
   });

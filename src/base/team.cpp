@@ -38,8 +38,8 @@ constexpr microseconds kPatience(100);
 constexpr int kSmallPart = 20;
 constexpr milliseconds kAloneAtFirst(20);
 constexpr milliseconds kAloneAtMost(1000);
-/// Multiplications, of some twenty milliseconds.
-constexpr double kShort = 1e9;
+/// Multiplications, of some forty milliseconds.
+constexpr double kShort = 2e9;
 
 thread_local int thisMember = 0;
 thread_local bool staysAlone = false;

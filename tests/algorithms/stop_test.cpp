@@ -9,6 +9,7 @@
 #include <functional>
 #include <initializer_list>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "algorithms/definiteness.h"
@@ -235,7 +236,10 @@ void ExpectUnharmed(const Task& task, const Operands& fresh, int k, const Bits& 
 }
 
 class SharedStopTest : public ::testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(InTeamsOf, SharedStopTest, ::testing::Values(1, 3));
+INSTANTIATE_TEST_SUITE_P(InTeamsOf, SharedStopTest, ::testing::Values(1, 3),
+                         [](const ::testing::TestParamInfo<int>& team) {
+                           return std::string(team.param == 1 ? "OneThread" : "ThreeThreads");
+                         });
 
 TEST_P(SharedStopTest, AStoppedTaskHasChangedNothing) {
   Team team(GetParam());

@@ -161,7 +161,7 @@ TEST(AttemptTest, AnExceptionTeachesNothing) {
 TEST(AttemptTest, LongComputationsAndThoseWithoutALoadAreAlwaysShared) {
   const SomeLoad idle(1, 2);
   Team team(2, &idle);
-  EXPECT_TRUE(Attempt(team, "test", 1e9).IsShared());
+  EXPECT_TRUE(Attempt(team, "test", 1e10).IsShared());
   Team fearless(2);
   EXPECT_TRUE(Attempt(fearless, "test", 1000).IsShared());
 }
@@ -169,9 +169,9 @@ TEST(AttemptTest, LongComputationsAndThoseWithoutALoadAreAlwaysShared) {
 TEST(AttemptTest, NothingIsSharedThatATeamWouldNotShare) {
   const SomeLoad busy(5, 2);
   Team team(2, &busy);
-  EXPECT_FALSE(Attempt(team, "test", 1e9).IsShared());
+  EXPECT_FALSE(Attempt(team, "test", 1e10).IsShared());
   Team one(1);
-  EXPECT_FALSE(Attempt(one, "test", 1e9).IsShared());
+  EXPECT_FALSE(Attempt(one, "test", 1e10).IsShared());
 }
 
 }  // namespace
