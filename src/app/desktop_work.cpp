@@ -5,17 +5,15 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTimer>
-#include <chrono>
 #include <cmath>
 
+#include "desktop/patience.h"
 #include "grids/editor_window.h"
 #include "grids/qt_text.h"
 
 namespace qmx {
 namespace {
 
-/// So long nobody notices that no event is handled.
-constexpr std::chrono::milliseconds kPatience(30);
 constexpr int kShowEvery = 50;          // Milliseconds.
 constexpr double kForetellAfter = 2;    // Seconds.
 constexpr double kEnoughToTell = 0.01;  // Of the work: before, the rest cannot be foretold.

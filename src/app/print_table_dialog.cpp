@@ -7,10 +7,10 @@
 #include <QEvent>
 #include <QGraphicsView>
 #include <QPaintEngine>
-#include <chrono>
 #include <utility>
 
 #include "app/page_preview.h"
+#include "desktop/patience.h"
 #include "desktop/table_pages.h"
 #include "desktop/window_front.h"
 #include "grids/qt_text.h"
@@ -20,8 +20,6 @@ namespace qmx {
 namespace {
 
 constexpr int kUsualDigits = 7;
-/// So long nobody notices that no event is handled.
-constexpr std::chrono::milliseconds kPatience(30);
 
 /// The toolkit's preview keeps what is painted in pictures.
 bool IsPreview(const QPrinter& printer) {
