@@ -72,7 +72,7 @@ TEST_F(LastSessionTest, IsWrittenAtMostEveryTwoSeconds) {
   run->Changed();
   QTest::qWait(1000);
   EXPECT_EQ(Content(name), "first");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Content(name) == "second"; }, 3000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Content(name) == "second"; }, 20000));
 }
 
 TEST_F(LastSessionTest, TwoRunsAtOnceKeepTwoFiles) {
