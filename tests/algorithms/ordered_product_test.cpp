@@ -68,6 +68,15 @@ struct Operands {
   ConstView b;
 };
 
+/// What a routine makes of C, of which it gets a part.
+template <class Multiply>
+Record Multiplied(Matrix C, const Shape& shape, const Multiply& multiply) {
+  multiply(Part(C, 3, 2, shape.rows, shape.cols));
+  Record record;
+  testing::Append(record, C);
+  return record;
+}
+
 void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape,
                   const ProductSizes* sizes = nullptr) {
   testing::Dice& dice = cases.Randomness();
@@ -76,13 +85,7 @@ void CompareShape(testing::Comparison& comparison, testing::CaseSource& cases, c
   constexpr std::array<Routine, 3> kRoutines{AddProduct, SubtractProduct, SetProduct};
   const int form = dice.Integer(0, 2);
   const Operands operands(cases, shape, transposed);
-  const auto run = [&](auto multiply) {
-    Matrix C = operands.C;
-    multiply(Part(C, 3, 2, shape.rows, shape.cols));
-    Record record;
-    testing::Append(record, C);
-    return record;
-  };
+  const auto run = [&](auto multiply) { return Multiplied(operands.C, shape, multiply); };
   comparison.Compare(
       [&] {
         return run([&](const View& C) { kRoutines[form](operands.a, operands.b, C, sizes); });
@@ -196,13 +199,7 @@ TEST(OrderedProductTest, BlocksOfAFewNumbersHaveTheBitsOfThePlainLoop) {
 void CompareShared(testing::Comparison& comparison, testing::CaseSource& cases, const Shape& shape,
                    const ProductSizes& sizes) {
   const Operands operands(cases, shape, false);
-  const auto run = [&](auto multiply) {
-    Matrix C = operands.C;
-    multiply(Part(C, 3, 2, shape.rows, shape.cols));
-    Record record;
-    testing::Append(record, C);
-    return record;
-  };
+  const auto run = [&](auto multiply) { return Multiplied(operands.C, shape, multiply); };
   comparison.Compare(
       [&] {
         return run([&](const View& C) {

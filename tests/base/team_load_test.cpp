@@ -47,9 +47,8 @@ std::set<int> MembersOfAJob(Team& team) {
   return members;
 }
 
-TEST(TeamUnderLoadTest, WorksAloneForAWhileWhereTheOthersKeepItWaiting) {
-  const SomeLoad idle(1, 2);
-  Team team(2, &idle);
+/// A job of a team of two whose caller waits for the other member.
+void KeepWaiting(Team& team) {
   Meeting begun(2);
   team.Share(
       2,
@@ -58,6 +57,12 @@ TEST(TeamUnderLoadTest, WorksAloneForAWhileWhereTheOthersKeepItWaiting) {
         if (Team::Member() != 0) std::this_thread::sleep_for(std::chrono::milliseconds(20));
       },
       Nothing);
+}
+
+TEST(TeamUnderLoadTest, WorksAloneForAWhileWhereTheOthersKeepItWaiting) {
+  const SomeLoad idle(1, 2);
+  Team team(2, &idle);
+  KeepWaiting(team);
   EXPECT_FALSE(team.WouldShare());
   EXPECT_TRUE(team.CanShare());
   EXPECT_EQ(MembersOfAJob(team), std::set<int>{0});
@@ -65,16 +70,7 @@ TEST(TeamUnderLoadTest, WorksAloneForAWhileWhereTheOthersKeepItWaiting) {
 
 TEST(TeamUnderLoadTest, SharesAllTheSameWhereNobodyTellsItOfALoad) {
   Team team(2);
-  for (int job = 0; job < 2; ++job) {
-    Meeting begun(2);
-    team.Share(
-        2,
-        [&](int) {
-          begun.Come();
-          if (Team::Member() != 0) std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        },
-        Nothing);
-  }
+  for (int job = 0; job < 2; ++job) KeepWaiting(team);
   EXPECT_TRUE(team.WouldShare());
 }
 
