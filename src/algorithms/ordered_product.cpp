@@ -2,15 +2,11 @@
 #include "algorithms/ordered_product.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cstdint>
-#include <cstring>
 #include <functional>
-#include <memory>
-#include <new>
-#include <type_traits>
 
+#include "algorithms/product_packing.h"
 #include "algorithms/product_tiles.h"
 #include "algorithms/shared_work.h"
 #include "base/team.h"
@@ -40,79 +36,7 @@ const Kernels*& Current() {
   return kernels;
 }
 
-/// Copies `depth` columns of `height` numbers that lie together.
-template <class Height>
-void PackColumns(const double* from, const ProductJob& job, Height height, double* out) {
-  for (int k = 0; k < job.depth; ++k, from += job.aCol, out += height) {
-    std::copy_n(from, static_cast<int>(height), out);
-  }
-}
-
-/// Copies a rows x depth block of A so that its elements lie in the order of their use: panels of
-/// the tile height, in each panel column by column. The last panel may be lower.
-void PackA(const Kernels& kernels, const ProductJob& job, double* out) {
-  constexpr std::integral_constant<int, kTallestTile> kUsual;
-  for (int i = 0; i < job.rows; i += kernels.tileRows) {
-    const int height = std::min(kernels.tileRows, job.rows - i);
-    const double* from = job.a + i * job.aRow;
-    if (job.aRow != 1) {
-      kernels.transpose({from, job.aRow, height, job.depth, out, height});
-    } else if (height == kUsual) {
-      PackColumns(from, job, kUsual, out);
-    } else {
-      PackColumns(from, job, height, out);
-    }
-    out += static_cast<std::ptrdiff_t>(height) * job.depth;
-  }
-}
-
 using Run = void (*)(const ProductJob&);
-
-/// The size of the even parts, each at most `most` and a multiple of `step` but for the last, that
-/// `all` falls into.
-int EvenPart(int all, int most, int step) {
-  const int parts = (all + most - 1) / most;
-  const int part = (all + parts - 1) / parts;
-  return std::min(most, (part + step - 1) / step * step);
-}
-
-/// Copies a panel of `cols` columns of B row by row.
-void PackPanel(const double* b, std::ptrdiff_t bRow, int depth, int cols, double* out) {
-  constexpr int kUsual = kCacheLine;
-  if (cols == kUsual) {
-    for (int k = 0; k < depth; ++k)
-      std::memcpy(out + k * kUsual, b + k * bRow, kUsual * sizeof(double));
-  } else {
-    for (int k = 0; k < depth; ++k) std::copy_n(b + k * bRow, cols, out + k * cols);
-  }
-}
-
-/// Copies a depth x cols block of B as panels of the tile width, in each panel row by row. The last
-/// panel may be narrower.
-void PackB(const ProductJob& job, int tileCols, double* out) {
-  for (int j = 0; j < job.cols; j += tileCols) {
-    const int cols = std::min(tileCols, job.cols - j);
-    PackPanel(job.b + j, job.bRow, job.depth, cols, out);
-    out += static_cast<std::ptrdiff_t>(cols) * job.depth;
-  }
-}
-
-/// Where packed operands lie. The panels of RunByPackedPanels are blocks of A as well.
-struct PackedOperands {
-  alignas(64) double a[kMostPackedA];
-  alignas(64) double b[kMostPackedB];
-};
-
-/// Those of the running member of the team; null where there is no memory for them.
-PackedOperands* Packed() {
-  static PackedOperands first;
-  static std::array<std::unique_ptr<PackedOperands>, kMostMembers> others;
-  const int member = Team::Member();
-  if (member == 0) return &first;
-  std::unique_ptr<PackedOperands>& own = others[member];
-  if (own == nullptr) own.reset(new (std::nothrow) PackedOperands);
-  return own.get();
-}
 
 /// The multiplications of a job.
 double WorkOf(const ProductJob& job) {
