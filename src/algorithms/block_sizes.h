@@ -115,11 +115,13 @@ struct QrSizes {
 struct HessenbergSizes {
   int tinyReflector =
       4;  ///< Order up to which a reflection is a plain loop; kMostTinyReflector at most.
-  int reflectionStrip = 256;  ///< Columns of H·M, or rows of M·H, that are formed at a time.
+  int packedFrom = 48;        ///< Order of a reflection from which its operands are packed.
+  int reflectionStrip = 96;   ///< Rows of a reflection that are formed at a time.
+  int reflectionDepth = 384;  ///< Rows of a packed operand that are multiplied at a time.
   int smallOrder = 15;        ///< Of a cycle: up to here blocks take longer than they save.
   int strip = 256;            ///< Columns that are projected at a time, at most.
   int tile = 16;              ///< Height of the strips that a triangle is cut into.
-  int shareFrom = 110;        ///< Order of a reflection from which the members of a team share it.
+  int shareFrom = 64;         ///< Order of a reflection from which the members of a team share it.
   int shareCycleFrom = 200;   ///< Columns of a cycle from which they share its projections.
 };
 

@@ -2,11 +2,12 @@
 #include "algorithms/hessenberg.h"
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
-#include <utility>
 
 #include "algorithms/ordered_product.h"
+#include "algorithms/packed_reflections.h"
+#include "algorithms/product_packing.h"
+#include "algorithms/reflector.h"
 #include "algorithms/shared_work.h"
 #include "base/arithmetic.h"
 
@@ -20,125 +21,97 @@ bool IsReduced(const Matrix& M, int k) {
   return true;
 }
 
-/// What all reflections of one matrix work with.
-struct Reflection {
-  Reflection(int order, WorkMeter& workMeter, const HessenbergSizes& blockSizes)
-      : sizes(blockSizes),
-        meter(workMeter),
-        H(Matrix::Unset(order, order)),
-        u(order),
-        strips(order >= sizes.shareFrom,
-               Vector<double>(std::min(order, sizes.reflectionStrip) * order)) {}
+/// Small reflections M := H·M·H of one matrix.
+class SmallReflections {
+ public:
+  /// Of up to an order of `largest`.
+  SmallReflections(Matrix& M, int largest, const HessenbergSizes& sizes, WorkMeter& meter)
+      : M_(M),
+        sizes_(sizes),
+        meter_(meter),
+        H_(Matrix::Unset(largest, largest)),
+        reflector_(largest),
+        strip_(std::max(largest, std::min(M.Rows(), sizes.reflectionStrip)) * largest) {}
 
-  const HessenbergSizes& sizes;
-  WorkMeter& meter;
-  Matrix H;                          ///< The reflector.
-  Vector<double> u;                  ///< Its vector, from 0 as the reflector sees it.
-  PerMember<Vector<double>> strips;  ///< Of a product.
-  bool shares = false;               ///< Whether members share large reflections.
+  void Reflect(int k);
+
+ private:
+  void FormInPlace(const ConstView& A, const ConstView& B, const View& to);
+
+  Matrix& M_;
+  const HessenbergSizes& sizes_;
+  WorkMeter& meter_;
+  Matrix H_;
+  Reflector reflector_;
+  Vector<double> strip_;  ///< Of a product.
 };
 
-/// Forms H = I + β·u·uᵀ of column k; only rows and columns from k + 1 on are filled, the rest is
-/// the identity. u is column k of M below the diagonal with the norm added to its first element.
-void FormReflector(const Matrix& M, int k, Reflection& work) {
-  const int n = M.Rows();
-  double* const u = work.u.From(1);
-  for (int i = k; i < n; ++i) u[i] = M(i + 1, k);
-  double tail = 0.0;
-  for (int i = k + 1; i < n; ++i) tail += u[i] * u[i];
-  u[k] = std::sqrt(u[k] * u[k] + tail) + u[k];
-  const double beta = -2.0 / (u[k] * u[k] + tail);
-
-  Matrix& H = work.H;
-  for (int i = k; i < n; ++i) {
-    H(i + 1, i + 1) = beta * (u[i] * u[i]) + 1.0;
-    for (int j = i + 1; j < n; ++j) H(j + 1, i + 1) = H(i + 1, j + 1) = beta * u[i] * u[j];
-    work.meter.Add(kMovedNumber * (n - i - 1));
+/// Column k comes to end with its subdiagonal element. The columns before it are left out.
+void SmallReflections::Reflect(int k) {
+  const int n = M_.Rows();
+  const int order = n - k;
+  reflector_.Become(&M_(k + 1, k), M_.Cols(), order);
+  const View H = Part(H_, 1, 1, order, order);
+  reflector_.Write(0, 0, H);
+  M_(k + 1, k) = reflector_.FirstOfProduct();
+  for (int i = k + 2; i <= n; ++i) M_(i, k) = 0.0;
+  const View part = Part(M_, k + 1, k + 1, order, order);
+  FormInPlace(H, part, part);
+  for (int first = 1; first <= n; first += sizes_.reflectionStrip) {
+    const int count = std::min(sizes_.reflectionStrip, n + 1 - first);
+    const View rows = Part(M_, first, k + 1, count, order);
+    FormInPlace(rows, H, rows);
   }
 }
 
-/// `to` becomes A·B, which is formed in the strip, since it may take the place of A or B.
-void FormInPlace(const ConstView& A, const ConstView& B, Reflection& work, const View& to,
-                 WorkMeter& meter) {
-  const View product{work.strips.Own().From(1), to.rows, to.cols, to.cols, 1};
-  if (A.cols <= std::min(work.sizes.tinyReflector, kMostTinyReflector)) {
+/// `to` becomes A·B, which is formed in the strip, since it takes the place of A or B.
+void SmallReflections::FormInPlace(const ConstView& A, const ConstView& B, const View& to) {
+  const View product{strip_.From(1), to.rows, to.cols, to.cols, 1};
+  if (A.cols <= std::min(sizes_.tinyReflector, kMostTinyReflector)) {
     MultiplyTiny(A, B, product, std::plus<>(), true);
   } else {
-    SetProduct(A, B, product, meter);
+    SetProduct(A, B, product, meter_);
   }
   for (int i = 0; i < to.rows; ++i) std::copy_n(&product(i, 0), to.cols, &to(i, 0));
 }
 
-/// Calls form(from, count, meter) for strips of the columns or rows from..to, side by side where
-/// the members share a reflection of an order of `rest`.
-template <class Form>
-void InStrips(int from, int to, int rest, Reflection& work, const Form& form) {
-  const int most = work.sizes.reflectionStrip;
-  const int all = to - from + 1;
-  if (work.shares && rest >= work.sizes.shareFrom) {
-    const Strips strips = StripsOf(from, to, std::min(most, (all + 1) / 2), work.sizes.tile);
-    SharePieces(work.meter, strips.count, [&](int piece, WorkMeter& meter) {
-      form(strips.First(piece), strips.Last(piece) - strips.First(piece) + 1, meter);
-    });
-    return;
-  }
-  for (int first = from; first <= to; first += most) {
-    form(first, std::min(most, to + 1 - first), work.meter);
-  }
-}
-
-/// M := H·M, of which column k is formed only down to its subdiagonal element, the others being
-/// zero. The columns before it are left out.
-void ReflectRows(int k, Reflection& work, Matrix& M) {
-  const int n = M.Rows();
-  const int rest = n - k;
-  const Matrix& H = work.H;
-  double subdiagonal = 0.0;
-  for (int m = k + 1; m <= n; ++m) {
-    subdiagonal += M(m, k) * H(k + 1, m);
-    M(m, k) = 0.0;
-  }
-  M(k + 1, k) = subdiagonal;
-  InStrips(k + 1, n, rest, work, [&](int from, int count, WorkMeter& meter) {
-    const View columns = Part(M, k + 1, from, rest, count);
-    FormInPlace(Part(H, k + 1, k + 1, rest, rest), columns, work, columns, meter);
-  });
-}
-
-/// M := M·H in the columns from k + 1 on; the others stay as they are.
-void ReflectColumns(int k, Reflection& work, Matrix& M) {
-  const int n = M.Rows();
-  const int rest = n - k;
-  const ConstView H = Part(std::as_const(work.H), k + 1, k + 1, rest, rest);
-  InStrips(1, n, rest, work, [&](int from, int count, WorkMeter& meter) {
-    const View rows = Part(M, from, k + 1, count, rest);
-    FormInPlace(rows, H, work, rows, meter);
-  });
-}
-
-void ReflectAllColumns(Reflection& work, Matrix& M) {
-  for (int k = 1; k <= M.Rows() - 2; ++k) {
+/// Runs reflect(k) for the columns first..last that are not reduced.
+template <class Reflect>
+void ReflectColumns(Matrix& M, int first, int last, WorkMeter& meter, const Reflect& reflect) {
+  for (int k = first; k <= last; ++k) {
     if (IsReduced(M, k)) {
-      const double rest = M.Rows() - k;
-      work.meter.Add(rest * rest * (rest + M.Rows()));
+      const double order = M.Rows() - k;
+      meter.Add(order * order * (order + M.Rows()));
       continue;
     }
-    FormReflector(M, k, work);
-    ReflectRows(k, work, M);
-    ReflectColumns(k, work, M);
+    reflect(k);
     CheckArithmetic();
   }
+}
+
+/// The columns 1..last by large reflections.
+void ReflectLarge(Matrix& M, int last, WorkMeter& meter, const HessenbergSizes& sizes) {
+  const auto run = [&](bool shared) {
+    PackedReflections reflections(M, sizes, meter, shared);
+    ReflectColumns(M, 1, last, meter, [&](int k) { reflections.Reflect(k); });
+  };
+  Team& team = SharedTeam();
+  if (M.Rows() < sizes.shareFrom || !team.CanShare()) return run(false);
+  const Attempt attempt(team, "reduction", ReductionWork(M.Rows()));
+  run(attempt.IsShared() && HavePacked(team.Members()));
 }
 
 }  // namespace
 
 void ReduceToHessenberg(Matrix& M, WorkMeter& meter, const HessenbergSizes& sizes) {
-  if (M.Rows() <= 2) return;
-  Reflection work(M.Rows(), meter, sizes);
-  if (!work.strips.IsShared()) return ReflectAllColumns(work, M);
-  const Attempt attempt(SharedTeam(), "reduction", ReductionWork(M.Rows()));
-  work.shares = attempt.IsShared();
-  ReflectAllColumns(work, M);
+  const int n = M.Rows();
+  if (n <= 2) return;
+  const int least = std::max(sizes.packedFrom, PackedReflections::kLeastOrder);
+  const int large = std::max(0, n - least);
+  if (large > 0) ReflectLarge(M, large, meter, sizes);
+  if (large >= n - 2) return;
+  SmallReflections reflections(M, n - 1 - large, sizes, meter);
+  ReflectColumns(M, large + 1, n - 2, meter, [&](int k) { reflections.Reflect(k); });
 }
 
 }  // namespace qmx

@@ -19,7 +19,7 @@ void ReduceToHessenberg(Matrix& M, WorkMeter& meter,
                         const HessenbergSizes& sizes = kBlockSizes.hessenberg);
 
 /// What the reduction of a matrix of order n adds to the meter.
-inline double ReductionWork(double n) { return n * n * n * (n * 7 / 12 + kMovedNumber / 6); }
+inline double ReductionWork(double n) { return n * n * n * n * 7 / 12; }
 
 /// What QR steps on matrices of up to some order work with; the contents mean nothing between
 /// steps, but what lies below the subdiagonal of V stays 0.

@@ -32,6 +32,15 @@ void PackPanel(const double* b, std::ptrdiff_t bRow, int depth, int cols, double
   }
 }
 
+PackedOperands* PackedOf(int member) {
+  static PackedOperands first;
+  static std::array<std::unique_ptr<PackedOperands>, kMostMembers> others;
+  if (member == 0) return &first;
+  std::unique_ptr<PackedOperands>& own = others[member];
+  if (own == nullptr) own.reset(new (std::nothrow) PackedOperands);
+  return own.get();
+}
+
 }  // namespace
 
 int EvenPart(int all, int most, int step) {
@@ -63,15 +72,13 @@ void PackB(const ProductJob& job, int tileCols, double* out) {
     out += static_cast<std::ptrdiff_t>(cols) * job.depth;
   }
 }
+PackedOperands* Packed() { return PackedOf(Team::Member()); }
 
-PackedOperands* Packed() {
-  static PackedOperands first;
-  static std::array<std::unique_ptr<PackedOperands>, kMostMembers> others;
-  const int member = Team::Member();
-  if (member == 0) return &first;
-  std::unique_ptr<PackedOperands>& own = others[member];
-  if (own == nullptr) own.reset(new (std::nothrow) PackedOperands);
-  return own.get();
+bool HavePacked(int members) {
+  for (int member = 0; member < members; ++member) {
+    if (PackedOf(member) == nullptr) return false;
+  }
+  return true;
 }
 
 }  // namespace qmx

@@ -26,4 +26,8 @@ struct PackedOperands {
 /// Those of the running member of the team; null where there is no memory for them.
 PackedOperands* Packed();
 
+/// Whether there is memory for those of the first `members` members. To be called by the first one
+/// while the others do nothing.
+bool HavePacked(int members);
+
 }  // namespace qmx

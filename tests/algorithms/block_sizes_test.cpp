@@ -64,7 +64,9 @@ BlockSizes Sizes(int block, int panel, int strip) {
       .cofactors = {.smallOrder = 1, .shareFrom = 0},
       .qr = {.smallOrder = 0, .block = block, .tile = panel, .shareFrom = 0, .sharedStrip = strip},
       .hessenberg = {.tinyReflector = 1,
+                     .packedFrom = panel,
                      .reflectionStrip = strip,
+                     .reflectionDepth = block,
                      .smallOrder = 0,
                      .strip = strip,
                      .tile = panel,
@@ -89,6 +91,7 @@ BlockSizes Whole() {
   sizes.qr.smallOrder = kMany;
   sizes.hessenberg.smallOrder = kMany;
   sizes.hessenberg.tinyReflector = kMany;
+  sizes.hessenberg.packedFrom = kMany;
   sizes.definiteness.smallOrder = kMany;
   sizes.leastSquares.fewElements = kMany;
   return sizes;

@@ -10,6 +10,7 @@
 
 #include "base/arithmetic.h"
 #include "base/fault.h"
+#include "base/team.h"
 #include "reference/reference.h"
 #include "support/core_cases.h"
 #include "support/core_compare.h"
@@ -50,11 +51,11 @@ EigenParameters NextParameters(testing::Dice& dice) {
 }
 
 void CompareRuns(testing::Comparison& comparison, const Matrix& A, const EigenParameters& p,
-                 int carried) {
+                 int carried, const BlockSizes& sizes = kBlockSizes) {
   comparison.Compare(
       [&] {
         std::int32_t shiftIndex = carried;
-        const EigenvalueRun run = FindEigenvalues(A, p, shiftIndex, unheard);
+        const EigenvalueRun run = FindEigenvalues(A, p, shiftIndex, unheard, sizes);
         Record record{static_cast<double>(run.count), static_cast<double>(shiftIndex)};
         testing::Append(record, run.eigenvalues);
         testing::Append(record, run.origin);
@@ -99,6 +100,38 @@ TEST(EigenvaluesTest, HasThemInBlocksOnEveryInstructionSet) {
         const EigenParameters p{n < 40 ? 5e-4 : 0.05, n < 40 ? 15 : 6, 0.1, 0.001};
         CompareRuns(comparison, squares.Next(n, n), p, 0);
         CompareRuns(comparison, symmetric.Next(n, n), p, 2);
+      }
+    }
+  });
+}
+
+/// Only rows 2 and 3 take part in the first reflection, and then columns 2 and 3 are done: what was
+/// packed for the second one must not be used for the fourth.
+void LeaveOutColumns(Matrix& A) {
+  A(3, 1) = 1;
+  for (int i = 4; i <= A.Rows(); ++i) A(i, 1) = A(i, 2) = A(i, 3) = 0;
+}
+
+TEST(EigenvaluesTest, HasThemInPackedReflectionsOfAnyTeam) {
+  // Orders in which tiles, strips and blocks of rows end in different places.
+  BlockSizes sizes;
+  sizes.hessenberg.packedFrom = 5;
+  sizes.hessenberg.reflectionStrip = 19;
+  sizes.hessenberg.reflectionDepth = 17;
+  sizes.hessenberg.shareFrom = 9;
+  testing::ForEachInstructionSet([&sizes](InstructionSet set) {
+    testing::CaseSource squares(914, testing::CaseShape::kSquare, 1);
+    testing::Comparison comparison("packed reflections, instruction set " +
+                                   std::to_string(static_cast<int>(set)));
+    for (const int members : {1, 2, 3, 7, 64}) {
+      Team team(members);
+      const UseTeam use(team);
+      for (const int n : {10, 17, 18, 33, 36, 43, 52}) {
+        for (int kind = 0; kind < 13 && !comparison.HasSeenEnough(); ++kind) {
+          Matrix A = squares.Next(n, n);
+          if (kind % 2 == 0) LeaveOutColumns(A);
+          CompareRuns(comparison, A, {5e-4, 1, 0.1, 0.001}, 0, sizes);
+        }
       }
     }
   });
