@@ -26,7 +26,7 @@ inline double ReductionWork(double n) { return n * n * n * n * 7 / 12; }
 struct HessenbergQr {
   explicit HessenbergQr(int order, const HessenbergSizes& blockSizes = kBlockSizes.hessenberg);
 
-  /// Whether the members of the team share a step on a block of this order, or as many columns.
+  /// Whether the members of the team share a step on a block of this order.
   bool Shares(int order) const { return rooms.IsShared() && order >= sizes.shareCycleFrom; }
   /// The running member's steps x cols part of the coefficients, rows of which lie together.
   View Coefficients(int steps, int cols);

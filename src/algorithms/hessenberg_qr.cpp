@@ -60,7 +60,10 @@ class HessenbergStep {
   void ProjectNext(int j, int from);
   void Project(int first, int last, int from, int to, WorkMeter& meter);
   void Subtract(int first, int last, int from, const View& C, WorkMeter& meter);
-  void FillQ();
+  template <class Work>
+  void ForTiles(const Work& work);
+  void CopyRows(int first, int rows);
+  void FillQ(int first, int rows);
   ConstView TakeRowsOfR(int first, int rows, double* to);
   void MultiplyRows(const ConstView& R, int first, int rows, WorkMeter& meter);
   void MultiplyAll();
@@ -85,16 +88,34 @@ void HessenbergStep::RunShared() {
 }
 
 void HessenbergStep::RunInBlocks() {
-  for (int i = 1; i <= n_; ++i) {
-    const int from = std::max(1, i - 1);
-    std::copy(M_.Row(i) + (from - 1), M_.Row(i) + n_, V_.Row(i) + (from - 1));
-  }
+  ForTiles([this](int, int first, int rows, WorkMeter&) { CopyRows(first, rows); });
   FinishColumns(1, n_);
-  FillQ();
   if (shares_) {
     MultiplyAllShared();
   } else {
+    FillQ(1, n_);
     MultiplyAll();
+  }
+}
+
+/// Runs work(tile, first, rows, meter) for rows in tiles, side by side where members share the
+/// step.
+template <class Work>
+void HessenbergStep::ForTiles(const Work& work) {
+  const int tiles = (n_ + tile_ - 1) / tile_;
+  const auto run = [&](int tile, WorkMeter& meter) {
+    const int first = tile * tile_ + 1;
+    work(tile, first, std::min(tile_, n_ + 1 - first), meter);
+  };
+  if (shares_) return SharePieces(meter_, tiles, run);
+  for (int tile = 0; tile < tiles; ++tile) run(tile, meter_);
+}
+
+/// Rows of M become those of V.
+void HessenbergStep::CopyRows(int first, int rows) {
+  for (int i = first; i < first + rows; ++i) {
+    const int from = std::max(1, i - 1);
+    std::copy(M_.Row(i) + (from - 1), M_.Row(i) + n_, V_.Row(i) + (from - 1));
   }
 }
 
@@ -104,7 +125,7 @@ void HessenbergStep::RunColumnByColumn() {
     for (int i = 1; i <= Length(j); ++i) V_(i, j) = M_(i, j);
   }
   for (int j = 1; j <= n_; ++j) FinishColumn(j, n_);
-  FillQ();
+  FillQ(1, n_);
   for (int i = 1; i <= n_; ++i) MultiplyRow(i);
 }
 
@@ -117,8 +138,10 @@ void HessenbergStep::FinishColumns(int first, int last) {
   const int middle = first + LeftHalf(columns, tile_) - 1;
   FinishColumns(first, middle);
   const int strip = work_.sizes.strip;
-  if (shares_ && work_.Shares(columns)) {
-    const Strips strips = StripsOf(middle + 1, last, strip, tile_);
+  if (shares_ && columns >= work_.sizes.shareColumnsFrom) {
+    const int members = SharedTeam().Members();
+    const int each = std::max(tile_, (last - middle + members - 1) / members);
+    const Strips strips = StripsOf(middle + 1, last, std::min(strip, each), tile_);
     SharePieces(meter_, strips.count, [&](int piece, WorkMeter& meter) {
       Project(first, middle, strips.First(piece), strips.Last(piece), meter);
     });
@@ -197,9 +220,9 @@ void HessenbergStep::Subtract(int first, int last, int from, const View& C, Work
   }
 }
 
-/// Q takes the place of V.
-void HessenbergStep::FillQ() {
-  for (int i = 1; i <= n_; ++i) {
+/// Rows of Q take the place of those of V.
+void HessenbergStep::FillQ(int first, int rows) {
+  for (int i = first; i < first + rows; ++i) {
     const int from = std::max(1, i - 1);
     DivideByEach(norm_.From(from), &V_(i, from), n_ - from + 1);
   }
@@ -207,25 +230,25 @@ void HessenbergStep::FillQ() {
 
 /// M := R·Q, a tile of rows at a time. Those of R go where the coefficients were.
 void HessenbergStep::MultiplyAll() {
-  for (int first = 1; first <= n_; first += tile_) {
-    const int rows = std::min(tile_, n_ + 1 - first);
-    MultiplyRows(TakeRowsOfR(first, rows, work_.rooms.Own().From(1)), first, rows, meter_);
-  }
+  ForTiles([this](int, int first, int rows, WorkMeter& meter) {
+    MultiplyRows(TakeRowsOfR(first, rows, work_.rooms.Own().From(1)), first, rows, meter);
+  });
 }
 
-/// The same side by side. What one tile of rows leaves in M may be in the way of the R of another:
-/// all of R is taken out first.
+/// The same side by side, and Q is filled as well. What one tile of rows leaves in M may be in the
+/// way of the R of another: all of R is taken out first.
 void HessenbergStep::MultiplyAllShared() {
   Vector<double>& room = work_.RoomForR();
-  std::vector<ConstView> R;
-  std::ptrdiff_t taken = 0;
-  for (int first = 1; first <= n_; first += tile_) {
-    const int rows = std::min(tile_, n_ + 1 - first);
-    R.push_back(TakeRowsOfR(first, rows, room.From(1) + taken));
-    taken += std::ptrdiff_t{rows} * (n_ - first + 1);
-  }
-  SharePieces(meter_, static_cast<int>(R.size()), [&](int piece, WorkMeter& meter) {
-    MultiplyRows(R[piece], piece * tile_ + 1, R[piece].rows, meter);
+  std::vector<ConstView> R((n_ + tile_ - 1) / tile_);
+  ForTiles([&](int tile, int first, int rows, WorkMeter&) {
+    FillQ(first, rows);
+    // So many columns have the tiles before.
+    const std::ptrdiff_t before =
+        std::ptrdiff_t{tile} * n_ - std::ptrdiff_t{tile} * (tile - 1) / 2 * tile_;
+    R[tile] = TakeRowsOfR(first, rows, room.From(1) + before * tile_);
+  });
+  ForTiles([&](int tile, int first, int rows, WorkMeter& meter) {
+    MultiplyRows(R[tile], first, rows, meter);
   });
 }
 

@@ -71,7 +71,8 @@ BlockSizes Sizes(int block, int panel, int strip) {
                      .strip = strip,
                      .tile = panel,
                      .shareFrom = 0,
-                     .shareCycleFrom = 0},
+                     .shareCycleFrom = 0,
+                     .shareColumnsFrom = 0},
       .definiteness =
           {.smallOrder = 0, .shareFrom = 0, .steps = panel, .group = strip, .strip = strip},
       .leastSquares = {
