@@ -104,11 +104,12 @@ struct CofactorSizes {
 
 /// How Gram-Schmidt is cut on a full matrix.
 struct QrSizes {
-  int smallOrder = 16;  ///< Up to here the bookkeeping of blocks takes longer than it saves.
-  int block = 256;      ///< Columns whose projections all later columns take at once.
-  int tile = 16;        ///< Halves of blocks are rounded to it, the height of the tallest tile.
-  int shareFrom = 180;  ///< As in EliminationSizes.
-  int sharedStrip = 512;
+  int smallOrder = 16;    ///< Up to here the bookkeeping of blocks takes longer than it saves.
+  int block = 256;        ///< Columns whose projections all later columns take at once.
+  int tile = 16;          ///< Halves of blocks are rounded to it, the height of the tallest tile.
+  int sharedBlock = 128;  ///< The same where members of a team share them.
+  int shareFrom = 180;    ///< As in EliminationSizes.
+  int sharedStrip = 128;
 };
 
 /// How the reduction to Hessenberg form and the cycles of QR are cut.
@@ -150,8 +151,9 @@ struct LeastSquaresSizes {
 /// How far apart the rows of the matrices lie that an elimination, exchange steps, Gram-Schmidt and
 /// the definiteness test work in.
 struct WorkSizes {
-  int competing = 512;  ///< Rows a multiple of this apart, which is a page, share their places.
-  int gap = 8;          ///< Columns more that keep them apart.
+  int competing = 512;     ///< Rows a multiple of this apart, which is a page, share their places.
+  int gap = 8;             ///< Columns more that keep them apart.
+  double shareFrom = 3e5;  ///< Elements from which the members of a team share the copying.
 };
 
 /// All of them.

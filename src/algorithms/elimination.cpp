@@ -29,15 +29,18 @@
 //         |  L1   | panel |       |  A22  |      L21·U12, which is where the time goes.
 //         +-------+-------+-------+-------+
 //
-// Where a team shares the work, a block goes ahead: while one member brings the columns of the next
-// block up to date and eliminates them, the others take the steps of this one in strips of what is
-// behind. Whoever does a strip does all of it: exchanges, pivot rows and A22.
+// Where a team shares the work, nobody waits for a step to be taken everywhere. The blocks are
+// lanes that take the steps of those before them one by one; a block is eliminated as soon as it
+// has taken all of them, while others are still behind:
 //
-//          this    next    strips         1. this + next       2. next + the one behind ...
-//         +-------+-------+-------+---
-//         | done  | piece | piece | ...
-//         |       |   0   |   1   |
-//         +-------+-------+-------+---
+//          done    done    next
+//         +-------+-------+-------+-------+---     Whoever has nothing to do gives `next` what it
+//         |   0   |   1   |   2   |   3   | ...    lacks and eliminates it, or takes lanes that are
+//         +-------+-------+-------+-------+---     furthest back through one step more: exchanges,
+//  has taken                 0, 1     0            pivot rows and A22.
+//
+// A block that is done has only the exchanges of later ones to make. Until all have taken its own
+// step it leaves its rows where they are, because its factors belong to the rows of that step.
 //
 // A panel is copied out with its columns as rows, so that what belongs together lies together.
 // Every element takes its steps one by one in the order of the columns, as in the textbook loop.
@@ -144,7 +147,7 @@ Elimination Eliminator::Run(int first, int last) {
     return result_;
   }
   const Attempt attempt(
-      SharedTeam(), "elimination",
+      SharedTeam(), kEliminationName,
       EliminationWork(W_.Rows() - first + 1, cols_ - first + 1, last - first + 1));
   shared_ = attempt.IsShared();
   if (shared_) {
@@ -171,23 +174,29 @@ void Eliminator::RunAlone(int start, int columns) {
 }
 
 void Eliminator::RunShared(int start, int columns) {
-  SharedTeam().Wake();
-  Block block = BlockFrom(start, start, columns);
-  EliminateBlock(block, block.last, meter_);
-  for (bool isLast = false; !isLast;) {
-    isLast = !result_.complete || block.last == columns;
-    Block next = isLast ? Block{block.last + 1, block.last, false, {}}
-                        : BlockFrom(block.last + 1, start, columns);
-    const Strips before = {1, block.first - 1, block.first - 1, block.first > 1 ? 1 : 0};
-    GoAhead(
-        meter_, before, StripsOf(next.last + 1, cols_, sizes_.sharedStrip),
-        [&](WorkMeter& meter) {
-          Follow(block, next.first, next.last, meter);
-          if (!isLast) EliminateBlock(next, next.last, meter);
-        },
-        [&](int from, int to, WorkMeter& meter) { Follow(block, from, to, meter); });
-    block = std::move(next);
+  std::vector<Block> blocks;
+  for (int first = start; first <= columns; first = blocks.back().last + 1) {
+    blocks.push_back(BlockFrom(first, start, columns));
   }
+  Lanes::Plan plan;
+  plan.finished = static_cast<int>(blocks.size());
+  // What stands right of the last block only takes steps.
+  for (int first = columns + 1; first <= cols_; first = blocks.back().last + 1) {
+    blocks.push_back({first, std::min(first + sizes_.block - 1, cols_), false, {}});
+  }
+  for (const Block& block : blocks) plan.widths.push_back(block.last - block.first + 1);
+  plan.most = sizes_.sharedStrip;
+  plan.afterwards = Lanes::Finished::kFollowLater;
+  Lanes lanes(SharedTeam(), plan);
+  ShareLanes(
+      meter_, lanes,
+      [&](int step, int first, int last, WorkMeter& meter) {
+        Follow(blocks[step], blocks[first].first, blocks[last].last, meter);
+      },
+      [&](int lane, WorkMeter& meter) {
+        EliminateBlock(blocks[lane], blocks[lane].last, meter);
+        return result_.complete ? Lanes::Outcome::kGoOn : Lanes::Outcome::kLast;
+      });
 }
 
 /// The block at column `first` of the columns start..columns.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <string_view>
+
 #include "algorithms/block_sizes.h"
 #include "algorithms/work_meter.h"
 #include "base/matrix.h"
@@ -17,6 +19,9 @@ enum class PivotRule {
   kStopAtZeroColumn,  ///< The same, but the elimination ends there.
   kDiagonalElement,   ///< Never exchanges rows. Ends at a zero with a non-zero element below it.
 };
+
+/// What an Attempt at a shared elimination is known by; its work is EliminationWork.
+inline constexpr std::string_view kEliminationName = "elimination";
 
 struct Elimination {
   bool complete = true;  ///< False where a pivot rule ended it.

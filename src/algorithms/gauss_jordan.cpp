@@ -23,8 +23,9 @@
 //       |   A3   |      F3     |   B3   |      the time goes; B1 and B3 likewise.
 //       +--------+-------------+--------+
 //
-// Where a team shares the work, the next block goes ahead: while one member gives it these steps
-// and exchanges it, the others give them to strips of all other columns, left and right.
+// Where a team shares the work, the blocks are lanes that take the steps of all other blocks one by
+// one: a block is exchanged as soon as it has those of the blocks before it, while others, left and
+// right, are still behind. The factors of a few blocks at a time are kept for them.
 //
 // A block is exchanged in the same way from two halves, down to a panel of a few columns that is
 // copied out with its columns as rows. Every element takes its steps one by one in the order of the
@@ -128,29 +129,30 @@ void BlockExchanger::RunAlone() {
 }
 
 void BlockExchanger::RunShared() {
-  SharedTeam().Wake();
-  Matrix factors = Matrix::Unset(n_, sizes_.block + sizes_.factorGap);
-  Matrix nextFactors = factors;
-  const auto columns = [this](int first) {
-    return ColumnsAhead(first, n_, sizes_.block, sizes_.panel);
-  };
-  Block block = BlockFrom(1, columns(1), factors);
-  ExchangeBlock(block, block.first, block.last, meter_);
-  for (bool isLast = false; !isLast;) {
-    isLast = !result_.complete || block.last == n_;
-    const int ahead = isLast ? 0 : columns(block.last + 1);
-    Block next = BlockFrom(block.last + 1, ahead, nextFactors);
-    GoAhead(
-        meter_, StripsOf(1, block.first - 1, sizes_.sharedStrip),
-        StripsOf(next.last + 1, n_, sizes_.sharedStrip),
-        [&](WorkMeter& meter) {
-          Follow(block, next.first, next.last, meter);
-          if (!isLast) ExchangeBlock(next, next.first, next.last, meter);
-        },
-        [&](int from, int to, WorkMeter& meter) { Follow(block, from, to, meter); });
-    std::swap(factors, nextFactors);
-    block = std::move(next);
+  // So many blocks have their factors at a time.
+  constexpr int kKept = 4;
+  std::vector<Matrix> factors(kKept, Matrix::Unset(n_, sizes_.block + sizes_.factorGap));
+  std::vector<Block> blocks;
+  for (int first = 1; first <= n_; first = blocks.back().last + 1) {
+    const int columns = ColumnsAhead(first, n_, sizes_.block, sizes_.panel);
+    blocks.push_back(BlockFrom(first, columns, factors[blocks.size() % kKept]));
   }
+  Lanes::Plan plan;
+  for (const Block& block : blocks) plan.widths.push_back(block.last - block.first + 1);
+  plan.finished = static_cast<int>(blocks.size());
+  plan.most = sizes_.sharedStrip;
+  plan.afterwards = Lanes::Finished::kFollow;
+  plan.kept = kKept;
+  Lanes lanes(SharedTeam(), plan);
+  ShareLanes(
+      meter_, lanes,
+      [&](int step, int first, int last, WorkMeter& meter) {
+        Follow(blocks[step], blocks[first].first, blocks[last].last, meter);
+      },
+      [&](int lane, WorkMeter& meter) {
+        ExchangeBlock(blocks[lane], blocks[lane].first, blocks[lane].last, meter);
+        return result_.complete ? Lanes::Outcome::kGoOn : Lanes::Outcome::kLast;
+      });
 }
 
 /// So many columns, as far as there are.

@@ -42,13 +42,13 @@ void TakeFactors(Matrix& W, int cols, LuFactors& factors, WorkMeter& whole) {
 }  // namespace
 
 LuFactors FactorLu(const Matrix& A, bool pivoting, Progress& progress, const BlockSizes& sizes) {
-  if (std::min(A.Rows(), A.Cols()) >= sizes.elimination.shareFrom) SharedTeam().Wake();
+  const int columns = std::min(A.Rows(), A.Cols());
+  const double work = EliminationWork(A.Rows(), A.Cols(), columns);
+  if (columns >= sizes.elimination.shareFrom) SharedTeam().Wake(kEliminationName, work);
   LuFactors factors{false, Matrix(), Matrix(), Matrix::Unset(A.Rows(), 1), 0};
   Matrix W = WorkCopy(A, sizes.work);
   const PivotRule rule = pivoting ? PivotRule::kSkipZeroColumns : PivotRule::kDiagonalElement;
-  const int columns = std::min(A.Rows(), A.Cols());
-  WorkMeter meter(
-      progress, EliminationWork(A.Rows(), A.Cols(), columns) + kMovedNumber * A.Rows() * A.Rows());
+  WorkMeter meter(progress, work + kMovedNumber * A.Rows() * A.Rows());
   const Elimination done = Eliminate(W, columns, rule, meter, factors.exchanges.Data(),
                                      sizes.elimination, W.Cols() - A.Cols());
   factors.exchangeCount = done.exchanges;

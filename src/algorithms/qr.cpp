@@ -23,9 +23,8 @@
 //       |     VL      |   VR   |       3. VR := VR - VL·C, where C is D divided by squared norms.
 //       +-------------+--------+       4. Make the right half final.
 //
-// Where a team shares the work, the next block goes ahead: while one member takes the projections
-// on this block from its columns and makes them final, the others take them from strips of the
-// columns behind.
+// Where a team shares the work, the blocks are lanes: one is made final as soon as it has taken the
+// projections on all blocks before it, while those behind may still lack some.
 //
 // Every dot product grows with the row number and every element takes its projections in the order
 // of the columns, as in the textbook loop.
@@ -42,7 +41,6 @@ class GramSchmidt {
         V_(WorkCopy(A, sizes.work)),
         wideA_(V_.Cols() == n_ ? Matrix() : V_),
         A_(V_.Cols() == n_ ? A : wideA_),
-        R_(n_, n_),
         squaredNorm_(n_) {}
 
   QrFactors RunInBlocks();
@@ -67,8 +65,8 @@ class GramSchmidt {
   const QrSizes& sizes_;
   Matrix V_;  ///< The parts of the columns of A that are orthogonal to the columns before them.
   const Matrix wideA_;
-  const Matrix& A_;  ///< What was given, or in as many columns as V_.
-  Matrix R_;
+  const Matrix& A_;      ///< What was given, or in as many columns as V_.
+  Matrix R_;             ///< Its upper triangle; below there is anything until the end.
   Matrix coefficients_;  ///< C, in the columns that are projected.
   Vector<double> squaredNorm_;
 };
@@ -76,8 +74,10 @@ class GramSchmidt {
 /// False among the factors where a column vanished; nothing else counts then.
 QrFactors GramSchmidt::RunInBlocks() {
   const int n = n_;
+  R_ = Matrix::Unset(n, n);
+  const int block = std::max(sizes_.block, sizes_.sharedBlock);
   if (n > std::min(sizes_.smallOrder, sizes_.block))
-    coefficients_ = Matrix(std::min(sizes_.block, n), V_.Cols());
+    coefficients_ = Matrix(std::min(block, n), V_.Cols());
   return (n < sizes_.shareFrom ? FinishAll() : TryToShare()) ? Factors(n) : QrFactors();
 }
 
@@ -98,27 +98,26 @@ bool GramSchmidt::FinishAll() {
 }
 
 bool GramSchmidt::FinishAllShared() {
-  SharedTeam().Wake();
-  const int n = n_;
-  const auto end = [this, n](int first) {
-    return first + ColumnsAhead(first, n, sizes_.block, sizes_.tile) - 1;
-  };
-  int first = 1;
-  int last = n == 0 ? 0 : end(first);
-  bool good = FinishBlock(first, last, meter_);
-  while (good && last < n) {
-    const int next = last + 1;
-    const int nextLast = end(next);
-    GoAhead(
-        meter_, {}, StripsOf(nextLast + 1, n, sizes_.sharedStrip),
-        [&](WorkMeter& meter) {
-          Project(first, last, next, nextLast, meter);
-          good = FinishBlock(next, nextLast, meter);
-        },
-        [&](int from, int to, WorkMeter& meter) { Project(first, last, from, to, meter); });
-    first = next;
-    last = nextLast;
+  std::vector<int> firsts;
+  Lanes::Plan plan;
+  for (int first = 1; first <= n_; first += plan.widths.back()) {
+    firsts.push_back(first);
+    plan.widths.push_back(ColumnsAhead(first, n_, sizes_.sharedBlock, sizes_.tile));
   }
+  plan.finished = static_cast<int>(firsts.size());
+  firsts.push_back(n_ + 1);
+  plan.most = sizes_.sharedStrip;
+  Lanes lanes(SharedTeam(), plan);
+  bool good = true;
+  ShareLanes(
+      meter_, lanes,
+      [&](int step, int first, int last, WorkMeter& meter) {
+        Project(firsts[step], firsts[step + 1] - 1, firsts[first], firsts[last + 1] - 1, meter);
+      },
+      [&](int lane, WorkMeter& meter) {
+        good = FinishBlock(firsts[lane], firsts[lane + 1] - 1, meter);
+        return good ? Lanes::Outcome::kGoOn : Lanes::Outcome::kEnd;
+      });
   return good;
 }
 
@@ -126,6 +125,7 @@ bool GramSchmidt::FinishAllShared() {
 /// so that a failure leaves exactly what was computed up to it.
 QrFactors GramSchmidt::RunColumnByColumn() {
   const int n = n_;
+  R_ = Matrix(n, n);
   for (int j = 1; j <= n; ++j) {
     ProjectColumn(j);
     if (!FinishColumn(j, j, meter_)) return Factors(j - 1);
@@ -144,7 +144,9 @@ QrFactors GramSchmidt::Factors(int columns) {
   } else {
     Q.Swap(V_);
   }
-  ShareRows(meter_, Q.Rows(), n, [&](int r, WorkMeter& meter) {
+  ShareRows(meter_, std::max(Q.Rows(), n), n, [&](int r, WorkMeter& meter) {
+    if (r <= n) std::fill_n(R_.Row(r), r - 1, 0.0);
+    if (r > Q.Rows()) return;
     double* const row = Q.Row(r);
     if (isWide) std::copy_n(V_.Row(r), columns, row);
     DivideByEach(squaredNorm_.From(1), row, columns);

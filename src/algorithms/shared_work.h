@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "algorithms/work_meter.h"
+#include "base/lanes.h"
 #include "base/team.h"
 
 namespace qmx {
@@ -33,9 +34,9 @@ inline Strips StripsOf(int from, int to, int most, int step = 1) {
   return {from, to, size, (all + size - 1) / size};
 }
 
-/// The columns of a block that goes ahead, from column `first` of `columns` ones. The first and the
-/// last ones are narrow: while one member has the block, the others have what the one before left
-/// them. A multiple of `panel` where it is not the last, and at most `block`.
+/// The columns of a block that members share in lanes, from column `first` of `columns` ones. The
+/// first and the last ones are narrow: others wait for the first, and there is little beside the
+/// last. A multiple of `panel` where it is not the last, and at most `block`.
 inline int ColumnsAhead(int first, int columns, int block, int panel) {
   const int least = std::max(1, block / 4);
   const int left = columns - first + 1;
@@ -73,18 +74,20 @@ void SharePieces(WorkMeter& whole, int pieces, const Work& work) {
   whole.Add(others.Take());
 }
 
-/// Runs ahead(meter) as the first piece, and beside it follow(from, to, meter) for all strips: what
-/// comes next is made ready while the others catch up with what is done.
-template <class Ahead, class Follow>
-void GoAhead(WorkMeter& whole, const Strips& left, const Strips& right, const Ahead& ahead,
-             const Follow& follow) {
-  SharePieces(whole, 1 + right.count + left.count, [&](int piece, WorkMeter& meter) {
-    if (piece == 0) return ahead(meter);
-    const bool isRight = piece <= right.count;
-    const Strips& strips = isRight ? right : left;
-    const int strip = isRight ? piece - 1 : piece - 1 - right.count;
-    follow(strips.First(strip), strips.Last(strip), meter);
-  });
+/// Does all that is to be done in the lanes, shared by the members of the team: follow(step, first,
+/// last, meter) and finish(lane, meter).
+template <class Follow, class Finish>
+void ShareLanes(WorkMeter& whole, Lanes& lanes, const Follow& follow, const Finish& finish) {
+  while (!lanes.IsDone()) {
+    lanes.Begin();
+    SharePieces(whole, SharedTeam().Members(), [&](int, WorkMeter& meter) {
+      lanes.Work([&](int step, int first, int last) { follow(step, first, last, meter); },
+                 [&](int lane) { return finish(lane, meter); },
+                 [&] {
+                   if (Team::Member() == 0) meter.Look();
+                 });
+    });
+  }
 }
 
 /// Something that every member of the team works with by itself; a single one where the work is not

@@ -12,10 +12,7 @@
 
 #include "base/core_choice.h"
 #include "base/progress.h"
-
-#if defined(__x86_64__)
-#include <immintrin.h>
-#endif
+#include "base/spin.h"
 
 namespace qmx {
 namespace {
@@ -23,11 +20,6 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
-/// So long a member looks for the next job, and the caller for the end of this one, before it
-/// sleeps: a sleeper comes 35 to 50 us after it is woken.
-constexpr microseconds kSpin(100);
-/// Between two looks of a caller that sleeps.
-constexpr milliseconds kLook(2);
 /// So long cores that nobody wanted are taken to be free, and those that somebody wanted only for
 /// this once.
 constexpr microseconds kBetweenLoads(200);
@@ -44,33 +36,9 @@ constexpr double kShort = 2e9;
 thread_local int thisMember = 0;
 thread_local bool staysAlone = false;
 
-void Pause() {
-#if defined(__x86_64__)
-  _mm_pause();
-#else
-  std::this_thread::yield();
-#endif
-}
-
 constexpr std::uint64_t kOnePieceOn = 1;
 constexpr int PiecesOf(std::uint64_t left) { return static_cast<int>(left >> 16 & 0xffff); }
 constexpr int NextOf(std::uint64_t left) { return static_cast<int>(left & 0xffff); }
-
-/// Whether it became true while the thread looked.
-template <class Condition>
-bool SpinFor(Condition condition) {
-  const auto until = std::chrono::steady_clock::now() + kSpin;
-  constexpr int kLooksPerTime = 32;
-  do {
-    for (int look = 0; look < kLooksPerTime; ++look) {
-      if (condition()) return true;
-      Pause();
-    }
-    // Whoever it waits for may want the same core.
-    std::this_thread::yield();
-  } while (std::chrono::steady_clock::now() < until);
-  return condition();
-}
 
 }  // namespace
 
@@ -151,12 +119,19 @@ void Team::Share(int pieces, Work work, WhileWaiting whileWaiting) {
     since = now;
   }
   WaitForOthers(whileWaiting);
-  if (load_ != nullptr) BackOff(Clock::now() - since, longest);
+  NoteWait(Clock::now() - since, longest);
+  // One good job does not make an idle machine.
+  if (load_ != nullptr &&
+      Clock::now().time_since_epoch().count() >= aloneUntil_.load(std::memory_order_relaxed))
+    aloneFor_ /= 2;
   Close();
 }
 
-void Team::Wake() {
-  if (!WouldShare()) return;
+/// Whether it learns from computations of so much work.
+bool Team::Learns(double work) const { return load_ != nullptr && work < kShort; }
+
+void Team::Wake(std::string_view name, double work) {
+  if (!WouldShare() || (Learns(work) && !experience_.ShouldShare(name, work, Clock::now()))) return;
   Start();
   WakeAll();
 }
@@ -284,14 +259,11 @@ void Team::WaitForOthers(WhileWaiting whileWaiting) {
   callerSleeps_ = false;
 }
 
-void Team::BackOff(Clock::duration waited, Clock::duration longest) {
+void Team::NoteWait(Clock::duration waited, Clock::duration longest) {
+  if (load_ == nullptr) return;
   // Another member's piece may take somewhat longer than the longest of the caller's.
   const Clock::duration lost = waited - 2 * longest;
-  if (lost <= kPatience) {
-    // One good job does not make an idle machine.
-    aloneFor_ /= 2;
-    return;
-  }
+  if (lost <= kPatience) return;
   aloneFor_ = std::clamp<Clock::duration>(std::max(2 * aloneFor_, kSmallPart * lost), kAloneAtFirst,
                                           kAloneAtMost);
   aloneUntil_ = (Clock::now() + aloneFor_).time_since_epoch().count();
@@ -303,7 +275,7 @@ Attempt::Attempt(Team& team, std::string_view name, double work)
       work_(work),
       exceptions_(std::uncaught_exceptions()),
       isShared_(team.WouldShare()) {
-  learns_ = isShared_ && team.load_ != nullptr && work < kShort;
+  learns_ = isShared_ && team.Learns(work);
   if (!learns_) return;
   begin_ = Team::Clock::now();
   isShared_ = team.experience_.ShouldShare(name, work, begin_);

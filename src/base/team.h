@@ -37,6 +37,7 @@ class Team {
  public:
   using Work = FunctionRef<void(int piece)>;
   using WhileWaiting = FunctionRef<void()>;
+  using Clock = std::chrono::steady_clock;
 
   /// With the caller itself, 1..kMostMembers. Threads are started when they are first needed;
   /// where the system has none, the team stays smaller. Without a load it shares whatever else
@@ -71,9 +72,13 @@ class Team {
   /// a plain loop.
   void Share(int pieces, Work work, WhileWaiting whileWaiting);
 
-  /// Wakes members that sleep, so that they are there when a job comes in a moment that would be
-  /// shared.
-  void Wake();
+  /// Wakes members that sleep where an Attempt at this computation would be shared, so that they
+  /// are there when it begins in a moment.
+  void Wake(std::string_view name, double work);
+
+  /// The caller of the running job waited for so long for pieces of others, with `longest` the
+  /// longest that it had itself. Where that is too long, sharing does not pay for a while.
+  void NoteWait(Clock::duration waited, Clock::duration longest);
 
   /// Whether somebody has stopped the running job: pieces may then end by throwing Stopped.
   bool IsStopped() const { return stopped_.load(std::memory_order_relaxed); }
@@ -83,7 +88,6 @@ class Team {
 
  private:
   friend class Attempt;
-  using Clock = std::chrono::steady_clock;
 
   void Start();
   void Serve(int member);
@@ -96,7 +100,7 @@ class Team {
   void WaitForOthers(WhileWaiting whileWaiting);
   bool AllDone() const { return done_.load(std::memory_order_acquire) == pieces_; }
   int FreeCores() const;
-  void BackOff(Clock::duration waited, Clock::duration longest);
+  bool Learns(double work) const;
   void Open(int pieces, const Work& work);
   void Close();
 

@@ -42,41 +42,45 @@ Progress unheard;
 
 /// Blocks of so many columns, rows or steps each, from the smallest order on.
 BlockSizes Sizes(int block, int panel, int strip) {
-  return {
-      // Every so many orders the rows lie apart.
-      .work = {.competing = panel + 1, .gap = 2},
-      .product = {.tinyOperand = 0, .shareFrom = 0, .leastPiece = 1},
-      .elimination = {.smallOrder = 0,
-                      .block = block,
-                      .panel = panel,
-                      .strip = strip,
-                      .shareFrom = 0,
-                      .sharedStrip = strip},
-      .exchange = {.smallOrder = 0,
-                   .block = block,
-                   .panel = panel,
-                   .strip = strip,
-                   .factorGap = 1,
-                   .shortRow = 2,
-                   .scatter = 2,
-                   .shareFrom = 0,
-                   .sharedStrip = strip},
-      .cofactors = {.smallOrder = 1, .shareFrom = 0},
-      .qr = {.smallOrder = 0, .block = block, .tile = panel, .shareFrom = 0, .sharedStrip = strip},
-      .hessenberg = {.tinyReflector = 1,
-                     .packedFrom = panel,
-                     .reflectionStrip = strip,
-                     .reflectionDepth = block,
-                     .smallOrder = 0,
-                     .strip = strip,
-                     .tile = panel,
-                     .shareFrom = 0,
-                     .shareCycleFrom = 0,
-                     .shareColumnsFrom = 0},
-      .definiteness =
-          {.smallOrder = 0, .shareFrom = 0, .steps = panel, .group = strip, .strip = strip},
-      .leastSquares = {
-          .fewElements = 0, .lowStrip = 2, .highStrip = 3, .highFrom = 5, .shareFrom = 0}};
+  return {// Every so many orders the rows lie apart.
+          .work = {.competing = panel + 1, .gap = 2, .shareFrom = 0},
+          .product = {.tinyOperand = 0, .shareFrom = 0, .leastPiece = 1},
+          .elimination = {.smallOrder = 0,
+                          .block = block,
+                          .panel = panel,
+                          .strip = strip,
+                          .shareFrom = 0,
+                          .sharedStrip = strip},
+          .exchange = {.smallOrder = 0,
+                       .block = block,
+                       .panel = panel,
+                       .strip = strip,
+                       .factorGap = 1,
+                       .shortRow = 2,
+                       .scatter = 2,
+                       .shareFrom = 0,
+                       .sharedStrip = strip},
+          .cofactors = {.smallOrder = 1, .shareFrom = 0},
+          .qr = {.smallOrder = 0,
+                 .block = block,
+                 .tile = panel,
+                 .sharedBlock = block,
+                 .shareFrom = 0,
+                 .sharedStrip = strip},
+          .hessenberg = {.tinyReflector = 1,
+                         .packedFrom = panel,
+                         .reflectionStrip = strip,
+                         .reflectionDepth = block,
+                         .smallOrder = 0,
+                         .strip = strip,
+                         .tile = panel,
+                         .shareFrom = 0,
+                         .shareCycleFrom = 0,
+                         .shareColumnsFrom = 0},
+          .definiteness =
+              {.smallOrder = 0, .shareFrom = 0, .steps = panel, .group = strip, .strip = strip},
+          .leastSquares = {
+              .fewElements = 0, .lowStrip = 2, .highStrip = 3, .highFrom = 5, .shareFrom = 0}};
 }
 
 /// The same without blocks.

@@ -33,6 +33,6 @@ run() {
 
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-run qmx_core_tests '*Stop*:*Team*:*Attempt*:*SharedProduct*:*AnyNumberOfThreads*:*History*:MatrixTest.*:SettingsTest.*'
+run qmx_core_tests '*Stop*:*Team*:*Attempt*:*Lanes*:*SharedProduct*:*AnyNumberOfThreads*:*History*:MatrixTest.*:SettingsTest.*'
 run qmx_desktop_tests 'WorkTest.*:LastSession*:*BothScreens*:UndoKeys.*:DigitChecks*'
 echo "The thread sanitizer has found nothing."
