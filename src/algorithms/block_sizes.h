@@ -124,7 +124,7 @@ struct HessenbergSizes {
   int tile = 16;              ///< Height of the strips that a triangle is cut into.
   int shareFrom = 64;         ///< Order of a reflection from which the members of a team share it.
   int shareCycleFrom = 200;   ///< Order of a cycle from which they share it.
-  int shareColumnsFrom = 32;  ///< Columns of a shared cycle from which they share its projections.
+  int sharedBlock = 128;      ///< Columns of a shared cycle that a member finishes by itself.
 };
 
 /// How the growing elimination of the definiteness test is cut where rows are exchanged; elsewhere

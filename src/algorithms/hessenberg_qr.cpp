@@ -23,6 +23,10 @@
 //       |  +--+       |
 //       +-----+-------+ last + 1
 //
+// Where a team shares the step, blocks of columns are lanes (base/lanes.h): one that has taken the
+// projections on all blocks before it is made final by one member, while the others still project
+// those behind it.
+//
 // Every sum and every element takes its steps in the order of the textbook loop. A zero that takes
 // part makes no difference to a sum that started at 0. To an element of V it can, where that is a
 // zero itself: its sign. But V, or Q after it, ends in no other place than as a factor in such
@@ -53,8 +57,9 @@ class HessenbergStep {
  private:
   int Length(int j) const { return std::min(j + 1, n_); }
 
-  void FinishColumns(int first, int last);
-  void FinishColumn(int j, int last);
+  void FinishAllShared();
+  void FinishColumns(int first, int last, WorkMeter& meter);
+  void FinishColumn(int j, int last, WorkMeter& meter);
   void TakeNorm(int j, double squared);
   template <int kCount>
   void ProjectNext(int j, int from);
@@ -89,10 +94,11 @@ void HessenbergStep::RunShared() {
 
 void HessenbergStep::RunInBlocks() {
   ForTiles([this](int, int first, int rows, WorkMeter&) { CopyRows(first, rows); });
-  FinishColumns(1, n_);
   if (shares_) {
+    FinishAllShared();
     MultiplyAllShared();
   } else {
+    FinishColumns(1, n_, meter_);
     FillQ(1, n_);
     MultiplyAll();
   }
@@ -124,40 +130,55 @@ void HessenbergStep::RunColumnByColumn() {
   for (int j = 1; j <= n_; ++j) {
     for (int i = 1; i <= Length(j); ++i) V_(i, j) = M_(i, j);
   }
-  for (int j = 1; j <= n_; ++j) FinishColumn(j, n_);
+  for (int j = 1; j <= n_; ++j) FinishColumn(j, n_, meter_);
   FillQ(1, n_);
   for (int i = 1; i <= n_; ++i) MultiplyRow(i);
 }
 
-void HessenbergStep::FinishColumns(int first, int last) {
+/// Blocks of columns, each of which any member finishes once it has been projected on all blocks
+/// before it.
+void HessenbergStep::FinishAllShared() {
+  std::vector<int> firsts;
+  Lanes::Plan plan;
+  for (int first = 1; first <= n_; first += plan.widths.back()) {
+    firsts.push_back(first);
+    plan.widths.push_back(ColumnsAhead(first, n_, work_.sizes.sharedBlock, tile_));
+  }
+  plan.finished = static_cast<int>(firsts.size());
+  firsts.push_back(n_ + 1);
+  plan.most = work_.sizes.strip;
+  Lanes lanes(SharedTeam(), plan);
+  ShareLanes(
+      meter_, lanes,
+      [&](int step, int first, int last, WorkMeter& meter) {
+        Project(firsts[step], firsts[step + 1] - 1, firsts[first], firsts[last + 1] - 1, meter);
+      },
+      [&](int lane, WorkMeter& meter) {
+        FinishColumns(firsts[lane], firsts[lane + 1] - 1, meter);
+        return Lanes::Outcome::kGoOn;
+      });
+}
+
+void HessenbergStep::FinishColumns(int first, int last, WorkMeter& meter) {
   const int columns = last - first + 1;
   if (columns <= kColumnsAtOnce) {
-    for (int j = first; j <= last; ++j) FinishColumn(j, last);
+    for (int j = first; j <= last; ++j) FinishColumn(j, last, meter);
     return;
   }
   const int middle = first + LeftHalf(columns, tile_) - 1;
-  FinishColumns(first, middle);
+  FinishColumns(first, middle, meter);
   const int strip = work_.sizes.strip;
-  if (shares_ && columns >= work_.sizes.shareColumnsFrom) {
-    const int members = SharedTeam().Members();
-    const int each = std::max(tile_, (last - middle + members - 1) / members);
-    const Strips strips = StripsOf(middle + 1, last, std::min(strip, each), tile_);
-    SharePieces(meter_, strips.count, [&](int piece, WorkMeter& meter) {
-      Project(first, middle, strips.First(piece), strips.Last(piece), meter);
-    });
-  } else {
-    for (int from = middle + 1; from <= last; from += strip) {
-      Project(first, middle, from, std::min(from + strip - 1, last), meter_);
-    }
+  for (int from = middle + 1; from <= last; from += strip) {
+    Project(first, middle, from, std::min(from + strip - 1, last), meter);
   }
-  FinishColumns(middle + 1, last);
+  FinishColumns(middle + 1, last, meter);
 }
 
 /// Column j, which nothing is to be subtracted from any more: its norm, and the projections of the
 /// columns up to `last` on it.
-void HessenbergStep::FinishColumn(int j, int last) {
+void HessenbergStep::FinishColumn(int j, int last, WorkMeter& meter) {
   ForColumnsAtOnce(j + 1, last, [&]<int kCount>(int from) { ProjectNext<kCount>(j, from); });
-  meter_.Add(kStepDownColumn * Length(j));
+  meter.Add(kStepDownColumn * Length(j));
 }
 
 /// The norm of column j. A column whose norm is 0 counts as 0 altogether; the norm of 1 that it
@@ -295,9 +316,14 @@ HessenbergQr::HessenbergQr(int order, const HessenbergSizes& blockSizes)
     : sizes(blockSizes), V(order, order), squaredNorm(order), norm(order) {
   if (order <= sizes.smallOrder) return;
   const int half = LargestHalf(order, sizes.tile);
-  const int coefficients = half * std::min(half, sizes.strip);
-  rooms = {order >= sizes.shareCycleFrom,
-           Vector<double>(std::max(coefficients, order * sizes.tile))};
+  int coefficients = half * std::min(half, sizes.strip);
+  const bool shared = order >= sizes.shareCycleFrom;
+  if (shared) {
+    const int steps = std::max(1, sizes.sharedBlock);
+    coefficients = std::max(coefficients,
+                            std::min(order, steps) * std::min(order, std::max(steps, sizes.strip)));
+  }
+  rooms = {shared, Vector<double>(std::max(coefficients, order * sizes.tile))};
 }
 
 View HessenbergQr::Coefficients(int steps, int cols) {

@@ -76,7 +76,7 @@ BlockSizes Sizes(int block, int panel, int strip) {
                          .tile = panel,
                          .shareFrom = 0,
                          .shareCycleFrom = 0,
-                         .shareColumnsFrom = 0},
+                         .sharedBlock = block},
           .definiteness =
               {.smallOrder = 0, .shareFrom = 0, .steps = panel, .group = strip, .strip = strip},
           .leastSquares = {
