@@ -102,8 +102,11 @@ TEST(MemoryTest, ATaskHoldsItsResultsAndOneWorkMatrix) {
 TEST(MemoryTest, TheEigenvaluesHoldThreeWorkMatricesAndAStripForEachMember) {
   testing::Dice dice(1303);
   constexpr std::size_t kSmaller = 200;
-  // The strips of a reflection, and what rows are rounded up to; the rest are vectors.
-  constexpr std::size_t kStrips = kMembers * kBlockSizes.hessenberg.reflectionStrip + 3 * 8;
+  // What each member projects at a time in a cycle, which is more than its strip of a reflection,
+  // and what rows are rounded up to; the rest are vectors.
+  constexpr HessenbergSizes kSizes = kBlockSizes.hessenberg;
+  static_assert(kSizes.sharedBlock >= kSizes.reflectionStrip);
+  constexpr std::size_t kStrips = kMembers * kSizes.sharedBlock + kSizes.tile + 3 * 8;
   const Matrix A = testing::RealMatrix(dice, kSmaller, kSmaller);
   ExpectAtMost(3, kStrips, kSmaller, "eigenvalues", [&](Progress& p) {
     std::int32_t shiftIndex = 0;
