@@ -202,7 +202,7 @@ void Eliminator::RunShared(int start, int columns) {
 /// The block at column `first` of the columns start..columns.
 Block Eliminator::BlockFrom(int first, int start, int columns) const {
   const int before = start - 1;
-  const int width = ColumnsAhead(first - before, columns - before, sizes_.block, sizes_.panel);
+  const int width = ColumnsOfLane(first - before, columns - before, sizes_.block, sizes_.panel);
   return {first, first + width - 1, false, {}};
 }
 

@@ -134,7 +134,7 @@ void BlockExchanger::RunShared() {
   std::vector<Matrix> factors(kKept, Matrix::Unset(n_, sizes_.block + sizes_.factorGap));
   std::vector<Block> blocks;
   for (int first = 1; first <= n_; first = blocks.back().last + 1) {
-    const int columns = ColumnsAhead(first, n_, sizes_.block, sizes_.panel);
+    const int columns = ColumnsOfLane(first, n_, sizes_.block, sizes_.panel);
     blocks.push_back(BlockFrom(first, columns, factors[blocks.size() % kKept]));
   }
   Lanes::Plan plan;

@@ -142,7 +142,7 @@ void HessenbergStep::FinishAllShared() {
   Lanes::Plan plan;
   for (int first = 1; first <= n_; first += plan.widths.back()) {
     firsts.push_back(first);
-    plan.widths.push_back(ColumnsAhead(first, n_, work_.sizes.sharedBlock, tile_));
+    plan.widths.push_back(ColumnsOfLane(first, n_, work_.sizes.sharedBlock, tile_));
   }
   plan.finished = static_cast<int>(firsts.size());
   firsts.push_back(n_ + 1);

@@ -102,7 +102,7 @@ bool GramSchmidt::FinishAllShared() {
   Lanes::Plan plan;
   for (int first = 1; first <= n_; first += plan.widths.back()) {
     firsts.push_back(first);
-    plan.widths.push_back(ColumnsAhead(first, n_, sizes_.sharedBlock, sizes_.tile));
+    plan.widths.push_back(ColumnsOfLane(first, n_, sizes_.sharedBlock, sizes_.tile));
   }
   plan.finished = static_cast<int>(firsts.size());
   firsts.push_back(n_ + 1);

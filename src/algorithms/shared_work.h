@@ -35,13 +35,15 @@ inline Strips StripsOf(int from, int to, int most, int step = 1) {
 }
 
 /// The columns of a block that members share in lanes, from column `first` of `columns` ones. The
-/// first and the last ones are narrow: others wait for the first, and there is little beside the
-/// last. A multiple of `panel` where it is not the last, and at most `block`.
-inline int ColumnsAhead(int first, int columns, int block, int panel) {
-  const int least = std::max(1, block / 4);
+/// first and the last ones are narrow, since others wait for the first and there is little beside
+/// the last; but with many columns not too narrow, since narrow blocks take longer. A multiple of
+/// `panel` where it is not the last, and at most `block`.
+inline int ColumnsOfLane(int first, int columns, int block, int panel) {
+  constexpr int kManyLanes = 16;
+  const int least = std::max({1, block / 4, std::min(block, columns / kManyLanes)});
   const int left = columns - first + 1;
   const int growing = first == 1 ? least : first <= least + panel ? 2 * least : block;
-  const int width = std::min(growing, std::max(least, left / 4));
+  const int width = std::min(growing, std::max(least, left / 3));
   const int whole = std::max(1, width / panel) * panel;
   return std::min({whole, std::max(block, 1), left});
 }
