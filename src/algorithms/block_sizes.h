@@ -114,8 +114,8 @@ struct QrSizes {
 
 /// How the reduction to Hessenberg form and the cycles of QR are cut.
 struct HessenbergSizes {
-  int tinyReflector =
-      4;  ///< Order up to which a reflection is a plain loop; kMostTinyReflector at most.
+  /// Order up to which a reflection is a plain loop; kMostTinyReflector at most.
+  int tinyReflector = 4;
   int packedFrom = 48;        ///< Order of a reflection from which its operands are packed.
   int reflectionStrip = 96;   ///< Rows of a reflection that are formed at a time.
   int reflectionDepth = 384;  ///< Rows of a packed operand that are multiplied at a time.

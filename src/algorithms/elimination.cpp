@@ -118,7 +118,6 @@ class Eliminator {
  private:
   void RunAlone(int start, int columns);
   void RunShared(int start, int columns);
-  Block BlockFrom(int first, int start, int columns) const;
   void EliminateBlock(Block& block, int right, WorkMeter& meter);
   void EliminatePanel(Block& block, int first, int last, WorkMeter& meter);
   bool EliminatePanelColumn(Block& block, const View& panel, int first, int j, double& largest);
@@ -174,36 +173,28 @@ void Eliminator::RunAlone(int start, int columns) {
 }
 
 void Eliminator::RunShared(int start, int columns) {
+  const int before = start - 1;
+  std::vector<int> firsts = FirstsOfLanes(columns - before, sizes_.block, sizes_.panel);
+  for (int& first : firsts) first += before;
   std::vector<Block> blocks;
-  for (int first = start; first <= columns; first = blocks.back().last + 1) {
-    blocks.push_back(BlockFrom(first, start, columns));
+  for (std::size_t lane = 0; lane + 1 < firsts.size(); ++lane) {
+    blocks.push_back({firsts[lane], firsts[lane + 1] - 1, false, {}});
+  }
+  // What stands right of the last block only takes steps.
+  while (firsts.back() <= cols_) {
+    firsts.push_back(std::min(firsts.back() + sizes_.block, cols_ + 1));
   }
   Lanes::Plan plan;
   plan.finished = static_cast<int>(blocks.size());
-  // What stands right of the last block only takes steps.
-  for (int first = columns + 1; first <= cols_; first = blocks.back().last + 1) {
-    blocks.push_back({first, std::min(first + sizes_.block - 1, cols_), false, {}});
-  }
-  for (const Block& block : blocks) plan.widths.push_back(block.last - block.first + 1);
   plan.most = sizes_.sharedStrip;
   plan.afterwards = Lanes::Finished::kFollowLater;
-  Lanes lanes(SharedTeam(), plan);
   ShareLanes(
-      meter_, lanes,
-      [&](int step, int first, int last, WorkMeter& meter) {
-        Follow(blocks[step], blocks[first].first, blocks[last].last, meter);
-      },
+      meter_, firsts, plan,
+      [&](int step, int from, int to, WorkMeter& meter) { Follow(blocks[step], from, to, meter); },
       [&](int lane, WorkMeter& meter) {
         EliminateBlock(blocks[lane], blocks[lane].last, meter);
         return result_.complete ? Lanes::Outcome::kGoOn : Lanes::Outcome::kLast;
       });
-}
-
-/// The block at column `first` of the columns start..columns.
-Block Eliminator::BlockFrom(int first, int start, int columns) const {
-  const int before = start - 1;
-  const int width = ColumnsOfLane(first - before, columns - before, sizes_.block, sizes_.panel);
-  return {first, first + width - 1, false, {}};
 }
 
 /// Leaves the columns up to `right` in the rows first..last as they are in the end.

@@ -132,23 +132,20 @@ void BlockExchanger::RunShared() {
   // So many blocks have their factors at a time.
   constexpr int kKept = 4;
   std::vector<Matrix> factors(kKept, Matrix::Unset(n_, sizes_.block + sizes_.factorGap));
+  const std::vector<int> firsts = FirstsOfLanes(n_, sizes_.block, sizes_.panel);
   std::vector<Block> blocks;
-  for (int first = 1; first <= n_; first = blocks.back().last + 1) {
-    const int columns = ColumnsOfLane(first, n_, sizes_.block, sizes_.panel);
-    blocks.push_back(BlockFrom(first, columns, factors[blocks.size() % kKept]));
+  for (std::size_t lane = 0; lane + 1 < firsts.size(); ++lane) {
+    blocks.push_back(
+        BlockFrom(firsts[lane], firsts[lane + 1] - firsts[lane], factors[lane % kKept]));
   }
   Lanes::Plan plan;
-  for (const Block& block : blocks) plan.widths.push_back(block.last - block.first + 1);
   plan.finished = static_cast<int>(blocks.size());
   plan.most = sizes_.sharedStrip;
   plan.afterwards = Lanes::Finished::kFollow;
   plan.kept = kKept;
-  Lanes lanes(SharedTeam(), plan);
   ShareLanes(
-      meter_, lanes,
-      [&](int step, int first, int last, WorkMeter& meter) {
-        Follow(blocks[step], blocks[first].first, blocks[last].last, meter);
-      },
+      meter_, firsts, plan,
+      [&](int step, int from, int to, WorkMeter& meter) { Follow(blocks[step], from, to, meter); },
       [&](int lane, WorkMeter& meter) {
         ExchangeBlock(blocks[lane], blocks[lane].first, blocks[lane].last, meter);
         return result_.complete ? Lanes::Outcome::kGoOn : Lanes::Outcome::kLast;

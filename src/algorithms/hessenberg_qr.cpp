@@ -138,20 +138,14 @@ void HessenbergStep::RunColumnByColumn() {
 /// Blocks of columns, each of which any member finishes once it has been projected on all blocks
 /// before it.
 void HessenbergStep::FinishAllShared() {
-  std::vector<int> firsts;
+  const std::vector<int> firsts = FirstsOfLanes(n_, work_.sizes.sharedBlock, tile_);
   Lanes::Plan plan;
-  for (int first = 1; first <= n_; first += plan.widths.back()) {
-    firsts.push_back(first);
-    plan.widths.push_back(ColumnsOfLane(first, n_, work_.sizes.sharedBlock, tile_));
-  }
-  plan.finished = static_cast<int>(firsts.size());
-  firsts.push_back(n_ + 1);
+  plan.finished = static_cast<int>(firsts.size()) - 1;
   plan.most = work_.sizes.strip;
-  Lanes lanes(SharedTeam(), plan);
   ShareLanes(
-      meter_, lanes,
-      [&](int step, int first, int last, WorkMeter& meter) {
-        Project(firsts[step], firsts[step + 1] - 1, firsts[first], firsts[last + 1] - 1, meter);
+      meter_, firsts, plan,
+      [&](int step, int from, int to, WorkMeter& meter) {
+        Project(firsts[step], firsts[step + 1] - 1, from, to, meter);
       },
       [&](int lane, WorkMeter& meter) {
         FinishColumns(firsts[lane], firsts[lane + 1] - 1, meter);

@@ -72,6 +72,7 @@ void PackB(const ProductJob& job, int tileCols, double* out) {
     out += static_cast<std::ptrdiff_t>(cols) * job.depth;
   }
 }
+
 PackedOperands* Packed() { return PackedOf(Team::Member()); }
 
 bool HavePacked(int members) {

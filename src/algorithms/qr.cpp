@@ -98,21 +98,15 @@ bool GramSchmidt::FinishAll() {
 }
 
 bool GramSchmidt::FinishAllShared() {
-  std::vector<int> firsts;
+  const std::vector<int> firsts = FirstsOfLanes(n_, sizes_.sharedBlock, sizes_.tile);
   Lanes::Plan plan;
-  for (int first = 1; first <= n_; first += plan.widths.back()) {
-    firsts.push_back(first);
-    plan.widths.push_back(ColumnsOfLane(first, n_, sizes_.sharedBlock, sizes_.tile));
-  }
-  plan.finished = static_cast<int>(firsts.size());
-  firsts.push_back(n_ + 1);
+  plan.finished = static_cast<int>(firsts.size()) - 1;
   plan.most = sizes_.sharedStrip;
-  Lanes lanes(SharedTeam(), plan);
   bool good = true;
   ShareLanes(
-      meter_, lanes,
-      [&](int step, int first, int last, WorkMeter& meter) {
-        Project(firsts[step], firsts[step + 1] - 1, firsts[first], firsts[last + 1] - 1, meter);
+      meter_, firsts, plan,
+      [&](int step, int from, int to, WorkMeter& meter) {
+        Project(firsts[step], firsts[step + 1] - 1, from, to, meter);
       },
       [&](int lane, WorkMeter& meter) {
         good = FinishBlock(firsts[lane], firsts[lane + 1] - 1, meter);

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "algorithms/work_meter.h"
@@ -76,14 +78,31 @@ void SharePieces(WorkMeter& whole, int pieces, const Work& work) {
   whole.Add(others.Take());
 }
 
-/// Does all that is to be done in the lanes, shared by the members of the team: follow(step, first,
-/// last, meter) and finish(lane, meter).
+/// The first columns of the blocks that columns 1..columns are cut into for lanes, and the one
+/// behind the last.
+inline std::vector<int> FirstsOfLanes(int columns, int block, int panel) {
+  std::vector<int> firsts{1};
+  while (firsts.back() <= columns) {
+    firsts.push_back(firsts.back() + ColumnsOfLane(firsts.back(), columns, block, panel));
+  }
+  return firsts;
+}
+
+/// Does all that is to be done in lanes that begin with the columns `firsts`, the last of which is
+/// the one behind, shared by the members of the team: follow(step, from, to, meter) for columns
+/// that take a step, and finish(lane, meter). The plan comes without the widths.
 template <class Follow, class Finish>
-void ShareLanes(WorkMeter& whole, Lanes& lanes, const Follow& follow, const Finish& finish) {
+void ShareLanes(WorkMeter& whole, const std::vector<int>& firsts, Lanes::Plan plan,
+                const Follow& follow, const Finish& finish) {
+  for (std::size_t lane = 1; lane < firsts.size(); ++lane) {
+    plan.widths.push_back(firsts[lane] - firsts[lane - 1]);
+  }
+  Lanes lanes(SharedTeam(), std::move(plan));
   while (!lanes.IsDone()) {
     lanes.Begin();
     SharePieces(whole, SharedTeam().Members(), [&](int, WorkMeter& meter) {
-      lanes.Work([&](int step, int first, int last) { follow(step, first, last, meter); },
+      lanes.Work([&](int step, int first,
+                     int last) { follow(step, firsts[first], firsts[last + 1] - 1, meter); },
                  [&](int lane) { return finish(lane, meter); },
                  [&] {
                    if (Team::Member() == 0) meter.Look();

@@ -15,7 +15,8 @@ inline int WorkColumns(int cols, const WorkSizes& sizes) {
   return cols > 0 && cols % sizes.competing == 0 ? cols + sizes.gap : cols;
 }
 
-/// A in the leading columns of a work matrix; whatever is in those behind.
+/// A in the leading columns of a work matrix; whatever is in those behind. The members of the team
+/// share the copying of large ones.
 Matrix WorkCopy(const Matrix& A, const WorkSizes& sizes);
 
 }  // namespace qmx
