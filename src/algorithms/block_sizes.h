@@ -123,7 +123,7 @@ struct HessenbergSizes {
   int strip = 256;            ///< Columns that are projected at a time, at most.
   int tile = 16;              ///< Height of the strips that a triangle is cut into.
   int shareFrom = 64;         ///< Order of a reflection from which the members of a team share it.
-  int shareCycleFrom = 200;   ///< Order of a cycle from which they share it.
+  int shareCycleFrom = 210;   ///< Order of a cycle from which they share it.
   int sharedBlock = 128;      ///< Columns of a shared cycle that a member finishes by itself.
 };
 
