@@ -9,8 +9,13 @@ cmake --build --preset tsan
 suppressions=$PWD/tests/checks/threads.supp
 export TSAN_OPTIONS="suppressions=$suppressions exitcode=66" QT_QPA_PLATFORM=offscreen
 
-# The tests of a program that a filter names, but for what one thread does alone: it races with nobody, and takes minutes.
-list() { build/tsan/tests/"$1" --gtest_list_tests --gtest_filter="$2" | grep -v '^Running main\|DISABLED\|/OneThread ' || true; }
+# The tests of a program that a filter names, but for what one thread does alone: it races with nobody, and takes minutes. The
+# killed program is left out, too: the sanitizer of g++ 12 does not see how std::condition_variable waits until a time, and
+# takes the mutex for held while it sleeps.
+list() {
+  build/tsan/tests/"$1" --gtest_list_tests --gtest_filter="$2" |
+    grep -v '^Running main\|DISABLED\|/OneThread \|AKilledProgramLosesAtMostTwoSeconds' || true
+}
 
 # Each test in a process of its own, as ctest runs them. A part of the filter that names none is a failure: what it once
 # named would go unwatched.
@@ -33,6 +38,6 @@ run() {
 
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-run qmx_core_tests '*Stop*:*Team*:*Attempt*:*Lanes*:*SharedProduct*:*AnyNumberOfThreads*:*History*:MatrixTest.*:SettingsTest.*'
+run qmx_core_tests '*Stop*:*Team*:*Attempt*:*Lanes*:BlockSizesTest.*:*SharedProduct*:*AnyNumberOfThreads*:*History*:MatrixTest.*:SettingsTest.*'
 run qmx_desktop_tests 'WorkTest.*:LastSession*:*BothScreens*:UndoKeys.*:DigitChecks*'
 echo "The thread sanitizer has found nothing."
