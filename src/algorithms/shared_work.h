@@ -128,20 +128,23 @@ class PerMember {
   std::vector<T> all_;
 };
 
-/// Runs work(row, meter) for the rows 1..rows of a matrix of so many columns, which do not need
-/// each other; strips of them are shared where they have numbers enough.
+/// Runs work(row, meter) for the rows 1..rows of a matrix, which do not need each other, in strips
+/// that are shared.
 template <class Work>
-void ShareRows(WorkMeter& whole, int rows, int cols, const Work& work) {
-  constexpr double kEnough = 8e4;
-  if (1.0 * rows * cols < kEnough) {
-    for (int row = 1; row <= rows; ++row) work(row, whole);
-    return;
-  }
+void ShareStripsOfRows(WorkMeter& whole, int rows, const Work& work) {
   const int pieces = 4 * SharedTeam().Members();
   const Strips strips = StripsOf(1, rows, std::max(1, (rows + pieces - 1) / pieces));
   SharePieces(whole, strips.count, [&](int piece, WorkMeter& meter) {
     for (int row = strips.First(piece); row <= strips.Last(piece); ++row) work(row, meter);
   });
+}
+
+/// The same for rows of so many columns, which are shared where they have numbers enough.
+template <class Work>
+void ShareRows(WorkMeter& whole, int rows, int cols, const Work& work) {
+  constexpr double kEnough = 8e4;
+  if (1.0 * rows * cols >= kEnough) return ShareStripsOfRows(whole, rows, work);
+  for (int row = 1; row <= rows; ++row) work(row, whole);
 }
 
 }  // namespace qmx

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <vector>
@@ -61,16 +60,16 @@ class Lanes {
 
   /// What every member of the team does, in the pieces of one job after another until all is done:
   /// follow(step, first, last) for lanes that take a step, side by side with others, and
-  /// finish(lane). Returns where nothing is left that has not been begun, or where the team should
-  /// look anew whether it shares. `whileWaiting` is called by who waits, as by Team::Share. After
-  /// an exception nothing else is begun.
+  /// finish(lane). Returns where nothing is left that has not been begun, in the caller where all
+  /// is done, or where the team should look anew whether it shares. `whileWaiting` is called by who
+  /// waits, as by Team::Share. After an exception nothing else is begun.
   void Work(Follow follow, Finish finish, Team::WhileWaiting whileWaiting);
 
   /// To be called before each of the jobs.
   void Begin();
 
  private:
-  using Clock = std::chrono::steady_clock;
+  using Clock = Team::Clock;
   struct Lane {
     int width = 0;
     int taken = 0;  ///< Steps; its own counts as one.

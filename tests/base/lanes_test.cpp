@@ -73,6 +73,16 @@ struct Diary {
   int wide = 0;
 };
 
+/// Writes down all that is done in the lanes, of which this one says that it is the last.
+void RunAll(Team& team, Lanes& lanes, Diary& diary, int last = -1) {
+  RunAll(
+      team, lanes, [&](int step, int first, int end) { diary.Follow(step, first, end); },
+      [&](int lane) {
+        diary.Finish(lane);
+        return lane == last ? Outcome::kLast : Outcome::kGoOn;
+      });
+}
+
 std::vector<int> UpTo(int steps) {
   std::vector<int> all;
   for (int step = 0; step < steps; ++step) all.push_back(step);
@@ -90,12 +100,7 @@ TEST_P(LanesTest, EveryLaneTakesAllStepsInOrder) {
         const Lanes::Plan plan = PlanOf(finished + others, finished, afterwards);
         Diary diary(plan);
         Lanes lanes(team, plan);
-        RunAll(
-            team, lanes, [&](int step, int first, int last) { diary.Follow(step, first, last); },
-            [&](int lane) {
-              diary.Finish(lane);
-              return Outcome::kGoOn;
-            });
+        RunAll(team, lanes, diary);
         EXPECT_TRUE(lanes.IsDone());
         for (int lane = 0; lane < finished + others; ++lane) {
           const bool rests = lane < finished && afterwards == Finished::kRest;
@@ -113,12 +118,7 @@ TEST_P(LanesTest, AfterTheLastOneTheOthersOnlyTakeItsStep) {
   const Lanes::Plan plan = PlanOf(8, 6, Finished::kFollow);
   Diary diary(plan);
   Lanes lanes(team, plan);
-  RunAll(
-      team, lanes, [&](int step, int first, int last) { diary.Follow(step, first, last); },
-      [&](int lane) {
-        diary.Finish(lane);
-        return lane == 3 ? Outcome::kLast : Outcome::kGoOn;
-      });
+  RunAll(team, lanes, diary, 3);
   for (const std::vector<int>& steps : diary.steps) EXPECT_EQ(steps, UpTo(4));
 }
 
@@ -256,7 +256,7 @@ TEST(LanesAtWorkTest, GoesOnAloneWhereAnotherProgramComes) {
   std::atomic<bool> isBusy = false;
   std::atomic<int> byOthers = 0;
   int jobs = 0;
-  // Or while it waits for the other one, who may have been the first.
+  // At the caller's first task, or while it waits for the other one, who may have been the first.
   const auto comeAtOnce = [&] {
     if (Team::Member() != 0) {
       while (!isBusy) std::this_thread::yield();
